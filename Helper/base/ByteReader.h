@@ -1,0 +1,41 @@
+// Numbers out of bytes at fixed offsets. Bytes past the end of the data read as zero.
+
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <span>
+
+namespace android::base {
+
+using Bytes = std::span<const uint8_t>;
+
+inline uint8_t byteAt(Bytes data, size_t offset) {
+    return offset < data.size() ? data[offset] : uint8_t{0};
+}
+
+// Up to four bytes, most significant first.
+inline uint32_t bigEndianAt(Bytes data, size_t offset, size_t count) {
+    uint32_t value = 0;
+    for (size_t i = 0; i < count; ++i) value = (value << 8) | byteAt(data, offset + i);
+    return value;
+}
+
+// Up to four bytes, least significant first.
+inline uint32_t littleEndianAt(Bytes data, size_t offset, size_t count) {
+    uint32_t value = 0;
+    for (size_t i = count; i > 0; --i) value = (value << 8) | byteAt(data, offset + i - 1);
+    return value;
+}
+
+// Eight bytes, most significant first. Requires that they are there.
+inline uint64_t bigEndian64(const uint8_t* data) {
+    static_assert(std::endian::native == std::endian::little);
+    uint64_t value;
+    std::memcpy(&value, data, sizeof(value));
+    return __builtin_bswap64(value);
+}
+
+}  // namespace android::base

@@ -1,0 +1,194 @@
+// What a container parser calls while it opens a file and describes the tracks in it.
+//
+// How it is used: one object for each open file, held by an sp<>.
+//   setFileMeta      once, with the kind of file;
+//   setTrackMeta     for each track: geometry or rates, language, and the MIME type;
+//   setAudioConfig,  for each track that has codec private data: stores it in the form in which
+//   setAVCCSeqHeader decoders take it.
+//
+// How it fails: operations that return a status return 0 or one of the negative codes named at each
+// of them. That a track cannot be played is no failure but a MIME type: "video/notsupport" or
+// "audio/notsupport". Sizes that overflow their type end the process. Every message goes to the
+// system log under the tag "MediaExtractorHelper".
+//
+// Ownership: formats, records and bytes belong to the caller and are only used during the call;
+// whatever a format stores is its own copy. Input bytes come from files and may hold anything: what
+// is missing at their end reads as zero. The object keeps no state between calls, so any thread may
+// call anything, as long as no two use the same format at a time.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/BitReader.h"
+#include "platform/Buffer.h"
+#include "platform/Errors.h"
+#include "platform/MediaFormat.h"
+#include "platform/RefBase.h"
+#include "zrcodecparser/Export.h"
+#include "zrcodecparser/ID3Wrapper.h"
+
+namespace android {
+
+class ZR_EXPORT MediaExtractorHelper : public RefBase {
+public:
+    MediaExtractorHelper();
+    ~MediaExtractorHelper() override;
+
+    // ---- Codec selection
+    // -------------------------------------------------------------------------
+
+    // Chooses the MIME type for a codec and stores it under AMEDIAFORMAT_KEY_MIME, with the keys
+    // that belong to the codec: "divx-version", "use-arbitrary-mode", "Layer-info", "wma-version",
+    // "wma-format-tag".
+    //
+    // A codec without a decoder on the device gets "video/notsupport" (codes 100 to 131) or
+    // "audio/notsupport" (200 to 234), but for MPEG-2, E-AC-3 and MPEG-H, which are offered all the
+    // same, and DivX 4 to 6, which become MPEG-4 where the device has that feature. A code outside
+    // both ranges gets "video/notsupport", also next to the audio codes. EVRC, QCELP and ALAC
+    // prefer the maker's software decoder ("audio/x-zr-...") where there is one.
+    //
+    // useArbitraryMode says that the container cuts video samples without regard to frames.
+    //
+    // Returns 1, always. When the media server or the codec list cannot be reached, that is logged
+    // and nothing is stored: a caller must be ready for a format without a MIME type. Blocks on
+    // calls to the media server. A codec list that finds a decoder but has no information about it
+    // is fatal.
+    int32_t SupportCodecEx(int codecType, AMediaFormat* format, bool useArbitraryMode);
+
+    // The audio CodecType for the format's MIME type, the lowest where several share it; 200 for
+    // any other MIME type, those of video included; 0x7FFFFFFF when the format has none.
+    int32_t getCodecType(AMediaFormat* format);
+
+    // Looks for a decoder of the codec's alternative MIME type. Returns 0 and sets isSoftware to
+    // true when there is one; returns 0 and leaves it as it was when there is none, or the codec
+    // has no alternative; returns -1 and leaves it when the media server or the list cannot be
+    // reached.
+    int32_t checkIsZRSWCodec(int codecType, bool& isSoftware);
+
+    // Whether the media player service answers and hands out its codec list.
+    bool checkIsMediaserver();
+
+    // ---- Files and tracks
+    // ------------------------------------------------------------------------
+
+    // Describes a track: stores the keys for its kind and ends in SupportCodecEx (video and audio)
+    // or stores the MIME type of its subtitles (text). trackInfo points to a TrackInfo;
+    // useArbitraryMode counts for video only. Returns 0, always: a track kind that is none of the
+    // three is logged and gets "audio/notsupport", as do subtitles that cannot be shown.
+    int32_t setTrackMeta(void* trackInfo, AMediaFormat* format, bool useArbitraryMode);
+
+    // Stores the container's MIME type for a FileKind. Returns 0, or -10000 and leaves the format
+    // as it was for any other kind. The MIME type for QCP files is that of the stream in them.
+    int32_t setFileMeta(int fileType, AMediaFormat* format);
+
+    // The largest sample in bytes, as stored under AMEDIAFORMAT_KEY_MAX_INPUT_SIZE; 0 when absent.
+    int32_t getMaxInputBuffer(AMediaFormat* format);
+
+    // Store a time in microseconds: of the whole track, of a sample, and of a subtitle's end
+    // ("end-of-text"). Return 0.
+    status_t setDuration(int64_t durationUs, AMediaFormat* format);
+    status_t setCurrentTime(int64_t timeUs, AMediaFormat* format);
+    status_t setEndTime(int64_t timeUs, AMediaFormat* format);
+
+    // ---- NAL units
+    // -------------------------------------------------------------------------------
+
+    // Takes the next unit off an Annex B stream (ITU-T H.264 Annex B) and moves *data and *size on
+    // to the start code after it. *nalStart points into the stream, behind the start code; *nalSize
+    // counts neither start codes nor trailing zero bytes, except that a unit keeps its first byte.
+    // startCodeFollows counts the end of the data as the end of a unit.
+    //
+    // Returns 0 for a unit, possibly of size 0 when the stream ends in a start code; -1 when there
+    // is nothing more: no data, only zeros, or a last unit without a start code behind it while
+    // startCodeFollows is false; -1007 when the data do not open with 00 00 01. On -1 and -1007
+    // *nalStart is null, *nalSize 0, and the stream is not moved. After a unit that is followed by
+    // less than two bytes behind its next start code, *data is null and *size 0: a last unit of one
+    // byte is deliberately not delivered.
+    status_t getNextNALUnit(const uint8_t** data, size_t* size, const uint8_t** nalStart,
+                            size_t* nalSize, bool startCodeFollows);
+
+    // A copy of the first unit with this nal_unit_type (ITU-T H.264 Table 7-1; H.265 Table 7-1), or
+    // null when there is none before the end or before something that is no unit. stopOffset is
+    // never written.
+    sp<ABuffer> FindNAL(const uint8_t* data, size_t size, unsigned nalType, size_t* stopOffset);
+    sp<ABuffer> FindHEVCNAL(const uint8_t* data, size_t size, unsigned nalType, size_t* stopOffset);
+
+    // ue(v), ITU-T H.264 clause 9.1, in unsigned 32-bit arithmetic. More than 32 leading zero bits
+    // yield 0.
+    unsigned parseUE(ABitReader* reader);
+
+    // ---- AVC
+    // -------------------------------------------------------------------------------------
+
+    // Stores AVC codec data under AMEDIAFORMAT_KEY_CSD_AVC. The data are one of
+    //   - an Annex B stream with an SPS and a PPS,
+    //   - one SPS and one PPS, each behind a 16-bit big-endian length: trusted once the SPS fits
+    //   and
+    //     begins with 67,
+    //   - anything else, which counts as a finished configuration record and is stored as it is.
+    // Of the first two a record is made (ISO/IEC 14496-15 5.3.3.1.2, with 2-byte NAL unit lengths),
+    // and width, height, stride and slice height are stored as the SPS gives them.
+    //
+    // Returns 0; -1 for no data (logged), for a stream with an SPS but no PPS, and for a parameter
+    // set of more than 65535 bytes: nothing is stored then. Fatal: cropping larger than the
+    // picture, a side of 2^31 or more, data of 1 to 3 bytes. size is not changed, trackInfo not
+    // used.
+    status_t setAVCCSeqHeader(const uint8_t* data, size_t& size, void* trackInfo,
+                              AMediaFormat* format);
+
+    // The picture size in luma samples, after cropping, from an SPS that begins with its NAL unit
+    // header (ITU-T H.264 7.3.2.1.1). Departs from the standard on purpose: emulation prevention
+    // bytes stay in, chroma fields are not read for profiles 118 and 128, and delta_scale is read
+    // as ue(v).
+    void FindAVCDimensions(const sp<ABuffer>& sps, int32_t* width, int32_t* height);
+
+    // ---- Audio codec data
+    // ------------------------------------------------------------------------
+
+    // Stores an audio track's codec private data, of *size bytes, in the form for its CodecType:
+    //   AAC           AudioSpecificConfig; as setESDS for audio
+    //   FLAC          "flac-codec-specific-data"; block and frame sizes if "fLaC" and STREAMINFO
+    //   Vorbis        as setVorbisCodecSpecificData, whose failure is logged and not returned
+    //   WMA           "wma-..." keys; layouts by version
+    //   ADPCM, Opus   the whole data: "adpcm-codec-specific-data", AMEDIAFORMAT_KEY_CSD_0
+    // Any other code stores nothing. Returns 0, or -1 for WMA 1 and 2 data that are too short
+    // (logged, nothing stored). Other WMA data that are too short are logged and count as zeros.
+    status_t setAudioConfig(uint32_t codecType, const uint8_t* data, size_t* size,
+                            AMediaFormat* format);
+
+    // Stores an elementary stream descriptor (ISO/IEC 14496-1 7.2.6.5) around the decoder-specific
+    // data under AMEDIAFORMAT_KEY_ESDS: MPEG-4 audio or MPEG-4 Visual. Returns 0.
+    status_t setESDS(const uint8_t* data, size_t* size, AMediaFormat* format, bool isAudio);
+
+    // Writes an MPEG-4 Visual descriptor with one-byte sizes, of which data of more than 107 bytes
+    // deserve longer ones: only their low 8 bits are kept. Requires room for *size + 22 bytes at
+    // out.
+    void makeESDS(const uint8_t* data, size_t* size, uint8_t* out);
+
+    // Writes the descriptor for the two bytes of an AudioSpecificConfig (ISO/IEC 14496-3 1.6.2.1)
+    // to out, which has room for 24 bytes. Sets *outSize to 24 and returns true.
+    bool MakeAACCodecSpecificData(const uint8_t* config, size_t* outSize, uint8_t* out);
+
+    // Stores that descriptor under AMEDIAFORMAT_KEY_CSD_0. Sets *outSize to 24 and returns 0.
+    status_t setAACCodecSpecificData(const uint8_t* config, size_t* outSize, AMediaFormat* format);
+
+    // The expandable size field (ISO/IEC 14496-1 8.3.3): its length for a value, 1 to 4 bytes; and
+    // the field itself, written at out + offset, which moves on past it. Values of 2^28 and above
+    // lose their top bits.
+    size_t bytesForSize(size_t value);
+    void storeSize(uint8_t* out, size_t& offset, size_t value);
+
+    // Splits the three Vorbis headers out of a block with Xiph lacing and stores the identification
+    // header under AMEDIAFORMAT_KEY_CSD_0 and the setup header under AMEDIAFORMAT_KEY_CSD_1.
+    // Returns 0; -1007 when the block is malformed or its first packet no identification header,
+    // with nothing stored; -10001 when the second or third packet is of a wrong type, with
+    // AMEDIAFORMAT_KEY_CSD_0 stored all the same.
+    status_t setVorbisCodecSpecificData(const uint8_t* data, size_t* size, AMediaFormat* format);
+
+private:
+    sp<ID3Wrapper> mID3Wrapper;
+};
+
+}  // namespace android

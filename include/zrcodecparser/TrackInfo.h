@@ -1,0 +1,57 @@
+// What a container parser knows about one track, as it hands it to MediaExtractorHelper.
+//
+// The parser owns the record and everything that it points to; the library reads it during the
+// call only, and only the part of the union that trackType names. Members marked "parser" are the
+// parsers' own: the library never reads them.
+
+#pragma once
+
+#include <cstdint>
+
+namespace android {
+
+inline constexpr uint32_t kTrackTypeVideo = 1;
+inline constexpr uint32_t kTrackTypeAudio = 2;
+inline constexpr uint32_t kTrackTypeText = 3;
+
+struct TrackInfo {
+    struct Video {
+        uint32_t width;         // pixels
+        uint32_t height;        // pixels
+        uint32_t bitRate;       // bits per second
+        uint32_t frameRate;     // frames per second; 0 = unknown
+        uint32_t hasSyncFrame;  // nonzero: the container marks key frames
+    };
+
+    struct Audio {
+        uint32_t channelCount;
+        uint32_t sampleRate;     // samples per second
+        uint32_t bitsPerSample;  // of a PCM sample; 0 = unknown
+        uint32_t bitRate;        // bits per second; for G.726 also the codec-specific data
+        uint32_t trackId;        // parser
+        uint16_t formatTag;      // parser
+        uint16_t blockAlign;     // bytes; used by the WMA family
+        uint32_t reserved;       // parser
+        const char* language;    // ISO 639, NUL-terminated; null = unknown
+        uint64_t durationUs;     // parser
+        uint8_t codecDelay[8];   // Opus: stored as it is as codec-specific data 1
+        uint8_t seekPreRoll[8];  // Opus: stored as it is as codec-specific data 2
+    };
+
+    struct Text {
+        uint32_t isBitmapSubtitle;     // nonzero: the subtitles are pictures (XSUB)
+        uint32_t isUnsupportedBitmap;  // nonzero: such pictures cannot be shown
+        const char* bitmapLanguage;    // of picture subtitles; null = unknown
+        const char* textLanguage;      // of SubRip, SSA and ASS; must not be null for these
+    };
+
+    uint32_t trackType;  // one of the kTrackType values
+    uint32_t codecType;  // a CodecType
+    union {
+        Video video;
+        Audio audio;
+        Text text;
+    };
+};
+
+}  // namespace android

@@ -1,0 +1,20 @@
+#include "platform/Buffer.h"
+
+#include <cassert>
+
+namespace android {
+
+ABuffer::ABuffer(size_t capacity)
+    : mData(new uint8_t[capacity]), mCapacity(capacity), mSize(capacity) {}
+
+ABuffer::~ABuffer() {
+    delete[] mData;
+}
+
+void ABuffer::setRange(size_t offset, size_t size) {
+    assert(offset <= mCapacity && size <= mCapacity - offset);
+    mOffset = offset;
+    mSize = size;
+}
+
+}  // namespace android

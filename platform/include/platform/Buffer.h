@@ -1,0 +1,32 @@
+// A counted buffer of bytes.
+
+#pragma once
+
+#include "platform/RefBase.h"
+
+namespace android {
+
+// Owns `capacity` bytes; data() and size() describe the range in use, at first the whole of it.
+class ABuffer : public RefBase {
+public:
+    explicit ABuffer(size_t capacity);
+
+    uint8_t* data() { return mData + mOffset; }
+    const uint8_t* data() const { return mData + mOffset; }
+    size_t size() const { return mSize; }
+    size_t capacity() const { return mCapacity; }
+
+    // Requires offset + size <= capacity().
+    void setRange(size_t offset, size_t size);
+
+protected:
+    ~ABuffer() override;
+
+private:
+    uint8_t* mData;
+    size_t mCapacity;
+    size_t mOffset = 0;
+    size_t mSize;
+};
+
+}  // namespace android

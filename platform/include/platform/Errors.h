@@ -1,0 +1,17 @@
+// Status codes of the framework.
+
+#pragma once
+
+#include <cstdint>
+
+namespace android {
+
+using status_t = int32_t;
+
+enum : status_t {
+    OK = 0,
+    BAD_VALUE = -22,
+    ERROR_MALFORMED = -1007,
+};
+
+}  // namespace android

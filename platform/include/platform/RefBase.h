@@ -1,0 +1,81 @@
+// Intrusive reference counting: RefBase is the counted object, sp<T> a strong reference to one.
+
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+namespace android {
+
+// The virtual operations stand in the order of their slots, which derived classes of other
+// binaries depend on. An object deletes itself when its last strong reference goes.
+class RefBase {
+public:
+    RefBase(const RefBase&) = delete;
+    RefBase& operator=(const RefBase&) = delete;
+
+    void incStrong(const void* id) const;
+    void decStrong(const void* id) const;
+
+protected:
+    RefBase() = default;
+    virtual ~RefBase();
+
+    virtual void onFirstRef();
+    virtual void onLastStrongRef(const void* id);
+    virtual bool onIncStrongAttempted(uint32_t flags, const void* id);
+    virtual void onLastWeakRef(const void* id);
+
+private:
+    mutable std::atomic<int32_t> mStrong{0};
+};
+
+template <typename T>
+class sp {
+public:
+    constexpr sp() = default;
+    constexpr sp(std::nullptr_t) {}
+    sp(T* object) : mObject(object) { acquire(); }
+    sp(const sp& other) : mObject(other.mObject) { acquire(); }
+    sp(sp&& other) noexcept : mObject(std::exchange(other.mObject, nullptr)) {}
+    template <typename U>
+    sp(const sp<U>& other) : mObject(other.get()) {
+        acquire();
+    }
+    ~sp() { clear(); }
+
+    sp& operator=(sp other) {
+        std::swap(mObject, other.mObject);
+        return *this;
+    }
+
+    void clear() {
+        if (T* object = std::exchange(mObject, nullptr)) object->decStrong(this);
+    }
+
+    T* get() const { return mObject; }
+    T* operator->() const { return mObject; }
+    T& operator*() const { return *mObject; }
+    explicit operator bool() const { return mObject != nullptr; }
+
+private:
+    void acquire() {
+        if (mObject != nullptr) mObject->incStrong(this);
+    }
+
+    T* mObject = nullptr;
+};
+
+template <typename T, typename U>
+bool operator==(const sp<T>& left, const sp<U>& right) {
+    return left.get() == right.get();
+}
+
+template <typename T>
+bool operator==(const sp<T>& reference, std::nullptr_t) {
+    return reference.get() == nullptr;
+}
+
+}  // namespace android

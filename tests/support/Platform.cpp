@@ -1,0 +1,65 @@
+#include "support/Platform.h"
+
+namespace test {
+namespace {
+
+struct Fatal {
+    std::string text;
+};
+
+void throwFatal(const char* text) {
+    throw Fatal{text};
+}
+
+}  // namespace
+
+std::optional<int32_t> Format::int32(const char* key) const {
+    int32_t value;
+    return AMediaFormat_getInt32(get(), key, &value) ? std::optional(value) : std::nullopt;
+}
+
+std::optional<int64_t> Format::int64(const char* key) const {
+    int64_t value;
+    return AMediaFormat_getInt64(get(), key, &value) ? std::optional(value) : std::nullopt;
+}
+
+std::optional<std::string> Format::string(const char* key) const {
+    const char* value;
+    return AMediaFormat_getString(get(), key, &value) ? std::optional<std::string>(value)
+                                                      : std::nullopt;
+}
+
+std::optional<Bytes> Format::buffer(const char* key) const {
+    void* data;
+    size_t size;
+    if (!AMediaFormat_getBuffer(get(), key, &data, &size)) return std::nullopt;
+    const auto* bytes = static_cast<const uint8_t*>(data);
+    return Bytes(bytes, bytes + size);
+}
+
+std::ostream& operator<<(std::ostream& out, const Line& line) {
+    return out << line.priority << " \"" << line.text << '"';
+}
+
+LogCapture::LogCapture(std::string tag)
+    : mFormer(host::setLogSink([this, tag = std::move(tag)](const host::LogLine& line) {
+          if (line.tag == tag) mLines.push_back({line.priority, line.text});
+      })) {}
+
+LogCapture::~LogCapture() {
+    host::setLogSink(mFormer);
+}
+
+std::string fatalText(const std::function<void()>& call) {
+    const host::FatalHandler former = host::setFatalHandler(throwFatal);
+    std::string text;
+    try {
+        call();
+    } catch (const Fatal& fatal) {
+        text = fatal.text;
+    }
+    host::setFatalHandler(former);
+    return text;
+}
+
+}  // namespace test
