@@ -1,5 +1,7 @@
 // Which codecs the device can play, and under which MIME type.
 
+#include <utility>
+
 #include "Helper/MediaExtractorHelper/Log.h"
 #include "Helper/base/Check.h"
 #include "Helper/vocabulary/CodecTable.h"
@@ -77,13 +79,13 @@ int32_t MediaExtractorHelper::SupportCodecEx(int codecType, AMediaFormat* format
         ZR_LOGE("#### mediaserver is not alive !!so return error");
         return 1;
     }
-    const sp<IMediaCodecList> list = codecList();
+    sp<IMediaCodecList> list = codecList();
     if (list == nullptr) return 1;
 
     const char* asked = row->asked(isSoftware);
     const ssize_t index = findDecoder(list, asked);
     if (index >= 0) {
-        checkCodecInfo(list, index);
+        checkCodecInfo(std::move(list), index);
     } else if (row->withoutDecoder == WithoutDecoder::kDivxAsMpeg4 && divxAlternativeIsOn()) {
         row = findCodecRow(kCodecTypeMpeg4);
         asked = row->primary;

@@ -1,8 +1,7 @@
 // What a container parser knows about one track, as it hands it to MediaExtractorHelper.
 //
 // The parser owns the record and everything that it points to; the library reads it during the
-// call only, and only the part of the union that trackType names. Members marked "parser" are the
-// parsers' own: the library never reads them.
+// call only, and only the part of the union that trackType names.
 
 #pragma once
 
@@ -28,12 +27,8 @@ struct TrackInfo {
         uint32_t sampleRate;     // samples per second
         uint32_t bitsPerSample;  // of a PCM sample; 0 = unknown
         uint32_t bitRate;        // bits per second; for G.726 also the codec-specific data
-        uint32_t trackId;        // parser
-        uint16_t formatTag;      // parser
         uint16_t blockAlign;     // bytes; used by the WMA family
-        uint32_t reserved;       // parser
         const char* language;    // ISO 639, NUL-terminated; null = unknown
-        uint64_t durationUs;     // parser
         uint8_t codecDelay[8];   // Opus: stored as it is as codec-specific data 1
         uint8_t seekPreRoll[8];  // Opus: stored as it is as codec-specific data 2
     };

@@ -15,12 +15,12 @@ namespace android::host {
 
 // The pretended device.
 struct Device {
-    std::vector<std::string> decoders;    // MIME types that have a decoder, in codec-list order
-    bool mediaServerAlive = true;         // "media.player" answers
-    bool serverHasCodecList = true;       // the service's codec-list getter is non-null
-    bool codecListAvailable = true;       // MediaCodecList::getInstance() is non-null
-    bool codecInfoAvailable = true;       // the list's info getter is non-null
-    std::optional<bool> divxAlternative;  // the device feature flag
+    std::vector<std::string> decoders{};    // MIME types that have a decoder, in codec-list order
+    bool mediaServerAlive = true;           // "media.player" answers
+    bool serverHasCodecList = true;         // the service's codec-list getter is non-null
+    bool codecListAvailable = true;         // MediaCodecList::getInstance() is non-null
+    bool codecInfoAvailable = true;         // the list's info getter is non-null
+    std::optional<bool> divxAlternative{};  // the device feature flag
 };
 
 // The device that is there before the first setDevice: the decoders of a typical phone.

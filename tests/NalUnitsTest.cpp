@@ -1,0 +1,129 @@
+#include "Helper/csd/NalUnits.h"
+
+#include <gtest/gtest.h>
+
+#include "support/Platform.h"
+#include "zrcodecparser/MediaExtractorHelper.h"
+
+namespace {
+
+using android::MediaExtractorHelper;
+using android::sp;
+using test::Bytes;
+
+const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
+
+TEST(NalUnits, Walk) {
+    const struct {
+        Bytes stream;
+        std::vector<Bytes> units;
+        int endStatus;
+        size_t withoutEnd;  // how many of the units come without the end of data counting as one
+    } cases[] = {
+            {{0, 0, 1, 0x67, 0xAA, 0, 0, 1, 0x68, 0xBB}, {{0x67, 0xAA}, {0x68, 0xBB}}, -1, 1},
+            // Zeros before a start code, and at the end, belong to no unit.
+            {{0, 0, 0, 1, 0x67, 0xAA, 0, 0, 0, 0, 1, 0x68, 0xBB},
+             {{0x67, 0xAA}, {0x68, 0xBB}},
+             -1,
+             1},
+            {{0, 0, 1, 0x41, 0, 0}, {{0x41}}, -1, 0},
+            {{0, 0, 1, 0, 0, 0}, {{0}}, -1, 0},
+            // A 01 that two zeros do not precede divides nothing.
+            {{0, 0, 1, 0x41, 1, 2, 0, 1}, {{0x41, 1, 2, 0, 1}}, -1, 0},
+            {{0, 0, 1, 1, 0, 0, 2}, {{1, 0, 0, 2}}, -1, 0},
+            // A last unit of no or one byte ends the walk undelivered.
+            {{0, 0, 1, 0x67, 0, 0, 1}, {{0x67}}, -1, 1},
+            {{0, 0, 1, 0x67, 0, 0, 1, 0x68}, {{0x67}}, -1, 1},
+            {{0, 0, 1, 0x67, 0, 0, 1, 0x68, 0x69}, {{0x67}, {0x68, 0x69}}, -1, 1},
+            {{0, 0, 1}, {{}}, -1, 0},
+            {{0, 0, 1, 0, 0, 1, 0x68, 0x69}, {{}, {0x68, 0x69}}, -1, 1},
+            {{0, 0, 0, 0}, {}, -1, 0},
+            {{}, {}, -1, 0},
+            {{0, 1, 0x67}, {}, -1007, 0},
+            {{1, 0, 0, 1}, {}, -1007, 0},
+            {{0, 0, 0x67}, {}, -1007, 0},
+    };
+    for (const auto& c : cases) {
+        for (const bool atEnd : {true, false}) {
+            const uint8_t* data = c.stream.data();
+            size_t size = c.stream.size();
+            const uint8_t* start = c.stream.data();
+            size_t count = 99;
+            std::vector<Bytes> units;
+            int status;
+            while ((status = helper->getNextNALUnit(&data, &size, &start, &count, atEnd)) == 0) {
+                units.emplace_back(start, start + count);
+            }
+            std::vector<Bytes> expected = c.units;
+            if (!atEnd) expected.resize(c.withoutEnd);
+            EXPECT_EQ(units, expected) << testing::PrintToString(c.stream);
+            EXPECT_EQ(status, c.endStatus) << testing::PrintToString(c.stream);
+            EXPECT_EQ(start, nullptr);
+            EXPECT_EQ(count, 0u);
+        }
+    }
+}
+
+// Every place of a start code, and of what is almost one, in sizes that cross all block borders.
+TEST(NalUnits, FastScanEqualsReference) {
+    const Bytes fillings[] = {{0xFF}, {0, 1}, {0}, {1, 0}};
+    const Bytes patterns[] = {{0, 0, 1}, {0, 0, 2}, {0, 1}, {0, 0, 0, 1}};
+    for (const Bytes& filling : fillings) {
+        for (const Bytes& pattern : patterns) {
+            for (size_t size = 0; size < 200; size += size < 24 ? 1 : 7) {
+                Bytes clean(size);
+                for (size_t i = 0; i < size; ++i) clean[i] = filling[i % filling.size()];
+                for (size_t at = 0; at + pattern.size() <= size; ++at) {
+                    Bytes data = clean;
+                    std::copy(pattern.begin(), pattern.end(), data.begin() + static_cast<long>(at));
+                    ASSERT_EQ(android::csd::findStartCode(data),
+                              android::csd::findStartCodeReference(data))
+                            << size << " bytes, pattern at " << at;
+                }
+            }
+        }
+    }
+}
+
+TEST(NalUnits, FindTakesTheFirstOfItsType) {
+    const Bytes avc = {0, 0, 1, 0x68, 0xEE, 0, 0, 1, 0x67, 0x11, 0, 0, 0, 1, 0x27, 0x22};
+    const sp<android::ABuffer> sps = helper->FindNAL(avc.data(), avc.size(), 7, nullptr);
+    ASSERT_NE(sps, nullptr);
+    EXPECT_EQ(Bytes(sps->data(), sps->data() + sps->size()), (Bytes{0x67, 0x11}));
+    EXPECT_EQ(helper->FindNAL(avc.data(), avc.size(), 5, nullptr), nullptr);
+
+    const Bytes hevc = {0, 0, 1, 0x40, 1, 0, 0, 1, 0x42, 1, 7};  // VPS 32, SPS 33
+    size_t stopOffset = 4711;
+    const sp<android::ABuffer> found =
+            helper->FindHEVCNAL(hevc.data(), hevc.size(), 33, &stopOffset);
+    ASSERT_NE(found, nullptr);
+    EXPECT_EQ(found->size(), 3u);
+    EXPECT_EQ(stopOffset, 4711u);
+
+    const Bytes empty = {0, 0, 1};  // a unit without bytes counts as type 0
+    EXPECT_NE(helper->FindNAL(empty.data(), empty.size(), 0, nullptr), nullptr);
+}
+
+TEST(NalUnits, ExpGolomb) {
+    const struct {
+        Bytes bits;
+        unsigned value;
+    } cases[] = {
+            {{0x80}, 0},                                         // 1
+            {{0x40}, 1},                                         // 010
+            {{0x60}, 2},                                         // 011
+            {{0x38}, 6},                                         // 00111
+            {{0, 0, 0, 1, 0xFF, 0xFF, 0xFF, 0xFE}, 0xFFFFFFFE},  // 31 zeros
+            {{0, 0, 0, 0, 0x80, 0, 0, 0, 0x80}, 0},              // 32 zeros, suffix 1
+            {{0, 0, 0, 0, 0x80, 0, 0, 0, 0}, 0xFFFFFFFF},        // 32 zeros, suffix 0
+            {{0, 0, 0, 0, 0x40, 0xFF, 0xFF, 0xFF, 0xFF}, 0},     // 33 zeros
+            {{0}, 0},                                            // no end in sight
+            {{}, 0},
+    };
+    for (const auto& c : cases) {
+        android::ABitReader reader(c.bits.data(), c.bits.size());
+        EXPECT_EQ(helper->parseUE(&reader), c.value) << testing::PrintToString(c.bits);
+    }
+}
+
+}  // namespace

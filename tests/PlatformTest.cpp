@@ -1,0 +1,66 @@
+// The desktop stand-in keeps the promises of the platform's operations.
+
+#include <gtest/gtest.h>
+
+#include "platform/BitReader.h"
+#include "platform/CodecList.h"
+#include "support/Platform.h"
+
+namespace {
+
+using test::Bytes;
+using test::Format;
+
+TEST(Platform, FormatKeepsTypesApartAndReplaces) {
+    const Format format;
+    AMediaFormat_setInt32(format.get(), "key", 1);
+    AMediaFormat_setInt64(format.get(), "key", 2);
+    EXPECT_EQ(format.int32("key"), std::nullopt);
+    EXPECT_EQ(format.int64("key"), 2);
+    AMediaFormat_setString(format.get(), "key", nullptr);
+    EXPECT_EQ(format.int64("key"), 2);
+    AMediaFormat_setBuffer(format.get(), "key", nullptr, 0);
+    EXPECT_EQ(format.buffer("key"), Bytes());
+    EXPECT_EQ(format.buffer("Key"), std::nullopt);
+}
+
+TEST(Platform, BitReaderYieldsZerosPastTheEnd) {
+    const Bytes data = {0xA5, 0xFF};
+    android::ABitReader reader(data.data(), data.size());
+    EXPECT_EQ(reader.getBits(4), 0xAu);
+    reader.skipBits(3);
+    EXPECT_EQ(reader.getBits(32), 0xFF800000u);  // nine bits of data, then zeros
+    reader.skipBits(1000);
+    EXPECT_EQ(reader.getBits(1), 0u);
+}
+
+TEST(Platform, LastReferenceDeletes) {
+    struct Counted : android::RefBase {
+        explicit Counted(int* alive) : mAlive(alive) { ++*mAlive; }
+        ~Counted() override { --*mAlive; }
+        int* mAlive;
+    };
+    int alive = 0;
+    android::sp<Counted> first = new Counted(&alive);
+    android::sp<android::RefBase> second = first;
+    first = nullptr;
+    EXPECT_EQ(alive, 1);
+    second.clear();
+    EXPECT_EQ(alive, 0);
+    EXPECT_EQ(second, nullptr);
+}
+
+TEST(Platform, LogAndFatalTexts) {
+    std::vector<std::string> lines;
+    const host::LogSink former = host::setLogSink([&](const host::LogLine& line) {
+        lines.push_back(std::to_string(line.priority) + line.tag + line.text);
+    });
+    const std::string longText(1000, 'x');
+    __android_log_print(ANDROID_LOG_WARN, "T", "%s %d", longText.c_str(), 7);
+    EXPECT_EQ(test::fatalText([] { __android_log_assert("condition", "T", nullptr); }),
+              "condition");
+    host::setLogSink(former);
+    EXPECT_EQ(lines, std::vector<std::string>{"5T" + longText + " 7"});
+}
+
+}  // namespace
