@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# The shared library exports the names of the public headers and no others, and nothing of the
+# library runs when it is loaded.
+# usage: check_exports.sh NM READELF SHARED_LIBRARY STATIC_LIBRARY HEADERS
+set -euo pipefail
+nm=$1 readelf=$2 shared=$3 static=$4 headers=$5
+
+classes=$(sed -nE 's/^class ZR_EXPORT (\w+).*/\1/p' "$headers"/*.h | paste -sd '|')
+constants=$(sed -nE 's/^ZR_EXPORT extern .* const (\w+);.*/\1/p' "$headers"/*.h | paste -sd '|')
+public="^(vtable for )?android::(($classes)(::.*)?|$constants)$"
+
+exported=$("$nm" -D -C --defined-only "$shared" | cut -d ' ' -f 3-)
+grep -q 'android::MediaExtractorHelper::setTrackMeta' <<<"$exported"
+if grep -vE "$public" <<<"$exported"; then
+    echo "exported, but in no public header" >&2
+    exit 1
+fi
+if "$readelf" -SW "$static" | grep -E '\.(init_array|ctors)'; then
+    echo "a global constructor" >&2
+    exit 1
+fi
