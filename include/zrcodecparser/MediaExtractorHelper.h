@@ -36,8 +36,7 @@ public:
     MediaExtractorHelper();
     ~MediaExtractorHelper() override;
 
-    // ---- Codec selection
-    // -------------------------------------------------------------------------
+    // --- Codec selection ---
 
     // Chooses the MIME type for a codec and stores it under AMEDIAFORMAT_KEY_MIME, with the keys
     // that belong to the codec: "divx-version", "use-arbitrary-mode", "Layer-info", "wma-version",
@@ -70,8 +69,7 @@ public:
     // Whether the media player service answers and hands out its codec list.
     bool checkIsMediaserver();
 
-    // ---- Files and tracks
-    // ------------------------------------------------------------------------
+    // --- Files and tracks ---
 
     // Describes a track: stores the keys for its kind and ends in SupportCodecEx (video and audio)
     // or stores the MIME type of its subtitles (text). trackInfo points to a TrackInfo;
@@ -92,8 +90,7 @@ public:
     status_t setCurrentTime(int64_t timeUs, AMediaFormat* format);
     status_t setEndTime(int64_t timeUs, AMediaFormat* format);
 
-    // ---- NAL units
-    // -------------------------------------------------------------------------------
+    // --- NAL units ---
 
     // Takes the next unit off an Annex B stream (ITU-T H.264 Annex B) and moves *data and *size on
     // to the start code after it. *nalStart points into the stream, behind the start code; *nalSize
@@ -119,8 +116,7 @@ public:
     // yield 0.
     unsigned parseUE(ABitReader* reader);
 
-    // ---- AVC
-    // -------------------------------------------------------------------------------------
+    // --- AVC ---
 
     // Stores AVC codec data under AMEDIAFORMAT_KEY_CSD_AVC. The data are one of
     //   - an Annex B stream with an SPS and a PPS,
@@ -144,8 +140,7 @@ public:
     // as ue(v).
     void FindAVCDimensions(const sp<ABuffer>& sps, int32_t* width, int32_t* height);
 
-    // ---- Audio codec data
-    // ------------------------------------------------------------------------
+    // --- Audio codec data ---
 
     // Stores an audio track's codec private data, of *size bytes, in the form for its CodecType:
     //   AAC           AudioSpecificConfig; as setESDS for audio
