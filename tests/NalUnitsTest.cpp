@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Helper/base/BitReader.h"
 #include "support/Platform.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
@@ -123,6 +124,7 @@ TEST(NalUnits, ExpGolomb) {
     for (const auto& c : cases) {
         android::ABitReader reader(c.bits.data(), c.bits.size());
         EXPECT_EQ(helper->parseUE(&reader), c.value) << testing::PrintToString(c.bits);
+        EXPECT_EQ(android::base::BitReader(c.bits).ue(), c.value) << testing::PrintToString(c.bits);
     }
 }
 
