@@ -1,0 +1,229 @@
+// zrinspect as a user meets it: command line in, text, JSON and exit status out.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+struct Result {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+std::string readFile(const fs::path& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+Result run(const std::string& command) {
+    const fs::path errors = fs::temp_directory_path() / ("zr_err" + std::to_string(getpid()));
+    FILE* pipe = popen((command + " 2>'" + errors.string() + "'").c_str(), "r");
+    std::string out;
+    for (int c = fgetc(pipe); c != EOF; c = fgetc(pipe)) out += static_cast<char>(c);
+    const int status = pclose(pipe);
+    Result result{WIFEXITED(status) ? WEXITSTATUS(status) : -1, out, readFile(errors)};
+    fs::remove(errors);
+    return result;
+}
+
+Result inspect(const std::string& arguments) {
+    return run("cd '" SAMPLES "' && '" ZRINSPECT "' " + arguments);
+}
+
+json inspectFile(const std::string& arguments) {
+    return json::parse(inspect("--json " + arguments).out)["files"][0];
+}
+
+json refereeStreams(const std::string& file) {
+    const std::string ffprobe = "'" FFPROBE "' -v error -of json -show_streams -show_data ";
+    return json::parse(run(ffprobe + "'" SAMPLES + file + "'").out)["streams"];
+}
+
+// The referee prints private data as lines of "offset: hex hex ...  text".
+std::string privateData(const json& stream) {
+    std::istringstream dump(stream["extradata"].get<std::string>());
+    std::string digits;
+    for (std::string line; std::getline(dump, line);) digits += line.substr(0, 50).erase(0, 10);
+    std::erase(digits, ' ');
+    return digits;
+}
+
+std::string hex(size_t value, int digits) {
+    std::array<char, 20> text;
+    snprintf(text.data(), text.size(), "%0*zx", digits, value);
+    return text.data();
+}
+
+void expectContains(const std::string& text, const std::string& part) {
+    EXPECT_NE(text.find(part), std::string::npos) << part << "\nis not in\n" << text;
+}
+
+TEST(Inspect, Mp4AgreesWithTheReferee) {
+    const json tracks = inspectFile("video.mp4")["tracks"];
+    const json streams = refereeStreams("video.mp4");
+    const auto value = [&](size_t track, const char* key) {
+        return tracks[track]["keys"][key]["value"];
+    };
+    EXPECT_EQ(tracks[0]["keys"]["width"],
+              json({{"type", "int32"}, {"value", streams[0]["width"]}}));
+    EXPECT_EQ(value(0, "height"), streams[0]["height"]);
+    EXPECT_EQ(value(0, "mime"), "video/avc");
+    EXPECT_EQ(value(0, "frame-rate"), 25);
+    EXPECT_EQ(value(0, "durationUs"), 1000000);
+    EXPECT_EQ(value(0, "csd-avc"), privateData(streams[0]));
+
+    EXPECT_EQ(value(1, "mime"), "audio/mp4a-latm");
+    EXPECT_EQ(value(1, "sample-rate").dump(), streams[1]["sample_rate"]);
+    EXPECT_EQ(value(1, "channel-count"), streams[1]["channels"]);
+    // ISO/IEC 14496-1 7.2.6.5: ES, DecoderConfig, DecoderSpecificInfo
+    const std::string config = privateData(streams[1]);
+    const size_t size = config.size() / 2;
+    EXPECT_EQ(value(1, "esds"), "03" + hex(size + 20, 2) + "00000004" + hex(size + 15, 2) + "40" +
+                                        std::string(24, '0') + "05" + hex(size, 2) + config);
+}
+
+// ISO/IEC 14496-15 5.3.3.1.2, with the parameter sets as they stand between the start codes.
+TEST(Inspect, RecordIsBuiltFromStartCodes) {
+    const std::string data = privateData(refereeStreams("video.h264")[0]);
+    const size_t first = data.find("00000167") + 6;
+    const size_t second = data.find("0000000168", first);
+    ASSERT_NE(second, std::string::npos);
+    const std::string sps = data.substr(first, second - first);
+    const std::string pps = data.substr(second + 8);
+    const json file = inspectFile("video.h264");
+    EXPECT_EQ(file["tracks"][0]["keys"]["csd-avc"]["value"],
+              "01" + sps.substr(2, 6) + "fde1" + hex(sps.size() / 2, 4) + sps + "01" +
+                      hex(pps.size() / 2, 4) + pps);
+    EXPECT_TRUE(file["container"]["mime"].is_null());
+}
+
+TEST(Inspect, MatroskaTracksCarryLanguageAndOpusHead) {
+    const json tracks = inspectFile("video.mkv")["tracks"];
+    EXPECT_EQ(tracks[1]["keys"]["language"]["value"], "fre");
+    EXPECT_EQ(tracks[1]["keys"]["csd-0"]["value"], privateData(refereeStreams("video.mkv")[1]));
+    EXPECT_EQ(tracks[1]["codecData"][1]["text"], "codec delay 6500000 ns");  // 312 / 48 kHz
+    EXPECT_EQ(tracks[2]["keys"]["language"]["value"], "eng");
+    EXPECT_EQ(tracks[2]["mime"], "application/x-subrip");
+}
+
+TEST(Inspect, AdtsHeadersBecomeAudioSpecificConfig) {
+    const json track = inspectFile("audio.aac")["tracks"][0];
+    EXPECT_EQ(track["keys"]["is-adts"]["value"], 1);
+    // ISO/IEC 14496-3 1.6.2.1: AAC LC (2), 44100 Hz (4), one channel
+    const std::string head = "0316000000041140" + std::string(24, '0');
+    EXPECT_EQ(track["keys"]["esds"]["value"], head + "05021208");
+    expectContains(track["codecData"][0]["text"], "12 08: AAC LC 44100 Hz 1 channel");
+}
+
+TEST(Inspect, VerdictFollowsTheDevice) {
+    const std::string no = "does not play";
+    const std::string fatal = "the library would end the process";
+    const struct {
+        const char* arguments;
+        size_t track;
+        json mime;
+        std::string verdict;
+        const char* reason;  // a part of it
+    } cases[] = {
+            {"video.mp4", 0, "video/avc", "plays", "null"},
+            {"--no-decoder video/avc video.mp4", 0, "video/notsupport", no, "for video/avc"},
+            {"--no-decoder video/avc video.mp4", 1, "audio/mp4a-latm", "plays", "null"},
+            {"--only-decoders audio/opus,video/hevc video.mkv", 1, "audio/opus", "plays", "null"},
+            {"--only-decoders none video.mkv", 1, "audio/notsupport", no, "for audio/opus"},
+            {"--only-decoders none video.mkv", 2, "application/x-subrip", "plays", "null"},
+            {"video.avi", 0, "video/notsupport", no, "DivX alternative is off"},
+            {"--divx-alternative on video.avi", 0, "video/mp4v-es", "plays", "null"},
+            {"--decoder video/divx video.avi", 0, "video/divx", "plays", "null"},
+            {"--decoder audio/x-zr-alac audio.m4a", 0, "audio/x-zr-alac", "plays in software", ""},
+            {"--media-server dead video.mp4", 0, nullptr, no, "mediaserver is not alive"},
+            {"--codec-info missing video.mp4", 0, nullptr, fatal, "CHECK(info != NULL) failed."},
+    };
+    for (const auto& [arguments, index, mime, verdict, reason] : cases) {
+        SCOPED_TRACE(arguments);
+        const json track = inspectFile(arguments)["tracks"][index];
+        EXPECT_EQ(track["mime"], mime);
+        EXPECT_EQ(track["verdict"], verdict);
+        expectContains(track["reason"].dump(), reason);
+    }
+}
+
+// Every bad file gets its line, and the good one beside them is described all the same.
+TEST(Inspect, BadFilesAreNamedAndTheOthersDone) {
+    const fs::path folder = fs::temp_directory_path() / ("zr_inspect" + std::to_string(getpid()));
+    fs::create_directory(folder);
+    const auto write = [&](const char* name, const std::string& bytes) {
+        std::ofstream(folder / name, std::ios::binary) << bytes;
+        return (folder / name).string();
+    };
+    const std::string mkv = readFile(SAMPLES "video.mkv");
+    const std::string cases[][2] = {
+            {folder / "missing.mp4", "No such file or directory"},
+            {folder.string(), "is a directory"},
+            {write("empty.mp4", ""), "is empty"},
+            {write("README.md", "# Title\n\nSome `text`.\n"), "is not a media file"},
+            {write("text.mp4", "# Title\n"), "is not a media file"},
+            {write("cut.mp4", readFile(SAMPLES "video.mp4").substr(0, 999)), "'mdat' box lacks"},
+            {write("cut.mkv", mkv.substr(0, mkv.size() - 100)), "the segment lacks 100 of its"},
+    };
+    std::string files;
+    for (const auto& [path, reason] : cases) files += " '" + path + "'";
+    const Result result = inspect(files + " video.mp4");
+    std::istringstream lines(result.err);
+    for (const auto& [path, reason] : cases) {
+        std::string line;
+        std::getline(lines, line);
+        EXPECT_TRUE(line.starts_with("zrinspect: " + path + ": ")) << line;
+        expectContains(line, reason);
+    }
+    EXPECT_EQ(lines.peek(), EOF);
+    EXPECT_EQ(result.status, 1);
+    expectContains(result.out, "cut.mkv  video/x-matroska");
+    expectContains(result.out, "\nvideo.mp4  video/mp4");
+    EXPECT_EQ(inspectFile(files)["error"], "No such file or directory");
+    fs::remove_all(folder);
+}
+
+TEST(Inspect, CommandLine) {
+    for (const char* wrong : {"", "--unknown video.mp4", "--divx-alternative maybe video.mp4"}) {
+        const Result result = inspect(wrong);
+        EXPECT_EQ(result.status, 2) << wrong;
+        EXPECT_TRUE(result.out.empty() && !result.err.empty()) << wrong;
+    }
+    EXPECT_EQ(inspect("--version").out, "ZR_CodecParser_R7.0.0.01\n");
+    expectContains(inspect("--help").out, "--divx-alternative on|off");
+}
+
+TEST(Inspect, TextShowsWhatAPersonLooksFor) {
+    const Result result = inspect("--keys --log video.mp4 video.h264");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    for (const char* part :
+         {"video.mp4  video/mp4, QuickTime / MOV, 1.000 s\n",
+          "  0  video  video/avc        plays\n", " h264, 160x90, 25 fps, ",
+          " csd-avc  45 bytes  AVC High 1.1, 1 SPS, 1 PPS, 4-byte lengths\n",
+          " 1  audio  audio/mp4a-latm  plays\n", " aac, 44100 Hz, 1 channel, ",
+          " esds  27 bytes  MPEG-4 audio, AudioSpecificConfig 12 08 ",
+          " slice-height      int32   90\n", "\nvideo.h264  no container MIME type",
+          ", 2-byte lengths\n",
+          " I/MediaExtractorHelper: found AVC codec config (160 x 90, 100-profile level 1.1)\n"}) {
+        expectContains(result.out, part);
+    }
+    EXPECT_EQ(result.out.find('\x1b'), std::string::npos);  // no colour off a terminal
+}
+
+}  // namespace

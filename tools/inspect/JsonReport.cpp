@@ -1,0 +1,106 @@
+#include "inspect/JsonReport.h"
+
+#include <nlohmann/json.hpp>
+
+#include "inspect/Bytes.h"
+#include "zrcodecparser/MediaDefs.h"
+
+namespace inspect {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+struct ValueToJson {
+    Json operator()(int32_t value) const { return {{"type", "int32"}, {"value", value}}; }
+    Json operator()(int64_t value) const { return {{"type", "int64"}, {"value", value}}; }
+    Json operator()(const std::string& value) const {
+        return {{"type", "string"}, {"value", value}};
+    }
+    Json operator()(const ByteVector& value) const {
+        return {{"type", "buffer"}, {"value", hex(value, "")}};
+    }
+};
+
+Json keysToJson(const Entries& entries) {
+    Json keys = Json::object();
+    for (const auto& [key, value] : entries) keys[key] = std::visit(ValueToJson{}, value);
+    return keys;
+}
+
+Json mimeToJson(const Entries& entries) {
+    const auto* mime = findValue<std::string>(entries, AMEDIAFORMAT_KEY_MIME);
+    return mime != nullptr ? Json(*mime) : Json();
+}
+
+Json textOrNull(const std::string& text) {
+    return text.empty() ? Json() : Json(text);
+}
+
+Json codecDataToJson(const std::vector<CodecDatum>& data) {
+    Json array = Json::array();
+    for (const CodecDatum& datum : data) {
+        array.push_back({{"key", datum.key},
+                         {"bytes", datum.sizeBytes ? Json(*datum.sizeBytes) : Json()},
+                         {"text", datum.words}});
+    }
+    return array;
+}
+
+Json logToJson(const std::vector<host::LogLine>& log) {
+    Json array = Json::array();
+    for (const auto& [priority, tag, text] : log) {
+        array.push_back({{"priority", priority}, {"tag", tag}, {"text", text}});
+    }
+    return array;
+}
+
+const char* kindName(Kind kind) {
+    switch (kind) {
+        case Kind::kVideo: return "video";
+        case Kind::kAudio: return "audio";
+        case Kind::kText: return "text";
+        case Kind::kOther: break;
+    }
+    return "other";
+}
+
+Json trackToJson(const TrackReport& track) {
+    Json json = {{"index", track.stream.index},
+                 {"kind", kindName(track.stream.kind)},
+                 {"codec", track.stream.codec}};
+    if (track.stream.kind == Kind::kOther) return json;
+    json["codecType"] = track.stream.codecType;
+    json["mime"] = mimeToJson(track.entries);
+    json["verdict"] = toString(track.verdict.play);
+    json["reason"] = textOrNull(track.verdict.reason);
+    json["notes"] = track.notes;
+    json["codecData"] = codecDataToJson(track.codecData);
+    json["keys"] = keysToJson(track.entries);
+    json["log"] = logToJson(track.log);
+    return json;
+}
+
+Json fileToJson(const FileReport& report) {
+    Json json = {{"path", report.path}, {"error", textOrNull(report.error)}};
+    if (!report.error.empty()) return json;
+    json["truncated"] = textOrNull(report.truncation.value_or(""));
+    json["container"] = {{"format", report.format},
+                         {"name", report.formatName},
+                         {"mime", mimeToJson(report.entries)},
+                         {"keys", keysToJson(report.entries)}};
+    json["tracks"] = Json::array();
+    for (const TrackReport& track : report.tracks) json["tracks"].push_back(trackToJson(track));
+    return json;
+}
+
+}  // namespace
+
+void printJson(std::ostream& out, const std::vector<FileReport>& reports) {
+    constexpr int kIndent = 2;
+    Json files = Json::array();
+    for (const FileReport& report : reports) files.push_back(fileToJson(report));
+    const Json document = {{"version", android::ZRCODECPARSER_VERSION}, {"files", files}};
+    out << document.dump(kIndent, ' ', false, Json::error_handler_t::replace) << '\n';
+}
+
+}  // namespace inspect

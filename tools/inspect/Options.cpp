@@ -1,0 +1,93 @@
+#include "inspect/Options.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+
+#include "zrcodecparser/MediaDefs.h"
+
+namespace inspect {
+namespace {
+
+struct DeviceOptions {
+    std::vector<std::string> add;
+    std::vector<std::string> remove;
+    std::vector<std::string> only;
+    std::string divxAlternative;
+    std::string mediaServer;
+    std::string codecInfo;
+};
+
+// Of these words; the help names them in the option's type already.
+CLI::Validator oneOf(std::vector<std::string> words) {
+    return CLI::Validator(CLI::IsMember(std::move(words))).description("");
+}
+
+void addDeviceOptions(CLI::App& app, DeviceOptions& device) {
+    const std::string group = "The pretended device (a typical phone)";
+    app.add_option("--decoder", device.add, "Has a decoder for this MIME type too")
+            ->type_name("MIME")
+            ->allow_extra_args(false)
+            ->group(group);
+    app.add_option("--no-decoder", device.remove, "Has no decoder for this MIME type")
+            ->type_name("MIME")
+            ->allow_extra_args(false)
+            ->group(group);
+    app.add_option("--only-decoders", device.only, "Has these decoders and no others; \"none\"")
+            ->type_name("MIME,...")
+            ->allow_extra_args(false)
+            ->delimiter(',')
+            ->group(group);
+    app.add_option("--divx-alternative", device.divxAlternative, "Plays DivX as MPEG-4")
+            ->type_name("on|off")
+            ->check(oneOf({"on", "off"}))
+            ->group(group);
+    app.add_option("--media-server", device.mediaServer, "State of the media server")
+            ->type_name("alive|dead")
+            ->check(oneOf({"alive", "dead"}))
+            ->group(group);
+    app.add_option("--codec-info", device.codecInfo, "State of the codec list's information")
+            ->type_name("there|missing")
+            ->check(oneOf({"there", "missing"}))
+            ->group(group);
+}
+
+void shape(host::Device& device, const DeviceOptions& options) {
+    if (!options.only.empty()) {
+        device.decoders = options.only;
+        std::erase(device.decoders, "none");
+    }
+    for (const std::string& mime : options.remove) std::erase(device.decoders, mime);
+    device.decoders.insert(device.decoders.end(), options.add.begin(), options.add.end());
+    if (!options.divxAlternative.empty()) device.divxAlternative = options.divxAlternative == "on";
+    device.mediaServerAlive = options.mediaServer != "dead";
+    device.codecInfoAvailable = options.codecInfo != "missing";
+}
+
+}  // namespace
+
+std::optional<int> readCommandLine(int count, char** arguments, Options& options) {
+    CLI::App app(
+            "Shows what the codec parser library makes of media files: the container, each "
+            "track's MIME type,\nits codec data, and whether it plays on a device.",
+            "zrinspect");
+    app.footer(
+            "Exit status: 0 when every file was described, 1 when one could not be read or is "
+            "truncated,\n2 for a wrong command line.");
+    app.set_version_flag("--version", android::ZRCODECPARSER_VERSION,
+                         "Print the library's version");
+    app.add_option("FILE", options.files, "Files to look at")->type_name("")->required();
+    app.add_flag("--json", options.json, "Print one JSON document with every key");
+    app.add_flag("--keys", options.keys, "Print every key that the library stored");
+    app.add_flag("--log", options.log, "Print what the library wrote to its log");
+    DeviceOptions device;
+    addDeviceOptions(app, device);
+    try {
+        app.parse(count, arguments);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : kExitUsage;
+    }
+    shape(options.device, device);
+    return {};
+}
+
+}  // namespace inspect

@@ -1,0 +1,27 @@
+// The command line.
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Host.h"
+
+namespace inspect {
+
+inline constexpr int kExitFileError = 1;
+inline constexpr int kExitUsage = 2;
+
+struct Options {
+    std::vector<std::string> files;
+    bool json = false;
+    bool keys = false;
+    bool log = false;
+    host::Device device = host::typicalPhone();
+};
+
+// Fills the options, or prints what was asked for or what is wrong and returns the exit status.
+std::optional<int> readCommandLine(int count, char** arguments, Options& options);
+
+}  // namespace inspect

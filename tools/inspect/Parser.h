@@ -1,0 +1,32 @@
+// The container parser's part: tells the library about a file and takes down what it makes of it.
+
+#pragma once
+
+#include "inspect/Report.h"
+#include "platform/Host.h"
+#include "zrcodecparser/MediaExtractorHelper.h"
+
+namespace inspect {
+
+// Owns the platform's device, log sink and fatal handler while it lives: one at a time.
+class Parser {
+public:
+    explicit Parser(host::Device device);
+    ~Parser();
+    Parser(const Parser&) = delete;
+    Parser& operator=(const Parser&) = delete;
+
+    FileReport describe(const MediaFile& file);
+
+private:
+    TrackReport describeTrack(android::MediaExtractorHelper& helper, const Stream& stream,
+                              bool hasWholeFrames);
+    std::vector<host::LogLine> takeLog();
+
+    host::Device mDevice;
+    std::vector<host::LogLine> mLog;
+    host::LogSink mFormerSink;
+    host::FatalHandler mFormerHandler;
+};
+
+}  // namespace inspect

@@ -1,0 +1,35 @@
+// What the library made of a file: all that there is to print.
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "inspect/Describe.h"
+#include "inspect/Format.h"
+#include "inspect/MediaFile.h"
+#include "inspect/Verdict.h"
+
+namespace inspect {
+
+struct TrackReport {
+    Stream stream;
+    Entries entries;
+    std::vector<CodecDatum> codecData;
+    Verdict verdict;
+    std::vector<std::string> notes;  // what went wrong beside the verdict
+    std::vector<host::LogLine> log;
+};
+
+struct FileReport {
+    std::string path;
+    std::string error;  // not empty: the file could not be read, and nothing else is set
+    std::optional<std::string> truncation;
+    std::string format;
+    std::string formatName;
+    Entries entries;
+    std::vector<TrackReport> tracks;  // also what is no track to the library: Kind::kOther
+};
+
+}  // namespace inspect

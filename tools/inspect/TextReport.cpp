@@ -1,0 +1,210 @@
+#include "inspect/TextReport.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <string_view>
+
+#include "inspect/Bytes.h"
+#include "zrcodecparser/CodecType.h"
+#include "zrcodecparser/FormatKeys.h"
+
+namespace inspect {
+namespace {
+
+using namespace android;
+
+constexpr std::string_view kBold = "1";
+constexpr std::string_view kDim = "2";
+constexpr std::string_view kRed = "31";
+constexpr std::string_view kGreen = "32";
+constexpr std::string_view kYellow = "33";
+
+constexpr const char* kIndent = "             ";
+
+std::string paint(const TextStyle& style, std::string_view colour, const std::string& text) {
+    if (!style.colour) return text;
+    return "\x1b[" + std::string(colour) + "m" + text + "\x1b[0m";
+}
+
+std::string padded(std::string text, size_t width) {
+    text.resize(std::max(width, text.size()), ' ');
+    return text;
+}
+
+std::string rightAligned(const std::string& text, size_t width) {
+    return std::string(width - std::min(width, text.size()), ' ') + text;
+}
+
+template <typename... Arguments>
+std::string print(const char* format, Arguments... arguments) {
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), format, arguments...);
+    return text.data();
+}
+
+std::string durationText(int64_t microseconds) {
+    constexpr int64_t kPerSecond = 1'000'000;
+    const double seconds = static_cast<double>(microseconds % (60 * kPerSecond)) / 1e6;
+    const auto minutes = static_cast<long long>(microseconds / (60 * kPerSecond));
+    if (minutes == 0) return print("%.3f s", seconds);
+    if (minutes < 60) return print("%lld:%06.3f", minutes, seconds);
+    return print("%lld:%02lld:%06.3f", minutes / 60, minutes % 60, seconds);
+}
+
+std::string bitRateText(int32_t bitRate) {
+    constexpr int kThousand = 1000;
+    if (bitRate < kThousand) return std::to_string(bitRate) + " b/s";
+    return std::to_string((bitRate + kThousand / 2) / kThousand) + " kb/s";
+}
+
+std::string mimeOf(const Entries& entries) {
+    const auto* mime = findValue<std::string>(entries, AMEDIAFORMAT_KEY_MIME);
+    return mime != nullptr ? printable(*mime) : "-";
+}
+
+// What the format says, in the words of a person. Values of 0 mean that nobody knows.
+class Facts {
+public:
+    explicit Facts(const TrackReport& track)
+        : mEntries(track.entries), mText(printable(track.stream.codec)) {
+        const int32_t width = number(AMEDIAFORMAT_KEY_WIDTH);
+        const int32_t height = number(AMEDIAFORMAT_KEY_HEIGHT);
+        if (width > 0) add(std::to_string(width) + "x" + std::to_string(height));
+        addNumber(AMEDIAFORMAT_KEY_FRAME_RATE, " fps");
+        addNumber(AMEDIAFORMAT_KEY_SAMPLE_RATE, " Hz");
+        const int32_t channels = number(AMEDIAFORMAT_KEY_CHANNEL_COUNT);
+        if (channels > 0)
+            add(std::to_string(channels) + (channels == 1 ? " channel" : " channels"));
+        if (hasPlainSamples(track.stream.codecType))
+            addNumber(ZREAMEDIAFORMAT_KEY_SAMPLEBITS, " bits");
+        const int32_t bitRate = number(AMEDIAFORMAT_KEY_BIT_RATE);
+        if (bitRate > 0) add(bitRateText(bitRate));
+        const auto* language = findValue<std::string>(mEntries, AMEDIAFORMAT_KEY_LANGUAGE);
+        if (language != nullptr && *language != "und") add("language " + printable(*language));
+        const auto* duration = findValue<int64_t>(mEntries, AMEDIAFORMAT_KEY_DURATION);
+        if (duration != nullptr) add(durationText(*duration));
+    }
+    const std::string& text() const { return mText; }
+
+private:
+    static bool hasPlainSamples(uint32_t codecType) {
+        return codecType == kCodecTypePcm || codecType == kCodecTypeFlac ||
+               codecType == kCodecTypeAlac;
+    }
+    int32_t number(const char* key) const {
+        const auto* value = findValue<int32_t>(mEntries, key);
+        return value != nullptr ? *value : 0;
+    }
+    void add(const std::string& fact) { mText += ", " + fact; }
+    void addNumber(const char* key, const char* unit) {
+        if (number(key) > 0) add(std::to_string(number(key)) + unit);
+    }
+
+    const Entries& mEntries;
+    std::string mText;
+};
+
+std::string verdictText(const Verdict& verdict, const TextStyle& style) {
+    std::string_view colour = kRed;
+    if (verdict.play == Play::kPlays) colour = kGreen;
+    if (verdict.play == Play::kPlaysInSoftware) colour = kYellow;
+    std::string text = paint(style, colour, std::string(toString(verdict.play)));
+    if (!verdict.reason.empty()) text += ": " + printable(verdict.reason);
+    return text;
+}
+
+struct ValueText {
+    std::string operator()(int32_t value) const { return "int32   " + std::to_string(value); }
+    std::string operator()(int64_t value) const { return "int64   " + std::to_string(value); }
+    std::string operator()(const std::string& value) const { return "string  " + printable(value); }
+    std::string operator()(const ByteVector& value) const { return "buffer  " + hex(value, " "); }
+};
+
+void printKeys(std::ostream& out, const Entries& entries, const std::string& indent) {
+    size_t width = 0;
+    for (const auto& entry : entries) width = std::max(width, entry.key.size());
+    for (const auto& entry : entries) {
+        out << indent << padded(entry.key, width) << "  " << std::visit(ValueText{}, entry.value)
+            << '\n';
+    }
+}
+
+void printCodecData(std::ostream& out, const std::vector<CodecDatum>& data) {
+    size_t keyWidth = 0;
+    size_t sizeWidth = 0;
+    const auto sizeText = [](const CodecDatum& datum) {
+        return datum.sizeBytes ? std::to_string(*datum.sizeBytes) + " bytes" : std::string();
+    };
+    for (const CodecDatum& datum : data) {
+        keyWidth = std::max(keyWidth, datum.key.size());
+        sizeWidth = std::max(sizeWidth, sizeText(datum).size());
+    }
+    for (const CodecDatum& datum : data) {
+        out << kIndent << padded(datum.key, keyWidth) << "  "
+            << rightAligned(sizeText(datum), sizeWidth) << (sizeWidth > 0 ? "  " : "")
+            << printable(datum.words) << '\n';
+    }
+}
+
+void printLog(std::ostream& out, const std::vector<host::LogLine>& log, const TextStyle& style) {
+    constexpr std::string_view kLetters = "??VDIWEF";
+    for (const auto& [priority, tag, text] : log) {
+        const auto index = static_cast<size_t>(std::clamp(priority, 0, 7));
+        const std::string line = std::string(1, kLetters[index]) + "/" + tag + ": " + text;
+        out << kIndent << paint(style, kDim, printable(line)) << '\n';
+    }
+}
+
+const char* kindName(Kind kind) {
+    switch (kind) {
+        case Kind::kVideo: return "video";
+        case Kind::kAudio: return "audio";
+        case Kind::kText: return "text ";
+        case Kind::kOther: break;
+    }
+    return "other";
+}
+
+void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
+                const TextStyle& style) {
+    const std::string index = rightAligned(std::to_string(track.stream.index), 4);
+    out << index << "  " << kindName(track.stream.kind) << "  ";
+    if (track.stream.kind == Kind::kOther) {
+        out << printable(track.stream.codec) << ": not a track to the library\n";
+        return;
+    }
+    out << paint(style, kBold, padded(mimeOf(track.entries), mimeWidth)) << "  "
+        << verdictText(track.verdict, style) << '\n'
+        << kIndent << Facts(track).text() << '\n';
+    printCodecData(out, track.codecData);
+    for (const std::string& note : track.notes) {
+        out << kIndent << paint(style, kYellow, printable(note)) << '\n';
+    }
+    if (style.keys) printKeys(out, track.entries, kIndent);
+    if (style.log) printLog(out, track.log, style);
+}
+
+}  // namespace
+
+void printText(std::ostream& out, const FileReport& report, const TextStyle& style) {
+    const bool hasMime = findValue<std::string>(report.entries, AMEDIAFORMAT_KEY_MIME) != nullptr;
+    out << paint(style, kBold, printable(report.path)) << "  "
+        << (hasMime ? mimeOf(report.entries) : "no container MIME type") << ", "
+        << printable(report.formatName);
+    const auto* duration = findValue<int64_t>(report.entries, AMEDIAFORMAT_KEY_DURATION);
+    if (duration != nullptr) out << ", " << durationText(*duration);
+    out << '\n';
+    if (report.truncation) {
+        out << "      " << paint(style, kRed, "truncated") << ": " << *report.truncation << '\n';
+    }
+    if (style.keys) printKeys(out, report.entries, "      ");
+    size_t mimeWidth = 0;
+    for (const TrackReport& track : report.tracks) {
+        if (track.stream.kind == Kind::kOther) continue;
+        mimeWidth = std::max(mimeWidth, mimeOf(track.entries).size());
+    }
+    for (const TrackReport& track : report.tracks) printTrack(out, track, mimeWidth, style);
+}
+
+}  // namespace inspect
