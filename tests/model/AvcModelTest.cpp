@@ -1,0 +1,268 @@
+// Comparison of AVC configuration data with a model, from the raw bytes to all that can be seen.
+
+#include <gtest/gtest.h>
+
+#include "model/NalWalkModel.h"
+#include "model/Random.h"
+#include "support/BitWriter.h"
+#include "zrcodecparser/MediaExtractorHelper.h"
+
+namespace {
+
+using test::Bytes;
+using test::Format;
+using test::Line;
+using test::Outcome;
+
+const android::sp<android::MediaExtractorHelper> helper = new android::MediaExtractorHelper;
+
+// ---- Model
+
+// Of profiles with chroma fields; 118 and 128 have them too, but are read without.
+constexpr auto kHighProfiles = std::to_array<uint32_t>({44, 83, 86, 100, 110, 122, 244});
+
+// Bit by bit; zeros behind the end.
+struct Bits {
+    const Bytes& bytes;
+    size_t position = 0;
+
+    bool atEnd() const { return position >= bytes.size() * 8; }
+    unsigned bit() {
+        const unsigned value = atEnd() ? 0 : (bytes[position / 8] >> (7 - position % 8)) & 1u;
+        ++position;
+        return value;
+    }
+    uint32_t ue() {
+        unsigned zeros = 0;
+        while (bit() == 0) {
+            if (++zeros == 33) return 0;
+        }
+        uint64_t code = 1;
+        for (unsigned i = 0; i < zeros; ++i) code = code << 1 | bit();
+        return static_cast<uint32_t>(code - 1);
+    }
+    void ues(uint32_t count) {
+        for (uint32_t i = 0; i < count && !atEnd(); ++i) ue();
+    }
+};
+
+void modelScalingList(Bits& bits, int entries) {
+    uint32_t last = 8, next = 8;
+    for (int i = 0; i < entries; ++i) {
+        if (next != 0) next = (last + bits.ue() + 256) % 256;
+        if (next != 0) last = next;
+    }
+}
+
+// chroma_format_idc, from the fields that only some profiles have.
+uint32_t modelChroma(Bits& bits, std::vector<Line>& lines) {
+    const uint32_t chroma = bits.ue();
+    if (chroma == 3) bits.bit();
+    bits.ue();
+    bits.ue();
+    bits.bit();
+    if (bits.bit() == 0) return chroma;
+    lines.push_back({ANDROID_LOG_WARN, "seq_scaling_matrix_present_flag != 0u"});
+    for (int i = 0; i < 8; ++i) {
+        if (bits.bit() == 1) modelScalingList(bits, i < 6 ? 16 : 64);
+    }
+    return chroma;
+}
+
+// Width and height, ITU-T H.264 7.3.2.1.1; empty where the process ends.
+std::optional<std::pair<int64_t, int64_t>> modelPicture(const Bytes& sps,
+                                                        std::vector<Line>& lines) {
+    Bits bits{sps, 32};
+    bits.ue();
+    const bool high = sps.size() > 1 && std::ranges::count(kHighProfiles, sps[1]) != 0;
+    const uint32_t chroma = high ? modelChroma(bits, lines) : 1;
+    bits.ue();
+    const uint32_t picOrder = bits.ue();
+    if (picOrder == 0) bits.ue();
+    if (picOrder == 1) {
+        bits.bit();
+        bits.ue();
+        bits.ue();
+        bits.ues(bits.ue());
+    }
+    bits.ue();
+    bits.bit();
+    int64_t width = (int64_t{bits.ue()} + 1) * 16, height = (int64_t{bits.ue()} + 1) * 16;
+    const unsigned fields = bits.bit() == 1 ? 1 : 2;
+    height *= fields;
+    if (width > INT32_MAX || height > INT32_MAX) return std::nullopt;
+    if (fields == 2) bits.bit();
+    bits.bit();
+    if (bits.bit() == 0) return std::pair{width, height};
+    const int64_t left = bits.ue(), right = bits.ue(), top = bits.ue(), bottom = bits.ue();
+    width -= (left + right) * (chroma == 0 || chroma == 3 ? 1 : 2);
+    height -= (top + bottom) * (chroma == 1 ? 2 * fields : fields);
+    if (width < 0 || height < 0) return std::nullopt;
+    return std::pair{width, height};
+}
+
+void appendWithLength(Bytes& out, const Bytes& unit) {
+    test::append(out, {static_cast<uint8_t>(unit.size() >> 8), static_cast<uint8_t>(unit.size())});
+    test::append(out, unit);
+}
+
+Outcome modelConfig(const Bytes& data) {
+    if (data.empty()) return {-1, {}, {{6, "setAVCCSeqHeader size <= 0"}}};
+    const Format format;
+    Outcome outcome;
+    auto& [status, stored, lines] = outcome;
+    const auto from = [&](size_t begin, size_t size) {  // zeros where there is nothing
+        Bytes bytes(data.begin() + static_cast<ptrdiff_t>(std::min(begin, data.size())),
+                    data.end());
+        bytes.resize(size);
+        return bytes;
+    };
+    std::optional<Bytes> sps = test::modelFindUnit(data.data(), data.size(), 7, false), pps;
+    const bool annexB = sps.has_value();
+    if (!annexB) {
+        if (data.size() < 4) return outcome;
+        const size_t length = data[0] * 256u + data[1];
+        if (data.size() - 4 < length || data[2] != 0x67) {
+            AMediaFormat_setBuffer(format.get(), "csd-avc", data.data(), data.size());
+            return {0, test::stored(format), {}};
+        }
+        sps = from(2, length);
+        pps = from(4 + length, data[2 + length] * 256u + data[3 + length]);
+    }
+    const auto picture = modelPicture(*sps, lines);
+    if (!picture) return outcome;
+    status = -1;
+    if (annexB) pps = test::modelFindUnit(data.data(), data.size(), 8, false);
+    if (!pps || sps->size() > 65535 || pps->size() > 65535) return outcome;
+
+    Bytes record = *sps;
+    record.resize(4);
+    record[0] = 1;
+    test::append(record, {0xfd, 0xe1});
+    appendWithLength(record, *sps);
+    record.push_back(1);
+    appendWithLength(record, *pps);
+    AMediaFormat_setBuffer(format.get(), "csd-avc", record.data(), record.size());
+    for (const char* key : {"width", "height", "stride", "slice-height"}) {
+        const bool across = *key == 'w' || key[1] == 't';
+        AMediaFormat_setInt32(format.get(), key,
+                              static_cast<int32_t>(across ? picture->first : picture->second));
+    }
+    std::ostringstream line;
+    line << "found AVC codec config (" << picture->first << " x " << picture->second << ", "
+         << +record[1] << "-profile level " << record[3] / 10 << '.' << record[3] % 10 << ')';
+    lines.push_back({ANDROID_LOG_INFO, line.str()});
+    return {0, test::stored(format), lines};
+}
+
+// ---- Input
+
+// Flags and code numbers, mostly small ones: enough like a real one to reach every field.
+Bytes randomSps(test::Random& random) {
+    test::BitWriter bits;
+    bits.u(8, 0x67);
+    bits.u(8, random.of({44, 83, 86, 100, 110, 122, 244, 66, 77, 88, 118, 128, random.byte()}));
+    bits.u(16, random.any()).ue(random.below(32));
+    for (uint32_t fields = random.below(60); fields > 0; --fields) {
+        if (random.oneIn(3)) bits.u(1, random.any());
+        bits.ue(random.oneIn(16) ? random.anyWidth() : random.below(random.oneIn(2) ? 4 : 120));
+    }
+    return bits.finish();
+}
+
+// A stream, the form with lengths, or neither.
+Bytes randomConfig(test::Random& random) {
+    const Bytes sps = randomSps(random);
+    Bytes pps = random.bytes(1 + random.below(20)), data;
+    pps[0] = 0x68;
+    const uint32_t shape = random.below(5);
+    for (int i = 0; i < 3 && shape < 2; ++i) {
+        test::append(data, Bytes(2 + random.below(3), 0));
+        data.push_back(1);
+        test::append(data, random.oneIn(4)   ? random.bytes(random.below(9))
+                           : random.oneIn(2) ? sps
+                                             : pps);
+    }
+    if (shape >= 2) appendWithLength(data, sps);
+    if (shape >= 2) appendWithLength(data, pps);
+    if (shape == 4) data[random.below(3)] = random.byte();
+    random.damage(data, 5);
+    return data;
+}
+
+// ---- Comparison
+
+template <typename Call>
+Outcome outcomeOf(Call call) {
+    const test::LogCapture log;
+    const Format format;
+    int32_t status = 0;
+    const std::string fatal = test::fatalText([&] { status = call(format.get()); });
+    return {fatal.empty() ? std::optional(status) : std::nullopt, test::stored(format),
+            log.lines()};
+}
+
+void compareConfigs(const Bytes& data, const Outcome& expected) {
+    size_t size = data.size();
+    const Outcome actual = outcomeOf([&](AMediaFormat* format) {
+        return helper->setAVCCSeqHeader(data.data(), size, nullptr, format);
+    });
+    EXPECT_EQ(actual, expected);
+    EXPECT_EQ(size, data.size());
+}
+
+TEST(AvcModel, Dimensions) {
+    size_t seen[2] = {0, 0};
+    for (uint32_t seed = 0; seed < 30000 && !HasFailure(); ++seed) {
+        test::Random random(seed);
+        Bytes sps = random.oneIn(10) ? random.bytes(random.below(60)) : randomSps(random);
+        random.damage(sps, 5);
+        std::vector<Line> lines;
+        const auto expected = modelPicture(sps, lines);
+
+        const android::sp<android::ABuffer> buffer = new android::ABuffer(sps.size());
+        std::ranges::copy(sps, buffer->data());
+        int32_t width = 0, height = 0;
+        const auto [status, stored, log] = outcomeOf([&](AMediaFormat*) {
+            helper->FindAVCDimensions(buffer, &width, &height);
+            return 0;
+        });
+        EXPECT_EQ(log, lines);
+        EXPECT_EQ(status.has_value(), expected.has_value());
+        EXPECT_EQ(std::pair(int64_t{width}, int64_t{height}),
+                  expected.value_or(std::pair(width, height)));
+        if (HasFailure()) ADD_FAILURE() << test::describe(seed, sps);
+        ++seen[expected ? 0 : 1];
+    }
+    for (size_t count : seen) EXPECT_GT(count, 2000u);
+}
+
+TEST(AvcModel, Configurations) {
+    std::map<std::string, int> seen;
+    for (uint32_t seed = 0; seed < 10000 && !HasFailure(); ++seed) {
+        test::Random random(seed);
+        const Bytes data = randomConfig(random);
+        const Outcome expected = modelConfig(data);
+        compareConfigs(data, expected);
+        if (HasFailure()) ADD_FAILURE() << test::describe(seed, data);
+        const auto& [status, stored, lines] = expected;
+        ++seen[!status ? "fatal" : *status != 0 ? "refused" : lines.empty() ? "as it is" : "made"];
+    }
+    for (const char* kind : {"fatal", "refused", "as it is", "made"})
+        EXPECT_GT(seen[kind], 300) << kind;
+}
+
+// The longest parameter sets that fit the record's 16-bit lengths, and one byte more.
+TEST(AvcModel, LongParameterSets) {
+    for (size_t spsSize : {0xffffu, 0x10000u}) {
+        for (size_t ppsSize : {0xffffu, 0x10000u}) {
+            Bytes data{0, 0, 1, 0x67}, pps{0, 0, 1, 0x68};
+            data.resize(3 + spsSize, 0xff);
+            pps.resize(3 + ppsSize, 0xff);
+            test::append(data, pps);
+            compareConfigs(data, modelConfig(data));
+        }
+    }
+}
+
+}  // namespace
