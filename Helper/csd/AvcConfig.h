@@ -12,8 +12,7 @@ namespace android::csd {
 
 using base::Bytes;
 
-// Offsets in the record, and in the SPS without its header byte, of the three bytes that both
-// share.
+// Offsets of bytes that the record shares with the SPS; they are the same in both.
 inline constexpr size_t kAvcRecordProfile = 1;
 inline constexpr size_t kAvcRecordLevel = 3;
 

@@ -25,14 +25,11 @@ constexpr auto kScalingListSizes = std::to_array<unsigned>({16, 16, 16, 16, 16, 
 // ITU-T H.264 7.3.2.1.1.1, scaling_list. delta_scale is se(v) there; here the code number counts as
 // it is, unsigned. That is meant: it decides where a list ends and so which size is reported.
 void skipScalingList(BitReader& reader, unsigned sizeOfScalingList) {
-    uint32_t lastScale = 8;
-    uint32_t nextScale = 8;
+    uint32_t scale = 8;
     for (unsigned j = 0; j < sizeOfScalingList; ++j) {
-        if (nextScale != 0) {
-            const uint32_t delta_scale = reader.ue();
-            nextScale = (lastScale + (delta_scale & 0xFF)) & 0xFF;
-        }
-        if (nextScale != 0) lastScale = nextScale;
+        const uint32_t delta_scale = reader.ue();
+        scale = (scale + (delta_scale & 0xFF)) & 0xFF;
+        if (scale == 0) return;  // nextScale is 0: the last scale holds for the rest of the list
     }
 }
 
