@@ -21,6 +21,9 @@ public:
         u8(static_cast<uint8_t>(value >> 8));
         u8(static_cast<uint8_t>(value));
     }
+    void u32LittleEndian(uint32_t value) {
+        for (unsigned shift = 0; shift < 32; shift += 8) u8(static_cast<uint8_t>(value >> shift));
+    }
     void zeros(size_t count) { mBytes.insert(mBytes.end(), count, uint8_t{0}); }
     void bytes(Bytes data) { mBytes.insert(mBytes.end(), data.begin(), data.end()); }
 

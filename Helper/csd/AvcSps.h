@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "Helper/base/ByteReader.h"
+#include "Helper/csd/PictureSize.h"
 
 namespace android::csd {
 
@@ -22,11 +23,6 @@ struct AvcSps {
     uint32_t frame_crop_right_offset = 0;
     uint32_t frame_crop_top_offset = 0;
     uint32_t frame_crop_bottom_offset = 0;
-};
-
-struct PictureSize {
-    int32_t width;   // luma samples
-    int32_t height;  // luma samples
 };
 
 // Reads a unit that begins with its header byte. The bytes are taken as they are: emulation

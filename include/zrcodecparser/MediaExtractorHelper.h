@@ -4,7 +4,8 @@
 //   setFileMeta      once, with the kind of file;
 //   setTrackMeta     for each track: geometry or rates, language, and the MIME type;
 //   setAudioConfig,  for each track that has codec private data: stores it in the form in which
-//   setAVCCSeqHeader decoders take it.
+//   setVideoConfig   decoders take it;
+//   isKeyFrame       for a sample, where the container does not say.
 //
 // How it fails: operations that return a status return 0 or one of the negative codes named at each
 // of them. That a track cannot be played is no failure but a MIME type: "video/notsupport" or
@@ -140,6 +141,30 @@ public:
     // as ue(v).
     void FindAVCDimensions(const sp<ABuffer>& sps, int32_t* width, int32_t* height);
 
+    // --- HEVC ---
+
+    // Makes a configuration record (ISO/IEC 14496-15 8.3.3.1.2, with 4-byte NAL unit lengths) of an
+    // Annex B stream with an SPS, a PPS and perhaps a VPS, and stores it under
+    // AMEDIAFORMAT_KEY_CSD_HEVC, with the MIME type and the width and height as the SPS gives them.
+    // Chroma format and bit depths in it are always those of 8-bit 4:2:0.
+    //
+    // Returns 0, or -1: for no data, nothing stored; for a stream without an SPS, which is logged
+    // and the data stored unchanged under AMEDIAFORMAT_KEY_CSD_HEVC all the same; for one without a
+    // PPS, which is logged with the same words, and for a parameter set of more than 65535 bytes,
+    // nothing stored. Fatal: a conformance window larger than the picture, a side of 2^31 or more,
+    // an SPS shorter than its 2-byte header.
+    status_t MakeHEVCCodecSpecificData(const uint8_t* data, size_t size, AMediaFormat* format);
+
+    // The picture size in luma samples from an SPS that begins with its NAL unit header (ITU-T
+    // H.265 7.3.2.2.1). Nothing is written for an SPS of 2 bytes. Departs from the standard on
+    // purpose: the conformance window counts in luma samples whatever the chroma format, and the
+    // last two bytes of the unit read as zero.
+    void FindHEVCDimensions(const sp<ABuffer>& sps, int32_t* width, int32_t* height);
+
+    // "Main Profile", "Main 10 profile", "Main Still Picture profile" for a general_profile_idc of
+    // 1, 2, 3 (ITU-T H.265 A.3); "Unknown" for any other.
+    const char* HEVCProfileToString(uint8_t profile);
+
     // --- Audio codec data ---
 
     // Stores an audio track's codec private data, of *size bytes, in the form for its CodecType:
@@ -181,6 +206,35 @@ public:
     // with nothing stored; -10001 when the second or third packet is of a wrong type, with
     // AMEDIAFORMAT_KEY_CSD_0 stored all the same.
     status_t setVorbisCodecSpecificData(const uint8_t* data, size_t* size, AMediaFormat* format);
+
+    // --- Video codec data ---
+
+    // Stores a video track's codec private data, of size bytes, in the form for the codecType of
+    // the TrackInfo at trackInfo:
+    //   MPEG-1, -2, -4, DivX 4 to 6   as setESDS for video
+    //   AVC                           as setAVCCSeqHeader, with its status
+    //   WMV, VC-1                     as setVC1SeqHeader
+    //   Theora                        the whole data: "theora-codec-specific-data"
+    //   HEVC                          as MakeHEVCCodecSpecificData, with its status
+    // Any other code stores nothing. Returns 0 but for AVC and HEVC. size is not changed.
+    status_t setVideoConfig(void* trackInfo, const uint8_t* data, size_t& size,
+                            AMediaFormat* format);
+
+    // Stores a WMV or VC-1 sequence header under "vc1-sequence-header" and 0 under
+    // "use-arbitrary-mode". Behind the *size bytes given stand the width and height of the
+    // TrackInfo at trackInfo, 32-bit little-endian, and a profile byte: 0 simple, 1 main, 2
+    // advanced or unknown; for WMV 7 and 8 the profile byte alone. Stores nothing for other codecs.
+    // Returns 0.
+    status_t setVC1SeqHeader(const void* data, size_t* size, void* trackInfo, AMediaFormat* format);
+
+    // --- Samples ---
+
+    // Whether one whole sample of a track can be decoded on its own, for containers that do not
+    // mark such samples: by the first VOP in MPEG-4 and DivX 4 to 6 (ISO/IEC 14496-2 6.2.5), the
+    // picture header in H.263 (ITU-T H.263 5.1), an IDR slice in Annex B H.264 (ITU-T H.264 7.3.1).
+    // False for any other codec, HEVC included, and for no data. An H.263 picture that is not INTRA
+    // is logged.
+    bool isKeyFrame(const uint8_t* data, size_t size, int codecType);
 
 private:
     sp<ID3Wrapper> mID3Wrapper;

@@ -1,0 +1,110 @@
+#include "Helper/csd/HevcConfig.h"
+
+#include <algorithm>
+
+#include "Helper/base/ByteWriter.h"
+#include "Helper/csd/NalUnits.h"
+
+namespace android::csd {
+namespace {
+
+// nal_unit_type, ITU-T H.265 Table 7-1
+constexpr uint8_t kNalVps = 32;
+constexpr uint8_t kNalSps = 33;
+constexpr uint8_t kNalPps = 34;
+
+constexpr size_t kRecordHeaderSize = 23;
+constexpr size_t kArrayHeaderSize = 5;  // with the length of the one unit in it
+constexpr uint8_t kConfigurationVersion = 1;
+
+// What the record copies out of the SPS: general_profile_space to general_level_idc.
+constexpr size_t kSpsProfile = 3;
+constexpr size_t kProfileTierLevelSize = 12;
+
+void appendArray(base::ByteWriter& record, uint8_t nalType, Bytes unit) {
+    record.u8(nalType);                              // array_completeness 0, NAL_unit_type
+    record.u16(1);                                   // numNalus
+    record.u16(static_cast<uint16_t>(unit.size()));  // nalUnitLength
+    record.bytes(unit);                              // nalUnit
+}
+
+Bytes prefixOf(size_t lengthSize) {
+    static constexpr std::array<uint8_t, 4> kStartCode = {0, 0, 0, 1};
+    return lengthSize < 3 ? Bytes(kStartCode).first(lengthSize)
+                          : Bytes(kStartCode).last(lengthSize);
+}
+
+}  // namespace
+
+std::optional<Bytes> findHevcVps(Bytes stream) {
+    return findNalUnit(stream, kNalVps, hevcNalType);
+}
+
+std::optional<Bytes> findHevcSps(Bytes stream) {
+    return findNalUnit(stream, kNalSps, hevcNalType);
+}
+
+std::optional<Bytes> findHevcPps(Bytes stream) {
+    return findNalUnit(stream, kNalPps, hevcNalType);
+}
+
+std::optional<std::vector<uint8_t>> makeHevcRecord(std::optional<Bytes> vps, Bytes sps, Bytes pps) {
+    const Bytes first = vps.value_or(Bytes());
+    if (std::max({first.size(), sps.size(), pps.size()}) > UINT16_MAX) return std::nullopt;
+
+    base::ByteWriter record(kRecordHeaderSize + 3 * kArrayHeaderSize + first.size() + sps.size() +
+                            pps.size());
+    record.u8(kConfigurationVersion);  // configurationVersion
+    for (size_t i = 0; i < kProfileTierLevelSize; ++i) {
+        record.u8(base::byteAt(sps, kSpsProfile + i));  // general_profile_space … general_level_idc
+    }
+    record.u16(0xF000);  // reserved '1111', min_spatial_segmentation_idc 0
+    record.u8(0xFC);     // reserved '111111', parallelismType 0
+    record.u8(0xFD);     // reserved '111111', chromaFormat 1
+    record.u8(0xF8);     // reserved '11111', bitDepthLumaMinus8 0
+    record.u8(0xF8);     // reserved '11111', bitDepthChromaMinus8 0
+    record.u16(0);       // avgFrameRate
+    record.u8(3);  // constantFrameRate, numTemporalLayers, temporalIdNested, lengthSizeMinusOne 3
+    record.u8(vps ? 3 : 2);  // numOfArrays
+    if (vps) appendArray(record, kNalVps, *vps);
+    appendArray(record, kNalSps, sps);
+    appendArray(record, kNalPps, pps);
+    return record.take();
+}
+
+HevcRecordResult HevcParameterSetStream::assign(Bytes record) {
+    mSize = 0;
+    if (record.size() < kRecordHeaderSize || record[0] != kConfigurationVersion) {
+        return HevcRecordResult::kMalformed;
+    }
+    const Bytes prefix = prefixOf((record[21] & 3u) + 1);
+    const unsigned numOfArrays = record[22];
+    size_t at = kRecordHeaderSize;
+    for (unsigned array = 0; array < numOfArrays; ++array) {
+        const unsigned nalType = base::byteAt(record, at) & 0x3Fu;
+        const uint32_t numNalus = base::bigEndianAt(record, at + 1, 2);
+        at += 3;
+        for (uint32_t i = 0; i < numNalus; ++i) {
+            const size_t unitSize = base::bigEndianAt(record, at, 2);
+            at += 2;
+            const Bytes rest = record.subspan(std::min(at, record.size()));
+            at += unitSize;
+            if (nalType < kNalVps || nalType > kNalPps) continue;
+            if (!append(prefix, rest.first(std::min(unitSize, rest.size())), unitSize)) {
+                return HevcRecordResult::kMalformed;
+            }
+        }
+    }
+    return mSize == 0 ? HevcRecordResult::kEmpty : HevcRecordResult::kStream;
+}
+
+bool HevcParameterSetStream::append(Bytes prefix, Bytes present, size_t unitSize) {
+    if (prefix.size() + unitSize > kCapacity - mSize) return false;
+    auto end = std::ranges::copy(prefix, mBytes.begin() + static_cast<ptrdiff_t>(mSize)).out;
+    end = std::ranges::copy(present, end).out;
+    std::fill_n(end, unitSize - present.size(), uint8_t{0});
+    mSize += prefix.size() + unitSize;
+    return true;
+}
+
+}  // namespace android::csd
