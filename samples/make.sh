@@ -27,6 +27,9 @@ run -f lavfi -i "$picture" -f lavfi -i "$tone" -c:v mpeg4 -q:v 20 -vtag DX50 \
     -c:a libmp3lame -b:a 32k $exact video.avi
 # H.264 with start codes and no container
 run -f lavfi -i "$picture" $x264 -frames:v 5 $exact video.h264
+# 10-bit H.265 with start codes and no container
+run -f lavfi -i "$picture" -c:v libx265 -preset veryfast -crf 40 -pix_fmt yuv420p10le \
+    -x265-params log-level=none:pools=none:frame-threads=1 -frames:v 5 $exact video.hevc
 # AAC behind ADTS headers, Apple Lossless
 run -f lavfi -i "$tone" -t 0.2 -c:a aac -b:a 32k $exact audio.aac
 run -f lavfi -i "$tone" -t 0.05 -c:a alac $exact audio.m4a

@@ -3,91 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <new>
 #include <span>
-#include <string_view>
 
 #include "inspect/CodecMap.h"
-#include "inspect/InputFile.h"
 #include "inspect/LibAv.h"
+#include "inspect/OpenFile.h"
 #include "inspect/PrivateData.h"
-#include "inspect/Truncation.h"
 
 namespace inspect {
 namespace {
-
-constexpr const char* kNotMedia = "is not a media file";
-
-// What libavformat takes for media although nobody would: text drawn on a screen, pictures, lists
-// of other files.
-constexpr auto kNotMediaFormats = std::to_array<std::string_view>(
-        {"tty", "xbin", "bin", "idf", "adf", "image2", "image2pipe", "ico", "ffmetadata", "concat",
-         "hls", "dash", "imf", "sdp"});
-
-std::string firstName(const AVInputFormat& format) {
-    const std::string_view names = format.name;
-    return std::string(names.substr(0, names.find(',')));
-}
-
-struct Guess {
-    const AVInputFormat* format;
-    bool isSure;  // from the content alone, not with the help of the file's name
-};
-
-Guess probe(const FileStream& stream, const std::string& path) {
-    const AVInputFormat* format = nullptr;
-    const int score = av_probe_input_buffer2(stream.get(), &format, path.c_str(), nullptr, 0, 0);
-    if (score <= 0 || format == nullptr) throw FileError(kNotMedia);
-
-    const std::string name = firstName(*format);
-    const bool isPicture = name.ends_with("_pipe");
-    if (isPicture || std::ranges::count(kNotMediaFormats, name) > 0) throw FileError(kNotMedia);
-    const bool isSure = score > AVPROBE_SCORE_RETRY;
-    const bool hasName =
-            format->extensions != nullptr && av_match_ext(path.c_str(), format->extensions) != 0;
-    if (!isSure && !hasName) throw FileError(kNotMedia);
-    return {format, isSure};
-}
-
-// Playlists and the like: only the file that was named is read.
-int refuseOtherFiles(AVFormatContext*, AVIOContext**, const char*, int, AVDictionary**) {
-    return AVERROR(EPERM);
-}
-
-bool isKnown(const AVCodecParameters& codec) {
-    switch (codec.codec_type) {
-        case AVMEDIA_TYPE_VIDEO: return codec.width > 0;
-        case AVMEDIA_TYPE_AUDIO: return codec.sample_rate > 0;
-        default: return true;
-    }
-}
-
-bool hasKnownStream(const AVFormatContext& context) {
-    const std::span streams(context.streams, context.nb_streams);
-    return std::ranges::any_of(streams, [](const AVStream* s) { return isKnown(*s->codecpar); });
-}
-
-std::string whyUnreadable(int status, const MediaFile& file, const LibAvSilence& silence) {
-    const std::string truncated = "is truncated: ";
-    if (status == AVERROR_EOF && !file.truncation) return truncated + "it ends inside its headers";
-    const std::string why = status < 0 ? silence.complaint(status) : "no track can be read";
-    return file.truncation ? truncated + *file.truncation + "; " + why : why;
-}
-
-LibAvPtr<AVFormatContext> openFormat(const FileStream& stream, const Guess& guess,
-                                     const MediaFile& file, const LibAvSilence& silence) {
-    AVFormatContext* context = avformat_alloc_context();
-    if (context == nullptr) throw std::bad_alloc();
-    context->pb = stream.get();
-    context->io_open = refuseOtherFiles;
-    int status = avformat_open_input(&context, file.path.c_str(), guess.format, nullptr);
-    LibAvPtr<AVFormatContext> owner(status < 0 ? nullptr : context);
-    if (status >= 0) status = avformat_find_stream_info(context, nullptr);
-    if (status >= 0 && hasKnownStream(*context)) return owner;
-
-    if (!guess.isSure) throw FileError(kNotMedia);
-    throw FileError(whyUnreadable(status, file, silence));
-}
 
 template <typename T>
 T atLeastZero(int64_t value) {
@@ -173,25 +97,19 @@ Stream readStream(AVFormatContext& context, AVStream& stream) {
 }  // namespace
 
 MediaFile readMediaFile(const std::string& path) {
-    const LibAvSilence silence;
-    const InputFile input(path);
-    const FileStream stream(input);
-    const Guess guess = probe(stream, path);
-    const AVInputFormat& format = *guess.format;
-
+    const OpenFile open(path, Samples::kWhole);
+    AVFormatContext& context = open.context();
     MediaFile file;
     file.path = path;
-    file.format = firstName(format);
-    file.formatName = format.long_name != nullptr ? format.long_name : file.format;
-    file.truncation = findTruncation(file.format, input);
-
-    const LibAvPtr<AVFormatContext> context = openFormat(stream, guess, file, silence);
-    file.majorBrand = tagOf(context->metadata, "major_brand");
-    file.durationUs = toMicroseconds(context->duration, av_get_time_base_q());
-    for (AVStream* each : std::span(context->streams, context->nb_streams)) {
-        file.streams.push_back(readStream(*context, *each));
+    file.format = open.format();
+    file.formatName = open.formatName();
+    file.truncation = open.truncation();
+    file.majorBrand = tagOf(context.metadata, "major_brand");
+    file.durationUs = toMicroseconds(context.duration, av_get_time_base_q());
+    for (AVStream* each : std::span(context.streams, context.nb_streams)) {
+        file.streams.push_back(readStream(context, *each));
     }
-    completeFromPackets(*context, file.streams);
+    completeFromPackets(context, file.streams);
     for (Stream& each : file.streams) {
         adaptPrivateData(each);
         if (!each.durationUs) each.durationUs = file.durationUs;

@@ -54,6 +54,44 @@ Json logToJson(const std::vector<host::LogLine>& log) {
     return array;
 }
 
+Json rowToJson(const Row& row) {
+    Json json = {{"offset", row.offset},
+                 {"bytes", hex(row.bytes, "")},
+                 {"depth", row.depth},
+                 {"name", row.name},
+                 {"value", textOrNull(row.value)}};
+    if (row.bits > 0) json["bits"] = row.bits;
+    return json;
+}
+
+Json explanationsToJson(const std::vector<Explanation>& explanations) {
+    Json array = Json::array();
+    for (const Explanation& each : explanations) {
+        Json rows = Json::array();
+        for (const Row& row : each.rows) rows.push_back(rowToJson(row));
+        array.push_back({{"key", each.key}, {"bytes", each.sizeBytes}, {"rows", rows}});
+    }
+    return array;
+}
+
+Json keyFramesToJson(const KeyFrames& frames) {
+    Json disputes = Json::array();
+    for (const auto& [sample, timeUs, libraryCallsKey] : frames.firstDisputed) {
+        disputes.push_back({{"sample", sample},
+                            {"timeUs", timeUs ? Json(*timeUs) : Json()},
+                            {"library", libraryCallsKey},
+                            {"marked", !libraryCallsKey}});
+    }
+    return {{"markedBy", frames.isMarkedByContainer ? "container" : "demuxer"},
+            {"samples", frames.samples},
+            {"unreadable", frames.unreadable},
+            {"library", frames.library},
+            {"marked", frames.marked},
+            {"disputed", frames.disputed},
+            {"firstOfLibrary", frames.firstOfLibrary},
+            {"firstDisputed", disputes}};
+}
+
 const char* kindName(Kind kind) {
     switch (kind) {
         case Kind::kVideo: return "video";
@@ -77,6 +115,8 @@ Json trackToJson(const TrackReport& track) {
     json["codecData"] = codecDataToJson(track.codecData);
     json["keys"] = keysToJson(track.entries);
     json["log"] = logToJson(track.log);
+    if (!track.explanations.empty()) json["explanations"] = explanationsToJson(track.explanations);
+    if (track.keyFrames) json["keyFrames"] = keyFramesToJson(*track.keyFrames);
     return json;
 }
 

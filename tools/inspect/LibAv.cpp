@@ -27,6 +27,17 @@ void keepComplaint(void* /*source*/, int level, const char* format, va_list argu
 
 }  // namespace
 
+LibAvPtr<AVBSFContext> openFilter(const char* name, const AVStream& stream) {
+    const AVBitStreamFilter* filter = av_bsf_get_by_name(name);
+    AVBSFContext* context = nullptr;
+    if (filter == nullptr || av_bsf_alloc(filter, &context) < 0) return nullptr;
+    LibAvPtr<AVBSFContext> owner(context);
+    if (avcodec_parameters_copy(context->par_in, stream.codecpar) < 0) return nullptr;
+    context->time_base_in = stream.time_base;
+    if (av_bsf_init(context) < 0) return nullptr;
+    return owner;
+}
+
 void LibAvDelete::operator()(AVIOContext* context) const {
     av_freep(&context->buffer);
     avio_context_free(&context);

@@ -24,6 +24,9 @@ struct LibAvDelete {
 template <typename T>
 using LibAvPtr = std::unique_ptr<T, LibAvDelete>;
 
+// A bitstream filter for the stream's packets; null when there is no such filter for it.
+LibAvPtr<AVBSFContext> openFilter(const char* name, const AVStream& stream);
+
 // A byte stream over the file, which outlives it.
 class FileStream {
 public:

@@ -79,6 +79,9 @@ std::optional<int> readCommandLine(int count, char** arguments, Options& options
     app.add_flag("--json", options.json, "Print one JSON document with every key");
     app.add_flag("--keys", options.keys, "Print every key that the library stored");
     app.add_flag("--log", options.log, "Print what the library wrote to its log");
+    app.add_flag("--explain", options.explain, "Print the codec data byte by byte");
+    app.add_flag("--frames", options.frames,
+                 "Compare the key frames that the library finds with those marked");
     DeviceOptions device;
     addDeviceOptions(app, device);
     try {

@@ -18,6 +18,8 @@ struct Options {
     bool json = false;
     bool keys = false;
     bool log = false;
+    bool explain = false;
+    bool frames = false;
     host::Device device = host::typicalPhone();
 };
 

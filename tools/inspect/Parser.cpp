@@ -1,5 +1,6 @@
 #include "inspect/Parser.h"
 
+#include <algorithm>
 #include <cstring>
 #include <stdexcept>
 #include <utility>
@@ -84,8 +85,15 @@ status_t storeCodecData(MediaExtractorHelper& helper, const Stream& stream, Trac
     if (stream.kind == Kind::kAudio) {
         return helper.setAudioConfig(info.codecType, data, &size, format);
     }
-    if (info.codecType == kCodecTypeAvc) return helper.setAVCCSeqHeader(data, size, &info, format);
+    if (stream.kind == Kind::kVideo) return helper.setVideoConfig(&info, data, size, format);
     return OK;
+}
+
+bool holdsUnchanged(const Entries& entries, const ByteVector& privateData) {
+    return std::ranges::any_of(entries, [&](const host::FormatEntry& entry) {
+        const auto* bytes = std::get_if<ByteVector>(&entry.value);
+        return bytes != nullptr && *bytes == privateData;
+    });
 }
 
 // What the codec data operation wrote to the log, in one line.
@@ -163,7 +171,10 @@ TrackReport Parser::describeTrack(MediaExtractorHelper& helper, const Stream& st
         const Entries before = format.entries();
         const size_t logged = mLog.size();
         const status_t status = storeCodecData(helper, stream, info, format.get());
-        const std::string note = failureNote(status, mLog, logged);
+        std::string note = failureNote(status, mLog, logged);
+        if (status != OK && holdsUnchanged(format.entries(), stream.privateData)) {
+            note += "; stored unchanged all the same";
+        }
         if (!note.empty()) report.notes.push_back(note);
         report.codecData = describeCodecData(stream.codecType, before, format.entries());
     } catch (const LibraryFatal& fatal) {

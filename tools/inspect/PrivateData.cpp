@@ -17,21 +17,11 @@ constexpr int kMaxPackets = 1000;
 const char* filterName(const Stream& stream) {
     if (!stream.privateData.empty()) return nullptr;
     switch (stream.codecType) {
-        case kCodecTypeAvc: return "extract_extradata";
+        case kCodecTypeAvc:
+        case kCodecTypeHevc: return "extract_extradata";
         case kCodecTypeAac: return stream.codec == "aac" ? "aac_adtstoasc" : nullptr;
         default: return nullptr;
     }
-}
-
-LibAvPtr<AVBSFContext> openFilter(const char* name, const AVStream& stream) {
-    const AVBitStreamFilter* filter = av_bsf_get_by_name(name);
-    AVBSFContext* context = nullptr;
-    if (filter == nullptr || av_bsf_alloc(filter, &context) < 0) return nullptr;
-    LibAvPtr<AVBSFContext> owner(context);
-    if (avcodec_parameters_copy(context->par_in, stream.codecpar) < 0) return nullptr;
-    context->time_base_in = stream.time_base;
-    if (av_bsf_init(context) < 0) return nullptr;
-    return owner;
 }
 
 // The private data that comes with the packet, or nothing. Takes the packet over.

@@ -8,8 +8,10 @@
 
 #include "inspect/Describe.h"
 #include "inspect/Format.h"
+#include "inspect/KeyFrames.h"
 #include "inspect/MediaFile.h"
 #include "inspect/Verdict.h"
+#include "inspect/explain/Explain.h"
 
 namespace inspect {
 
@@ -20,6 +22,8 @@ struct TrackReport {
     Verdict verdict;
     std::vector<std::string> notes;  // what went wrong beside the verdict
     std::vector<host::LogLine> log;
+    std::vector<Explanation> explanations;  // when asked for
+    std::optional<KeyFrames> keyFrames;     // of a video track, when asked for
 };
 
 struct FileReport {

@@ -1,11 +1,12 @@
 #include "inspect/TextReport.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <string_view>
 
 #include "inspect/Bytes.h"
+#include "inspect/ExplainText.h"
+#include "inspect/KeyFramesText.h"
+#include "inspect/TextLayout.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
 
@@ -13,44 +14,6 @@ namespace inspect {
 namespace {
 
 using namespace android;
-
-constexpr std::string_view kBold = "1";
-constexpr std::string_view kDim = "2";
-constexpr std::string_view kRed = "31";
-constexpr std::string_view kGreen = "32";
-constexpr std::string_view kYellow = "33";
-
-constexpr const char* kIndent = "             ";
-
-std::string paint(const TextStyle& style, std::string_view colour, const std::string& text) {
-    if (!style.colour) return text;
-    return "\x1b[" + std::string(colour) + "m" + text + "\x1b[0m";
-}
-
-std::string padded(std::string text, size_t width) {
-    text.resize(std::max(width, text.size()), ' ');
-    return text;
-}
-
-std::string rightAligned(const std::string& text, size_t width) {
-    return std::string(width - std::min(width, text.size()), ' ') + text;
-}
-
-template <typename... Arguments>
-std::string print(const char* format, Arguments... arguments) {
-    std::array<char, 64> text{};
-    std::snprintf(text.data(), text.size(), format, arguments...);
-    return text.data();
-}
-
-std::string durationText(int64_t microseconds) {
-    constexpr int64_t kPerSecond = 1'000'000;
-    const double seconds = static_cast<double>(microseconds % (60 * kPerSecond)) / 1e6;
-    const auto minutes = static_cast<long long>(microseconds / (60 * kPerSecond));
-    if (minutes == 0) return print("%.3f s", seconds);
-    if (minutes < 60) return print("%lld:%06.3f", minutes, seconds);
-    return print("%lld:%02lld:%06.3f", minutes / 60, minutes % 60, seconds);
-}
 
 std::string bitRateText(int32_t bitRate) {
     constexpr int kThousand = 1000;
@@ -181,6 +144,8 @@ void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
     for (const std::string& note : track.notes) {
         out << kIndent << paint(style, kYellow, printable(note)) << '\n';
     }
+    if (track.keyFrames) printKeyFrames(out, *track.keyFrames);
+    for (const Explanation& each : track.explanations) printExplanation(out, each, style);
     if (style.keys) printKeys(out, track.entries, kIndent);
     if (style.log) printLog(out, track.log, style);
 }

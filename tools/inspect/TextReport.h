@@ -5,14 +5,9 @@
 #include <ostream>
 
 #include "inspect/Report.h"
+#include "inspect/TextLayout.h"
 
 namespace inspect {
-
-struct TextStyle {
-    bool colour = false;
-    bool keys = false;  // every key of every format
-    bool log = false;   // the library's log lines
-};
 
 void printText(std::ostream& out, const FileReport& report, const TextStyle& style);
 

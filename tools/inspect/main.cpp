@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,9 +13,11 @@
 #include "inspect/Bytes.h"
 #include "inspect/Demuxer.h"
 #include "inspect/JsonReport.h"
+#include "inspect/KeyFrames.h"
 #include "inspect/Options.h"
 #include "inspect/Parser.h"
 #include "inspect/TextReport.h"
+#include "inspect/explain/Explain.h"
 
 namespace inspect {
 namespace {
@@ -26,11 +29,23 @@ bool wantsColour() {
            terminal != nullptr && std::string_view(terminal) != "dumb";
 }
 
-FileReport inspectFile(const std::string& path, const host::Device& device) {
+// The further looks that were asked for.
+void addDetails(FileReport& report, const MediaFile& file, const Options& options) {
+    const auto keyFrames = options.frames ? compareKeyFrames(file) : std::map<int, KeyFrames>{};
+    for (TrackReport& track : report.tracks) {
+        if (options.explain) track.explanations = explainCodecData(track);
+        const auto found = keyFrames.find(track.stream.index);
+        if (found != keyFrames.end()) track.keyFrames = found->second;
+    }
+}
+
+FileReport inspectFile(const std::string& path, const Options& options) {
     FileReport report;
     report.path = path;
     try {
-        return Parser(device).describe(readMediaFile(path));
+        const MediaFile file = readMediaFile(path);
+        report = Parser(options.device).describe(file);
+        addDetails(report, file, options);
     } catch (const std::exception& error) {
         report.error = error.what();
     }
@@ -54,7 +69,7 @@ int run(const Options& options) {
     int status = EXIT_SUCCESS;
     bool isFirst = true;
     for (const std::string& path : options.files) {
-        FileReport report = inspectFile(path, options.device);
+        FileReport report = inspectFile(path, options);
         if (!options.json && report.error.empty()) {
             if (!isFirst) std::cout << '\n';
             isFirst = false;

@@ -1,0 +1,73 @@
+// Runs zrinspect, and ffprobe as the referee, on the samples.
+
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+struct Result {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+inline std::string readFile(const fs::path& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+inline Result run(const std::string& command) {
+    const fs::path errors = fs::temp_directory_path() / ("zr_err" + std::to_string(getpid()));
+    FILE* pipe = popen((command + " 2>'" + errors.string() + "'").c_str(), "r");
+    std::string out;
+    for (int c = fgetc(pipe); c != EOF; c = fgetc(pipe)) out += static_cast<char>(c);
+    const int status = pclose(pipe);
+    Result result{WIFEXITED(status) ? WEXITSTATUS(status) : -1, out, readFile(errors)};
+    fs::remove(errors);
+    return result;
+}
+
+inline Result inspect(const std::string& arguments) {
+    return run("cd '" SAMPLES "' && '" ZRINSPECT "' " + arguments);
+}
+
+inline json inspectFile(const std::string& arguments) {
+    return json::parse(inspect("--json " + arguments).out)["files"][0];
+}
+
+inline json refereeStreams(const std::string& file) {
+    const std::string ffprobe = "'" FFPROBE "' -v error -of json -show_streams -show_data ";
+    return json::parse(run(ffprobe + "'" SAMPLES + file + "'").out)["streams"];
+}
+
+// The referee prints private data as lines of "offset: hex hex ...  text".
+inline std::string privateData(const json& stream) {
+    std::istringstream dump(stream["extradata"].get<std::string>());
+    std::string digits;
+    for (std::string line; std::getline(dump, line);) digits += line.substr(0, 50).erase(0, 10);
+    std::erase(digits, ' ');
+    return digits;
+}
+
+inline std::string hex(size_t value, int digits) {
+    std::array<char, 20> text;
+    snprintf(text.data(), text.size(), "%0*zx", digits, value);
+    return text.data();
+}
+
+inline void expectContains(const std::string& text, const std::string& part) {
+    EXPECT_NE(text.find(part), std::string::npos) << part << "\nis not in\n" << text;
+}
