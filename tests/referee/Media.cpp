@@ -112,24 +112,34 @@ Stream demux(const std::string& path) {
 
     const AVCodecParameters& parameters = *opened->streams[0]->codecpar;
     Stream stream{parameters.codec_id, parameters.width, parameters.height, {}, {}};
+    stream.format = parameters.format;
+    stream.sound = {parameters.sample_rate, parameters.ch_layout.nb_channels,
+                    parameters.block_align, parameters.bits_per_coded_sample, parameters.bit_rate};
     append(stream.extradata, parameters.extradata, parameters.extradata_size);
     const Owned<AVPacket> packet(av_packet_alloc());
     while (av_read_frame(opened, packet.get()) == 0) {
-        stream.packets.push_back({{}, packet->duration});
+        stream.packets.push_back({{}, packet->duration, (packet->flags & AV_PKT_FLAG_KEY) != 0});
         append(stream.packets.back().data, packet->data, packet->size);
         av_packet_unref(packet.get());
     }
     return stream;
 }
 
-std::vector<std::string> decode(AVCodecID codec, const Bytes& extradata,
-                                const std::vector<Packet>& packets) {
-    const AVCodec* implementation = avcodec_find_decoder(codec);
+std::vector<std::string> decode(const Stream& stream, std::pair<int, int>* codedSize) {
+    const AVCodec* implementation = avcodec_find_decoder(stream.codec);
     const Owned<AVCodecContext> decoder(avcodec_alloc_context3(implementation));
-    decoder->extradata_size = static_cast<int>(extradata.size());
+    const size_t extradataSize = stream.extradata.size();
+    decoder->extradata_size = static_cast<int>(extradataSize);
     decoder->extradata =
-            static_cast<uint8_t*>(av_mallocz(extradata.size() + AV_INPUT_BUFFER_PADDING_SIZE));
-    std::ranges::copy(extradata, decoder->extradata);
+            static_cast<uint8_t*>(av_mallocz(extradataSize + AV_INPUT_BUFFER_PADDING_SIZE));
+    std::ranges::copy(stream.extradata, decoder->extradata);
+    decoder->width = stream.width;
+    decoder->height = stream.height;
+    decoder->sample_rate = stream.sound.sampleRate;
+    av_channel_layout_default(&decoder->ch_layout, stream.sound.channels);
+    decoder->block_align = stream.sound.blockAlign;
+    decoder->bits_per_coded_sample = stream.sound.bitsPerSample;
+    decoder->bit_rate = stream.sound.bitRate;
     check(avcodec_open2(decoder.get(), implementation, nullptr), "opening the decoder");
 
     std::vector<std::string> frames;
@@ -140,14 +150,20 @@ std::vector<std::string> decode(AVCodecID codec, const Bytes& extradata,
             frames.push_back(describe(*frame));
         }
     };
-    for (const auto& [data, duration] : packets) {
+    for (const auto& [data, duration, key] : stream.packets) {
         const Owned<AVPacket> packet(av_packet_alloc());
         check(av_new_packet(packet.get(), static_cast<int>(data.size())), "allocating a packet");
         std::ranges::copy(data, packet->data);
         decodePacket(packet.get());
     }
     decodePacket(nullptr);  // what is still inside
+    if (codedSize != nullptr) *codedSize = {decoder->coded_width, decoder->coded_height};
     return frames;
+}
+
+std::vector<std::string> decode(AVCodecID codec, const Bytes& extradata,
+                                const std::vector<Packet>& packets) {
+    return decode({codec, 0, 0, extradata, packets});
 }
 
 }  // namespace test::media

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/Platform.h"
@@ -18,6 +19,12 @@ namespace test::media {
 struct Packet {
     Bytes data;
     int64_t duration;  // in the stream's time base
+    bool key;
+};
+
+struct Sound {
+    int sampleRate, channels, blockAlign, bitsPerSample;
+    int64_t bitRate;
 };
 
 struct Stream {
@@ -26,6 +33,8 @@ struct Stream {
     int height;
     Bytes extradata;
     std::vector<Packet> packets;
+    int format = -1;  // of samples
+    Sound sound{};
 };
 
 // A path in a folder that goes with the process.
@@ -41,8 +50,12 @@ std::string encode(const std::string& arguments, const std::string& name);
 // The only stream of the file, as libavformat sees it.
 Stream demux(const std::string& path);
 
-// A line a frame, its geometry and a checksum of its samples, from a decoder that knows nothing but
-// the extradata and the packets' data.
+// A line a frame, its geometry and a checksum of its samples, from a decoder that knows the
+// stream's numbers, but for the format, its extradata and the packets' data. Writes the picture
+// size before cropping to codedSize, if given.
+std::vector<std::string> decode(const Stream& stream, std::pair<int, int>* codedSize = nullptr);
+
+// The same from a decoder that knows nothing but the extradata and the packets' data.
 std::vector<std::string> decode(AVCodecID codec, const Bytes& extradata,
                                 const std::vector<Packet>& packets);
 
