@@ -51,9 +51,8 @@ status_t MediaExtractorHelper::setAVCCSeqHeader(const uint8_t* data, size_t& siz
     const csd::Bytes input(data, size);
     int32_t width = 0;
     int32_t height = 0;
-    if (const auto sps = csd::findAvcSps(input)) {
+    if (const auto [sps, pps] = csd::findAvcUnits(input); sps) {
         readDimensions(*sps, &width, &height);
-        const auto pps = csd::findAvcPps(input);
         if (!pps) return kFailed;
         return storeRecord(format, {*sps, *pps, pps->size()}, width, height);
     }

@@ -29,7 +29,7 @@ status_t MediaExtractorHelper::MakeHEVCCodecSpecificData(const uint8_t* data, si
                                                          AMediaFormat* format) {
     if (size == 0) return kFailed;
     const csd::Bytes input(data, size);
-    const auto sps = csd::findHevcSps(input);
+    const auto [vps, sps, pps] = csd::findHevcUnits(input);
     if (!sps) {
         // Stored although the call fails, on purpose: decoders may know what to make of it.
         ZR_LOGW("no sps found !!!");
@@ -39,12 +39,11 @@ status_t MediaExtractorHelper::MakeHEVCCodecSpecificData(const uint8_t* data, si
     int32_t width = 0;
     int32_t height = 0;
     readDimensions(*sps, &width, &height);
-    const auto pps = csd::findHevcPps(input);
     if (!pps) {
         ZR_LOGW("no sps found !!!");  // the same words for a PPS, which log scanners know
         return kFailed;
     }
-    const auto record = csd::makeHevcRecord(csd::findHevcVps(input), *sps, *pps);
+    const auto record = csd::makeHevcRecord(vps, *sps, *pps);
     if (!record) return kFailed;
 
     AMediaFormat_setString(format, AMEDIAFORMAT_KEY_MIME, ZRE_MEDIA_MIMETYPE_VIDEO_HEVC);

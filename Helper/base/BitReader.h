@@ -6,7 +6,6 @@
 
 #pragma once
 
-#include <algorithm>
 #include <bit>
 
 #include "Helper/base/ByteReader.h"
@@ -22,7 +21,8 @@ public:
     // u(n), n <= 32
     uint32_t u(unsigned count) {
         if (count == 0) return 0;
-        const uint64_t bits = peek() >> (64 - count);
+        if (mReady < count) refill();
+        const uint64_t bits = mWord >> (64 - count);
         skip(count);
         return static_cast<uint32_t>(bits);
     }
@@ -30,15 +30,28 @@ public:
     bool flag() { return u(1) != 0; }
 
     void skip(uint64_t count) {
-        const uint64_t left = mBitCount - mPosition;
-        if (count > left) mOk = false;
-        mPosition += std::min(count, left);
+        if (count < mReady) {
+            mWord <<= count;
+            mReady -= static_cast<unsigned>(count);
+        } else {
+            mReady = 0;
+            mWord = 0;
+        }
+        if (count <= mBitCount - mPosition) {
+            mPosition += count;
+        } else {
+            mPosition = mBitCount;
+            mOk = false;
+        }
     }
 
     // ue(v), ITU-T H.264 clause 9.1, in unsigned 32-bit arithmetic. More than 32 leading zero bits
     // are no code number: they yield 0, and the first 33 of them are consumed.
     uint32_t ue() {
-        const auto zeros = static_cast<unsigned>(std::countl_zero(peek()));
+        if (2 * leadingZeros() >= mReady) refill();
+        const unsigned zeros = leadingZeros();
+        // Read in one go, a code is the code number plus one, in 2 * zeros + 1 bits.
+        if (2 * zeros < mReady) return u(2 * zeros + 1) - 1;
         if (zeros > kMaxLeadingZeros) {
             skip(kMaxLeadingZeros + 1);
             return 0;
@@ -51,8 +64,10 @@ public:
 private:
     static constexpr unsigned kMaxLeadingZeros = 32;
 
-    // The next 57 bits or more, at the top of the word; zeros past the end.
-    uint64_t peek() const {
+    unsigned leadingZeros() const { return static_cast<unsigned>(std::countl_zero(mWord)); }
+
+    // Makes 57 bits or more ready; past the end they are zeros.
+    void refill() {
         const auto first = static_cast<size_t>(mPosition / 8);
         uint64_t word = 0;
         if (mData.size() - first >= sizeof(word)) {
@@ -60,12 +75,15 @@ private:
         } else {
             for (size_t i = 0; i < sizeof(word); ++i) word = (word << 8) | byteAt(mData, first + i);
         }
-        return word << (mPosition % 8);
+        mWord = word << (mPosition % 8);
+        mReady = static_cast<unsigned>(64 - mPosition % 8);
     }
 
     Bytes mData;
     uint64_t mBitCount;
     uint64_t mPosition = 0;
+    uint64_t mWord = 0;   // the bits from mPosition on, at the top
+    unsigned mReady = 0;  // how many of them are there; zeros below
     bool mOk = true;
 };
 

@@ -1,6 +1,7 @@
 #include "Helper/csd/AvcConfig.h"
 
 #include <algorithm>
+#include <array>
 
 #include "Helper/base/ByteWriter.h"
 #include "Helper/base/Checked.h"
@@ -18,12 +19,17 @@ constexpr uint8_t kSpsHeader = 0x67;  // nal_ref_idc 3, nal_unit_type 7
 
 }  // namespace
 
-std::optional<Bytes> findAvcSps(Bytes stream) {
-    return findNalUnit(stream, kNalSps, avcNalType);
-}
-
-std::optional<Bytes> findAvcPps(Bytes stream) {
-    return findNalUnit(stream, kNalPps, avcNalType);
+AvcUnits findAvcUnits(Bytes stream) {
+    AvcUnits found;
+    while (!found.sps || !found.pps) {
+        const NalStep step = nextNalUnit(stream, true);
+        if (step.result != NalWalk::kFound) break;
+        const unsigned type = avcNalType(step.unit);
+        if (type == kNalSps && !found.sps) found.sps = step.unit;
+        if (type == kNalPps && !found.pps) found.pps = step.unit;
+        stream = step.rest;
+    }
+    return found;
 }
 
 std::optional<AvcParameterSets> splitAvcLengthPrefixed(Bytes data) {
@@ -42,12 +48,14 @@ std::optional<std::vector<uint8_t>> makeAvcRecord(const AvcParameterSets& sets) 
     if (sps.size() > UINT16_MAX || ppsSize > UINT16_MAX) return std::nullopt;
 
     base::ByteWriter record(sps.size() + ppsSize + 11);
-    record.u8(1);                                   // configurationVersion
-    record.u8(base::byteAt(sps, 1));                // AVCProfileIndication
-    record.u8(base::byteAt(sps, 2));                // profile_compatibility
-    record.u8(base::byteAt(sps, 3));                // AVCLevelIndication
-    record.u8(0xFD);                                // reserved '111111', lengthSizeMinusOne 1
-    record.u8(0xE1);                                // reserved '111', numOfSequenceParameterSets 1
+    record.bytes(std::to_array<uint8_t>({
+            1,                     // configurationVersion
+            base::byteAt(sps, 1),  // AVCProfileIndication
+            base::byteAt(sps, 2),  // profile_compatibility
+            base::byteAt(sps, 3),  // AVCLevelIndication
+            0xFD,                  // reserved '111111', lengthSizeMinusOne 1
+            0xE1,                  // reserved '111', numOfSequenceParameterSets 1
+    }));
     record.u16(static_cast<uint16_t>(sps.size()));  // sequenceParameterSetLength
     record.bytes(sps);                              // sequenceParameterSetNALUnit
     record.u8(1);                                   // numOfPictureParameterSets

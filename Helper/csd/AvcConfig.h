@@ -23,9 +23,12 @@ struct AvcParameterSets {
     size_t ppsSize;
 };
 
-// The first SPS and the first PPS of an Annex B stream.
-std::optional<Bytes> findAvcSps(Bytes stream);
-std::optional<Bytes> findAvcPps(Bytes stream);
+// The first SPS and the first PPS of an Annex B stream, as far as there are such.
+struct AvcUnits {
+    std::optional<Bytes> sps;
+    std::optional<Bytes> pps;
+};
+AvcUnits findAvcUnits(Bytes stream);
 
 // Splits the form of one SPS and one PPS, each behind a 16-bit big-endian length. Empty when the
 // data are not of this form: the SPS leaves no room for the length of a PPS, or does not begin with

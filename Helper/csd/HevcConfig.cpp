@@ -36,16 +36,18 @@ Bytes prefixOf(size_t lengthSize) {
 
 }  // namespace
 
-std::optional<Bytes> findHevcVps(Bytes stream) {
-    return findNalUnit(stream, kNalVps, hevcNalType);
-}
-
-std::optional<Bytes> findHevcSps(Bytes stream) {
-    return findNalUnit(stream, kNalSps, hevcNalType);
-}
-
-std::optional<Bytes> findHevcPps(Bytes stream) {
-    return findNalUnit(stream, kNalPps, hevcNalType);
+HevcUnits findHevcUnits(Bytes stream) {
+    HevcUnits found;
+    while (!found.vps || !found.sps || !found.pps) {
+        const NalStep step = nextNalUnit(stream, true);
+        if (step.result != NalWalk::kFound) break;
+        const unsigned type = hevcNalType(step.unit);
+        if (type == kNalVps && !found.vps) found.vps = step.unit;
+        if (type == kNalSps && !found.sps) found.sps = step.unit;
+        if (type == kNalPps && !found.pps) found.pps = step.unit;
+        stream = step.rest;
+    }
+    return found;
 }
 
 std::optional<std::vector<uint8_t>> makeHevcRecord(std::optional<Bytes> vps, Bytes sps, Bytes pps) {

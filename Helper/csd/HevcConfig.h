@@ -17,10 +17,13 @@ using base::Bytes;
 inline constexpr size_t kHevcRecordProfile = 1;  // general_profile_space, _tier_flag, _profile_idc
 inline constexpr size_t kHevcRecordLevel = 12;   // general_level_idc
 
-// The first units of their kind in an Annex B stream.
-std::optional<Bytes> findHevcVps(Bytes stream);
-std::optional<Bytes> findHevcSps(Bytes stream);
-std::optional<Bytes> findHevcPps(Bytes stream);
+// The first units of their kind in an Annex B stream, as far as there are such.
+struct HevcUnits {
+    std::optional<Bytes> vps;
+    std::optional<Bytes> sps;
+    std::optional<Bytes> pps;
+};
+HevcUnits findHevcUnits(Bytes stream);
 
 // The record, with 4-byte NAL unit lengths. Of the SPS it holds profile, tier and level as they
 // stand; chroma format and bit depths are deliberately those of 8-bit 4:2:0 whatever the SPS says.
