@@ -112,17 +112,4 @@ TEST(CodecData, BrokenRecordIsNamedToItsEnd) {
     }
 }
 
-TEST(CodecData, TextIsATableOfRows) {
-    const std::string text = inspect("--explain video.avi").out;
-    for (const char* part :
-         {"\n             esds, 52 bytes, one by one:\n",
-          "\n                 5  04             tag                                         4\n",
-          "\n                26  01                   profile_and_level_indication          1 "
-          "(Simple, level 1)\n",
-          "\n                41  11 bytes             data\n"
-          "                41    00 c4 8d 88 00 cd 05 04 0b 54 63\n"}) {
-        expectContains(text, part);
-    }
-}
-
 }  // namespace
