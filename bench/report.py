@@ -40,8 +40,12 @@ def duration(nanoseconds):
     return f"{nanoseconds:.3g} ns"
 
 
+def walks():
+    return medians("walk-64KiB.json") | medians("walk-64MiB.json")
+
+
 def walk():
-    found = medians("walk.json")
+    found = walks()
     streams = {}
     for run in found:
         stream, row = run.rsplit("/", 1)
@@ -49,7 +53,7 @@ def walk():
     head = ["stream", "ours: core", "ours: public", "FFmpeg", "GStreamer", "memchr", "memcpy",
             "core to faster peer", "public to faster peer"]
     rows = []
-    context = json.loads((results / "walk.json").read_text())["context"]
+    context = json.loads((results / "walk-64KiB.json").read_text())["context"]
     for stream in sorted(streams, key=lambda s: (s.split("/")[1] != "64KiB", s)):
         time = streams[stream]
         peer = min(time["ffmpeg"], time["gstreamer"])
@@ -144,5 +148,5 @@ count = (results / "count.txt").read_text().strip()
 print(f"AArch64, large units: {count}\n")
 goal("AArch64 instructions a byte, large units", float(count.split()[0]), 0.8, most=True)
 table(["goal", "measured", "asked for", ""], goals)
-noisiest = max(((spread, run) for run, (_, spread, _) in medians("walk.json").items()))
+noisiest = max(((spread, run) for run, (_, spread, _) in walks().items()))
 print(f"Largest spread of the repetitions (standard deviation / mean): {noisiest[0]:.2f}, {noisiest[1]}")

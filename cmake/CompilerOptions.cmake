@@ -27,7 +27,10 @@ if(ZR_SANITIZE)
 endif()
 
 # No undefined symbol is left to chance. Only the sanitizers' own come from the program.
+# Calls inside a library are bound when it is linked, which leaves less to do when it is loaded.
 add_library(zr_shared_options INTERFACE)
+target_compile_options(zr_shared_options INTERFACE -fvisibility-inlines-hidden)
+target_link_options(zr_shared_options INTERFACE -Wl,-Bsymbolic-functions)
 if(NOT ZR_SANITIZE)
   target_link_options(zr_shared_options INTERFACE -Wl,--no-undefined)
 endif()
