@@ -1,8 +1,9 @@
 // Input: a byte that picks the codec (200 and up), then the codec data of an audio track.
 
-#include "Fuzz.h"
+#include "Esds.h"
 
 using fuzz::Bytes;
+using fuzz::checkEsds;
 using fuzz::Format;
 using fuzz::helper;
 
@@ -15,28 +16,6 @@ constexpr const char* kWmaVoice =
         "wma-voice-enc-opt2_1 ";
 constexpr const char* kFlacBlob = "flac-codec-specific-data ";
 constexpr const char* kFlacSizes = "min-block-size max-block-size min-frame-size max-frame-size ";
-
-// Takes tag and size of a descriptor off the front; what follows must be the rest of the input.
-void takeDescriptorHead(Bytes& input, uint32_t tag) {
-    REQUIRE(fuzz::take(input, 1) == tag);
-    size_t size = 0;
-    uint32_t byte;
-    do {
-        byte = fuzz::take(input, 1);
-        size = size << 7 | (byte & 0x7f);
-    } while (byte & 0x80);
-    REQUIRE(size == input.size());
-}
-
-void checkEsds(Bytes esds, Bytes data, uint32_t objectType) {
-    takeDescriptorHead(esds, 3);
-    REQUIRE(fuzz::take(esds, 3) == 0);
-    takeDescriptorHead(esds, 4);
-    REQUIRE(fuzz::take(esds, 1) == objectType);
-    for (int i = 0; i < 3; ++i) REQUIRE(fuzz::take(esds, 4) == 0);
-    takeDescriptorHead(esds, 5);
-    REQUIRE(fuzz::same(esds, data));
-}
 
 void checkDescriptors(Bytes data) {
     size_t size = data.size();
