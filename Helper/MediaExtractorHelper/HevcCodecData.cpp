@@ -31,7 +31,7 @@ status_t MediaExtractorHelper::MakeHEVCCodecSpecificData(const uint8_t* data, si
     const csd::Bytes input(data, size);
     const auto [vps, sps, pps] = csd::findHevcUnits(input);
     if (!sps) {
-        // Stored although the call fails, on purpose: decoders may know what to make of it.
+        // Stored although the call fails, on purpose: this is also the way of a finished record.
         ZR_LOGW("no sps found !!!");
         AMediaFormat_setBuffer(format, AMEDIAFORMAT_KEY_CSD_HEVC, data, size);
         return kFailed;
