@@ -1,17 +1,50 @@
-// The tag reader that each MediaExtractorHelper owns.
+// ID3 tags as entries of a format. MediaExtractorHelper owns one and offers the same operations.
 
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/Errors.h"
+#include "platform/MediaFormat.h"
 #include "platform/RefBase.h"
+#include "zrcodecparser/DataSource.h"
 #include "zrcodecparser/Export.h"
+#include "zrcodecparser/ID3.h"
 
 namespace android {
 
-// Reference-counted and without fields of its own.
+// Reference-counted and without fields of its own. Each operation returns 0, or
+// AMEDIA_ERROR_MALFORMED when there is no valid tag, or where a source is not read: one whose
+// address begins with http:// or https:// and whose flags have the bit 0x40. Nothing is stored
+// then.
 class ZR_EXPORT ID3Wrapper : public RefBase {
 public:
     ID3Wrapper();
     ~ID3Wrapper() override;
+
+    // Stores the texts of a tag (album, artist, album artist, composer, genre, title, year, author,
+    // track, disc, compilation; of several frames of a kind the first, also when it is empty) under
+    // the AMEDIAFORMAT_KEY_* of that name, its first picture under AMEDIAFORMAT_KEY_ALBUMART, and
+    // under ZREAMEDIAFORMAT_KEY_MIXEDENCODINGTYPE which texts are of an unknown 8-bit encoding; see
+    // ID3::checkMixedEncodingtype. Dates of v2.4, comments, lyrics and the picture's MIME type are
+    // not stored.
+    status_t parseID3(AMediaFormat* meta, ID3& id3);
+
+    // The same for the v2 tag at the start of the bytes.
+    status_t parseID3v2MetaData(const uint8_t* data, size_t size, bool ignoreV1,
+                                AMediaFormat* meta);
+
+    // The same for the v2 tag at an offset in bytes, or else, unless ignoreV1 is set, the v1 tag at
+    // the end of the source.
+    status_t parseID3v2MetaData(DataSourceHelper* source, bool ignoreV1, off64_t offset,
+                                AMediaFormat* meta);
+
+    // Stores AMEDIAFORMAT_KEY_ENCODER_DELAY and AMEDIAFORMAT_KEY_ENCODER_PADDING, in samples, from
+    // the first comment with the description "iTunSMPB", when it has them. The tag is looked for at
+    // the start of the source; offset is deliberately ignored.
+    status_t parseID3GaplessInfo(DataSourceHelper* source, bool ignoreV1, off64_t offset,
+                                 AMediaFormat* meta);
 };
 
 }  // namespace android

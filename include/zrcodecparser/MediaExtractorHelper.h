@@ -5,7 +5,9 @@
 //   setTrackMeta     for each track: geometry or rates, language, and the MIME type;
 //   setAudioConfig,  for each track that has codec private data: stores it in the form in which
 //   setVideoConfig   decoders take it;
-//   isKeyFrame       for a sample, where the container does not say.
+//   isKeyFrame       for a sample, where the container does not say;
+//   parseID3...,     with the file's tag, for the texts and the picture that people see.
+//   parseVorbisComment
 //
 // How it fails: operations that return a status return 0 or one of the negative codes named at each
 // of them. That a track cannot be played is no failure but a MIME type: "video/notsupport" or
@@ -235,6 +237,29 @@ public:
     // False for any other codec, HEVC included, and for no data. An H.263 picture that is not INTRA
     // is logged.
     bool isKeyFrame(const uint8_t* data, size_t size, int codecType);
+
+    // --- Tags ---
+
+    // The operations of ID3Wrapper of these names: texts and picture of an ID3 tag in memory or in
+    // a file, encoder delay and padding from its gapless comment.
+    status_t parseID3v2MetaData(const uint8_t* data, size_t size, bool ignoreV1,
+                                AMediaFormat* meta);
+    status_t parseID3v2MetaData(DataSourceHelper* source, bool ignoreV1, off64_t offset,
+                                AMediaFormat* meta);
+    status_t parseID3GaplessInfo(DataSourceHelper* source, bool ignoreV1, off64_t offset,
+                                 AMediaFormat* meta);
+
+    // Stores one comment of a Vorbis comment header (Xiph, "Ogg Vorbis I format specification:
+    // comment field and header specification"), NAME=value with a NUL behind it, where the name,
+    // in any case, is one that has a key: text, the front cover out of METADATA_BLOCK_PICTURE
+    // (base64 of a picture block of RFC 9639 8.8), ANDROID_LOOP=true, the count in ANDROID_HAPTIC.
+    // Stores 0 under ZREAMEDIAFORMAT_KEY_MIXEDENCODINGTYPE whatever the comment says. Malformed
+    // base64 and a haptic count that is out of range are logged; a picture that is a link, of
+    // another type than front cover, or cut short is passed over in silence.
+    //
+    // commentLength, the comment's length in bytes without the NUL, bounds the memory for a
+    // picture. Fatal: a picture comment with a commentLength that does not even cover its name.
+    void parseVorbisComment(AMediaFormat* fileMeta, const char* comment, size_t commentLength);
 
 private:
     sp<ID3Wrapper> mID3Wrapper;

@@ -52,16 +52,7 @@ LogState& state() {
     return instance;
 }
 
-}  // namespace
-
-extern "C" {
-
-int __android_log_print(int priority, const char* tag, const char* format, ...) {
-    va_list arguments;
-    va_start(arguments, format);
-    const LogLine line{priority, tag, formatted(format, arguments)};
-    va_end(arguments);
-
+void deliver(const LogLine& line) {
     std::shared_ptr<const LogSink> sink;
     {
         const std::lock_guard lock(state().mutex);
@@ -72,6 +63,25 @@ int __android_log_print(int priority, const char* tag, const char* format, ...) 
     } else {
         printToStandardError(line);
     }
+}
+
+}  // namespace
+
+extern "C" {
+
+int __android_log_print(int priority, const char* tag, const char* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    const LogLine line{priority, tag, formatted(format, arguments)};
+    va_end(arguments);
+    deliver(line);
+    return 1;
+}
+
+int __android_log_error_write(int tag, const char* subTag, int32_t, const char*, uint32_t) {
+    char number[16];
+    std::snprintf(number, sizeof(number), "0x%x", static_cast<unsigned>(tag));
+    deliver({ANDROID_LOG_ERROR, "security", std::string(number) + " " + subTag});
     return 1;
 }
 

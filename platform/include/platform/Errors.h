@@ -12,6 +12,7 @@ enum : status_t {
     OK = 0,
     BAD_VALUE = -22,
     ERROR_MALFORMED = -1007,
+    ERROR_UNSUPPORTED = -1010,
 };
 
 }  // namespace android

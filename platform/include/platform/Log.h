@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <cstdint>
+
 extern "C" {
 
 enum {
@@ -18,5 +20,10 @@ int __android_log_print(int priority, const char* tag, const char* format, ...)
 // Ends the process with a text made as for printf. The condition only stands in for a missing text.
 [[noreturn]] void __android_log_assert(const char* condition, const char* tag, const char* format,
                                        ...) __attribute__((format(printf, 3, 4)));
+
+// Writes an entry to the event log of security incidents: a tag, the number of the incident as
+// text, the user concerned (-1 for none) and data of its own.
+int __android_log_error_write(int tag, const char* subTag, int32_t uid, const char* data,
+                              uint32_t dataLength);
 
 }  // extern "C"

@@ -1,0 +1,148 @@
+#include "ParserLibrary/id3/Unsynchronization.h"
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+
+#include "ParserLibrary/id3/TagHeader.h"
+
+namespace android::id3 {
+namespace {
+
+constexpr size_t kFrameHeaderSize = 10;
+constexpr size_t kDataLengthSize = 4;
+
+// Format flags of a v2.4 frame header.
+constexpr uint16_t kFrameUnsynchronised = 0x0002;
+constexpr uint16_t kFrameHasDataLength = 0x0001;
+
+// Moves bytes down to where the tag has been written up to. Returns behind them.
+uint8_t* move(uint8_t* to, const uint8_t* from, size_t size) {
+    if (to != from && size != 0) std::memmove(to, from, size);
+    return to + size;
+}
+
+// The same without the 00 after each FF.
+uint8_t* moveUndone(uint8_t* to, const uint8_t* from, size_t size) {
+    const uint8_t* const end = from + size;
+    while (from < end) {
+        const void* found = std::memchr(from, 0xFF, static_cast<size_t>(end - from));
+        const auto* next = found != nullptr ? static_cast<const uint8_t*>(found) + 1 : end;
+        to = move(to, from, static_cast<size_t>(next - from));
+        from = next;
+        if (from < end && *from == 0) ++from;
+    }
+    return to;
+}
+
+struct FrameHeader {
+    size_t dataSize;
+    uint16_t flags;
+};
+
+// The header at the start of the bytes, which are what is left of the tag, or nothing when the
+// frame is larger than that.
+std::optional<FrameHeader> readFrameHeader(Bytes rest, FrameSizes sizes) {
+    const auto size = sizes == FrameSizes::kPlain ? base::bigEndianAt(rest, 4, 4)
+                                                  : readSyncsafe(rest.data() + 4);
+    if (!size || *size > rest.size() - kFrameHeaderSize) return std::nullopt;
+    const auto flags = static_cast<uint16_t>(base::bigEndianAt(rest, 8, 2));
+    if ((flags & kFrameHasDataLength) != 0 && *size < kDataLengthSize) return std::nullopt;
+    return FrameHeader{*size, flags};
+}
+
+void writeFrameHeader(uint8_t* header, size_t dataSize, uint16_t flags) {
+    for (unsigned i = 0; i < 4; ++i) {
+        header[4 + i] = static_cast<uint8_t>(dataSize >> (7 * (3 - i)) & 0x7F);
+    }
+    header[8] = static_cast<uint8_t>(flags >> 8);
+    header[9] = static_cast<uint8_t>(flags);
+}
+
+class FrameWalk {
+public:
+    FrameWalk(std::span<uint8_t> tag, size_t firstFrameOffset, FrameSizes sizes,
+              bool allUnsynchronised, Snapshot* snapshot)
+        : mTag(tag),
+          mFrom(tag.data() + firstFrameOffset),
+          mTo(tag.data() + firstFrameOffset),
+          mSizes(sizes),
+          mAllUnsynchronised(allUnsynchronised),
+          mSnapshot(snapshot) {}
+
+    FramesUndone run() {
+        bool ok = true;
+        while (ok && left() >= kFrameHeaderSize && base::bigEndianAt({mFrom, 4}, 0, 4) != 0) {
+            const auto header = readFrameHeader({mFrom, left()}, mSizes);
+            ok = header.has_value();
+            if (ok) undo(*header);
+        }
+        return finish(ok);
+    }
+
+private:
+    size_t left() const { return static_cast<size_t>(mTag.data() + mTag.size() - mFrom); }
+
+    void undo(FrameHeader frame) {
+        uint16_t flags = frame.flags;
+        const bool unsynchronised = mAllUnsynchronised || (flags & kFrameUnsynchronised) != 0;
+        flags &= static_cast<uint16_t>(~(kFrameUnsynchronised | kFrameHasDataLength));
+        // The header of a frame that is only known to be unsynchronised from the tag's flag keeps
+        // the size from before.
+        const bool rewritten = flags != frame.flags || mSizes == FrameSizes::kPlain;
+        if (rewritten || unsynchronised) keepSnapshot();
+
+        uint8_t* const header = mTo;
+        mTo = move(mTo, mFrom, kFrameHeaderSize);
+        mFrom += kFrameHeaderSize;
+        if ((frame.flags & kFrameHasDataLength) != 0) {
+            mFrom += kDataLengthSize;
+            frame.dataSize -= kDataLengthSize;
+        }
+        const uint8_t* const data = mTo;
+        mTo = unsynchronised ? moveUndone(mTo, mFrom, frame.dataSize)
+                             : move(mTo, mFrom, frame.dataSize);
+        mFrom += frame.dataSize;
+        if (rewritten) writeFrameHeader(header, static_cast<size_t>(mTo - data), flags);
+    }
+
+    void keepSnapshot() {
+        if (mSnapshot == nullptr || mSnapshot->taken) return;
+        std::memcpy(mSnapshot->memory, mTag.data(), mTag.size());
+        mSnapshot->taken = true;
+    }
+
+    // Moves what the walk did not come to behind what it did.
+    FramesUndone finish(bool ok) {
+        uint8_t* const begin = mTag.data();
+        uint8_t* const end = begin + mTag.size();
+        FramesUndone result{ok, mTag.size(), static_cast<size_t>(mFrom - begin),
+                            static_cast<size_t>(mTo - begin)};
+        if (mFrom > end) return result;
+        uint8_t* const newEnd = move(mTo, mFrom, left());
+        if (ok) std::fill(newEnd, end, uint8_t{0});
+        result.size = static_cast<size_t>(newEnd - begin);
+        return result;
+    }
+
+    std::span<uint8_t> mTag;
+    const uint8_t* mFrom;  // up to here the tag has been read
+    uint8_t* mTo;          // and up to here written, never past mFrom
+    FrameSizes mSizes;
+    bool mAllUnsynchronised;
+    Snapshot* mSnapshot;
+};
+
+}  // namespace
+
+size_t removeUnsynchronization(std::span<uint8_t> bytes) {
+    return static_cast<size_t>(moveUndone(bytes.data(), bytes.data(), bytes.size()) - bytes.data());
+}
+
+FramesUndone undoFrames(std::span<uint8_t> tag, size_t firstFrameOffset, FrameSizes sizes,
+                        bool allUnsynchronised, Snapshot* snapshot) {
+    if (firstFrameOffset > tag.size()) return {true, tag.size(), tag.size(), tag.size()};
+    return FrameWalk(tag, firstFrameOffset, sizes, allUnsynchronised, snapshot).run();
+}
+
+}  // namespace android::id3

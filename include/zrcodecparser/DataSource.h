@@ -1,0 +1,65 @@
+// The sources of bytes that tags are read from.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/DataSource.h"
+#include "zrcodecparser/Export.h"
+
+namespace android {
+
+// A source over the plain record that container parsers are handed. The record stays the caller's
+// and must outlive the source. The virtual operations stand in the order of their slots.
+class ZR_EXPORT DataSourceHelper {
+public:
+    explicit DataSourceHelper(CDataSource* source);
+    virtual ~DataSourceHelper();
+
+    DataSourceHelper(const DataSourceHelper&) = delete;
+    DataSourceHelper& operator=(const DataSourceHelper&) = delete;
+
+    // Each returns what the record's entry of that name does.
+    virtual ssize_t readAt(off64_t offset, void* data, size_t size);
+    virtual status_t getSize(off64_t* size);
+    virtual uint32_t flags();
+
+private:
+    friend class ID3Wrapper;  // reads tags through a source of its own over the same record
+    friend struct LayoutProbe;
+
+    CDataSource* mSource;
+};
+
+// A source over bytes in memory, which stay the caller's and must outlive the source. Its size is
+// deliberately not to be had: a tag at the end of the bytes is not looked for.
+class ZR_EXPORT MemorySource : public DataSourceBase {
+public:
+    MemorySource(const uint8_t* data, size_t size);
+    ~MemorySource() override;
+
+    // Returns 0.
+    status_t initCheck() const override;
+    // Copies what there is of size bytes at an offset and returns how many that were; 0 for an
+    // offset that is negative or past the end.
+    ssize_t readAt(off64_t offset, void* data, size_t size) override;
+    // Stores 0 and returns ERROR_UNSUPPORTED.
+    status_t getSize(off64_t* size) override;
+    // Returns false.
+    bool getUri(char* uri, size_t capacity) override;
+    // Returns 0.
+    uint32_t flags() override;
+    // Does nothing.
+    void close() override;
+    // Returns -1 and writes nothing.
+    status_t getAvailableSize(off64_t offset, off64_t* size) override;
+
+private:
+    friend struct LayoutProbe;
+
+    const uint8_t* mData;
+    size_t mSize;
+};
+
+}  // namespace android

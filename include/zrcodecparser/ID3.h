@@ -1,0 +1,177 @@
+// ID3 tags: the tag at a given place of a file (ID3v2.2, v2.3, v2.4) or at its end (v1, v1.1).
+//
+// How it is used: an ID3 reads the tag when it is made and answers from its own copy after that.
+//   isValid            whether there is a tag at all; nothing below may be asked before it is true;
+//   ID3::Iterator      the frames, all or those of one id, in the order of the tag;
+//   getAlbumArt        the first attached picture.
+//
+// How it fails: there are no statuses. Whatever is wrong with a tag as such (a flag that its
+// version does not know, a size that is not syncsafe, a source that reads short, no memory) leaves
+// the object invalid; whatever is wrong with a frame ends the walk there, or gives an empty text. A
+// tag of more than 0x700000 bytes is refused. Messages go to the system log under the tag "ZRID3".
+// Asking for frames or the picture of an invalid object ends the process.
+//
+// The documents: "ID3 tag version 2.3.0", "ID3 tag version 2.4.0" (Main Structure, Native Frames),
+// "ID3 tag version 2" for v2.2; cited as ID3v2.3, ID3v2.4, ID3v2.2.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/DataSource.h"
+#include "platform/Strings.h"
+#include "zrcodecparser/DataSource.h"
+#include "zrcodecparser/Export.h"
+
+namespace android {
+
+namespace id3 {
+struct ByteSource;
+struct Snapshot;
+}  // namespace id3
+
+class ZR_EXPORT ID3 {
+public:
+    enum Version : int32_t {
+        ID3_UNKNOWN,  // no tag
+        ID3_V1,
+        ID3_V1_1,  // with a track number
+        ID3_V2_2,
+        ID3_V2_3,
+        ID3_V2_4,
+    };
+
+    // Reads the v2 tag at an offset in bytes; if there is none, and ignoreV1 is false, the v1 tag
+    // in the last 128 bytes. The source is used in the constructor only.
+    ID3(DataSourceHelper* source, bool ignoreV1, off64_t offset);
+
+    // Reads the v2 tag at the start of the bytes, which are copied. A v1 tag at their end is
+    // deliberately not found, whatever ignoreV1 says.
+    ID3(const uint8_t* data, size_t size, bool ignoreV1);
+
+    ~ID3();
+
+    ID3(const ID3&) = delete;
+    ID3& operator=(const ID3&) = delete;
+
+    bool isValid() const;
+    Version version() const;
+
+    // Reads the tag, in place of what the object holds, and returns whether there is one: a v2 tag
+    // at an offset in bytes, or a v1 tag in the last 128 bytes of a source that knows its size. On
+    // failure the object holds nothing. isValid and isMixedEncodingtype keep to what the
+    // constructor found.
+    bool parseV2(DataSourceHelper* source, off64_t offset);
+    bool parseV2(DataSourceBase* source, off64_t offset);
+    bool parseV1(DataSourceHelper* source);
+    bool parseV1(DataSourceBase* source);
+
+    // Four bytes of 7 bits each, most significant first (ID3v2.4 6.2). Returns false when a byte
+    // has its top bit set; *x then holds what the bytes before it say.
+    static bool ParseSyncsafeInteger(const uint8_t encoded[4], size_t* x);
+
+    // Takes the 00 after each FF out of the whole tag (ID3v2.3 5).
+    void removeUnsynchronization();
+
+    // Undoes unsynchronisation frame by frame (ID3v2.4 4.1.2) and removes data length indicators:
+    // the frames move together, and bytes that become free at the end are zeroed. Frames without
+    // the flag are treated alike where hasGlobalUnsync is true; those keep the size that they had
+    // in their header, deliberately. iTunesHack reads the frame sizes as plain 32-bit numbers, as
+    // some programs write them, and leaves syncsafe ones behind. Returns false when a frame does
+    // not fit into the tag, which is useless then.
+    bool removeUnsynchronizationV2_4(bool iTunesHack, bool hasGlobalUnsync);
+
+    // Works out which of six texts stand in the tag in an 8-bit encoding, of which nobody knows
+    // which: those marked ISO-8859-1, and all of a v1 tag. Bits: 0x01 album, 0x02 artist, 0x04
+    // album artist, 0x08 composer, 0x10 genre, 0x20 title.
+    void checkMixedEncodingtype();
+    // The mask of these bits, despite the name.
+    uint32_t isMixedEncodingtype();
+
+    // The data of the first attached picture (APIC; PIC in v2.2), or null. The bytes belong to the
+    // tag. Sets *length to the size in bytes, 0 for null, and *mime to the MIME type: as it stands
+    // in an APIC frame, image/png, image/jpeg or text/plain (for a link) for a PIC frame. After
+    // warnings about the frame *mime may be set beside a null. A picture of no bytes is possible
+    // with PIC.
+    const void* getAlbumArt(size_t* length, String8* mime) const;
+
+    class Iterator;
+
+private:
+    friend struct LayoutProbe;
+
+    void parse(const id3::ByteSource& source, bool ignoreV1, off64_t offset);
+    bool readV2(const id3::ByteSource& source, off64_t offset);
+    bool readV1(const id3::ByteSource& source);
+    bool prepareFrames(Version version, uint8_t flags);
+    bool skipExtendedHeader(Version version);
+    bool repairFrames(bool hasGlobalUnsync);
+    bool undoFrames(bool iTunesHack, bool hasGlobalUnsync, id3::Snapshot* snapshot);
+    void clear();
+
+    bool mIsValid = false;
+    uint8_t* mData = nullptr;  // without the 10-byte header of a v2 tag
+    size_t mSize = 0;
+    size_t mFirstFrameOffset = 0;
+    Version mVersion = ID3_UNKNOWN;
+    size_t mRawSize = 0;  // with that header, as the header says; 0 for v1
+    uint32_t mMixedEncodingType = 0;
+};
+
+// Walks over the frames of a tag, which it must not outlive. Compressed and encrypted frames are
+// passed over. The fields of a v1 tag are seen as v2.2 frames: TT2 title, TP1 artist, TAL album,
+// TYE year, COM comment, TRK track, TCO genre.
+class ZR_EXPORT ID3::Iterator {
+public:
+    // Stands on the first frame with an id, case-sensitive, or on the first of all for null.
+    Iterator(const ID3& parent, const char* id);
+    ~Iterator();
+
+    Iterator(const Iterator&) = delete;
+    Iterator& operator=(const Iterator&) = delete;
+
+    // Whether there are no more frames.
+    bool done() const;
+    // Goes to the next frame; does nothing when done.
+    void next();
+
+    // The id of the frame, 3 or 4 bytes as they stand in the tag; empty when done.
+    void getID(String8* id) const;
+
+    // The text of the frame; then, where ss is not null, its second half as getstring gives it.
+    void getString(String8* s, String8* ss = nullptr) const;
+
+    // The text of a text frame, or what follows the encoding byte in any other; with secondhalf,
+    // what follows encoding, language and the description up to its NUL, as in COMM frames.
+    // ISO-8859-1 and UTF-8 come as the bytes that they are, NULs included. UTF-16 comes as UTF-8;
+    // if all its characters are below 256 and a byte-order mark was allowed (encoding 1), as
+    // ISO-8859-1. For an iterator made for USLT or ULT, language and description are skipped, which
+    // is taken to be empty. The track number and genre of a v1 tag come as decimal numbers. Empty
+    // when done, for an unknown encoding, and when the frame is too short.
+    void getstring(String8* s, bool secondhalf) const;
+
+    // 0 for v1, 6 for v2.2, 10 for v2.3 and v2.4.
+    size_t getHeaderLength() const;
+
+    // The data of the frame behind its header, *length bytes, which belong to the tag; null and 0
+    // when done.
+    const uint8_t* getData(size_t* length) const;
+
+    // The first byte of the data: 0 ISO-8859-1, 1 UTF-16 with a byte-order mark, 2 UTF-16BE, 3
+    // UTF-8 (ID3v2.4 4). 0 for a v1 tag, 0xFF when done.
+    uint8_t getEncodingType() const;
+
+private:
+    friend struct LayoutProbe;
+
+    void findFrame();
+
+    const ID3& mParent;
+    char* mID;
+    size_t mOffset;
+    const uint8_t* mFrameData;
+    size_t mFrameSize;
+};
+
+}  // namespace android
