@@ -70,14 +70,16 @@ const char* valueOf(const char* comment, std::string_view name) {
 
 void storePicture(AMediaFormat* fileMeta, const char* key, std::string_view value, size_t room) {
     const auto size = vorbis::base64DecodedSize(value);
-    const bool fits = size && *size <= room;
-    std::unique_ptr<uint8_t[]> block;
-    if (fits) block.reset(new (std::nothrow) uint8_t[*size]);
-    if (!fits || (block != nullptr && !vorbis::base64Decode(value, block.get()))) {
+    if (!size || *size > room) {
         ZR_LOGE("malformed base64 encoded data.");
         return;
     }
+    const std::unique_ptr<uint8_t[]> block(new (std::nothrow) uint8_t[*size]);
     if (block == nullptr) return;
+    if (!vorbis::base64Decode(value, block.get())) {
+        ZR_LOGE("malformed base64 encoded data.");
+        return;
+    }
     if (const auto picture = vorbis::frontCover({block.get(), *size})) {
         AMediaFormat_setBuffer(fileMeta, key, picture->data(), picture->size());
     }

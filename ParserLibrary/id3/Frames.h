@@ -27,14 +27,14 @@ struct Frame {
 size_t frameHeaderSize(ID3::Version version);
 
 // The frame at an offset into the tag, or nothing at the end of the frames: of the tag, at padding,
-// or at a frame that does not fit. Fatal: no version that has frames; an offset into a v1 tag at
-// which no field starts.
+// or at a frame that does not fit. Requires a version that has frames. Fatal: an offset into a v1
+// tag at which no field starts.
 std::optional<Frame> frameAt(Bytes tag, ID3::Version version, size_t offset);
 
 // The id under which the field at an offset into a v1 tag is known, or null for no field.
 const char* v1FieldId(size_t offset);
 
-// The offset of the fields for the track number and the genre, which are numbers.
+// Where a v1 tag has numbers for a text.
 inline constexpr size_t kV1TrackOffset = 126;
 inline constexpr size_t kV1GenreOffset = 127;
 

@@ -202,8 +202,8 @@ bool ID3::readV1(const id3::ByteSource& source) {
     return true;
 }
 
-// Leaves the body of a v2 tag as the frames are walked over: without unsynchronisation, and with
-// the offset of the first.
+// Readies the body of a v2 tag for walking over its frames: undoes unsynchronisation, finds the
+// first frame.
 bool ID3::prepareFrames(Version version, uint8_t flags) {
     const bool unsynchronised = (flags & id3::kUnsynchronised) != 0;
     const bool hasExtendedHeader = (flags & id3::kHasExtendedHeader) != 0;
@@ -229,12 +229,12 @@ bool ID3::skipExtendedHeader(Version version) {
 }
 
 // A v2.4 tag whose frames do not fit is tried once more with plain frame sizes, from the bytes as
-// they were. Memory for these is claimed in advance: without it there is no tag, needed or not.
+// they were. Memory for these is claimed in advance: a tag for which there is none is refused,
+// whether or not it turns out to need it.
 bool ID3::repairFrames(bool hasGlobalUnsync) {
     const size_t size = mSize;
     id3::Snapshot snapshot{allocate(size)};
     if (snapshot.memory == nullptr) {
-        clear();
         ZR_ID3_LOGE("b/24623447, no more memory");
         return false;
     }
@@ -254,7 +254,7 @@ bool ID3::undoFrames(bool iTunesHack, bool hasGlobalUnsync, id3::Snapshot* snaps
     const auto done =
             id3::undoFrames({mData, mSize}, mFirstFrameOffset, sizes, hasGlobalUnsync, snapshot);
     mSize = done.size;
-    if (done.readOffset > oldSize) {  // cannot be: every frame fits into what is left
+    if (done.readOffset > oldSize) {  // cannot be: a frame is refused unless it fits
         ZR_ID3_LOGE("b/34618607 (%zu %zu %zu %zu)", done.readOffset, done.writeOffset, oldSize,
                     mSize);
         __android_log_error_write(0x534e4554, "34618607", -1, nullptr, 0);

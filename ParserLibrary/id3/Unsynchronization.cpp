@@ -118,7 +118,6 @@ private:
         uint8_t* const end = begin + mTag.size();
         FramesUndone result{ok, mTag.size(), static_cast<size_t>(mFrom - begin),
                             static_cast<size_t>(mTo - begin)};
-        if (mFrom > end) return result;
         uint8_t* const newEnd = move(mTo, mFrom, left());
         if (ok) std::fill(newEnd, end, uint8_t{0});
         result.size = static_cast<size_t>(newEnd - begin);

@@ -46,7 +46,7 @@ bool readText(const ID3& id3, const char* id, String8* text) {
 }
 
 // What the flag stands for is the source's own affair.
-constexpr uint32_t kStreamedFlag = 0x40;
+constexpr uint32_t kNotReadFlag = 0x40;
 
 bool isWebAddress(const CDataSource& source) {
     char uri[10] = {};
@@ -55,7 +55,7 @@ bool isWebAddress(const CDataSource& source) {
 }
 
 bool isStreamed(DataSourceHelper* source, const CDataSource& record) {
-    return isWebAddress(record) && (source->flags() & kStreamedFlag) != 0;
+    return isWebAddress(record) && (source->flags() & kNotReadFlag) != 0;
 }
 
 struct Gapless {
@@ -63,7 +63,8 @@ struct Gapless {
     unsigned padding;
 };
 
-// Four hexadecimal numbers: 0, encoder delay, padding, length; all in samples.
+// Four hexadecimal numbers: 0, encoder delay, padding, length; all in samples. The numbers are not
+// bounded: a width would change which texts are accepted.
 std::optional<Gapless> readGapless(const String8& text) {
     Gapless gapless;
     if (std::sscanf(text.c_str(), " %*x %x %x %*x", &gapless.delay, &gapless.padding) != 2) {
