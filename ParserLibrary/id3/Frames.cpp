@@ -91,15 +91,6 @@ std::optional<FrameHeader> readHeader(ID3::Version version, const uint8_t* heade
 
 }  // namespace
 
-FrameId frameId(const char* text) {
-    FrameId id = 0;
-    for (unsigned i = 0; i < 4; ++i) {
-        id = id << 8 | static_cast<uint8_t>(*text);
-        if (*text != '\0') ++text;
-    }
-    return *text == '\0' ? id : kNoFrameId;
-}
-
 size_t frameHeaderSize(ID3::Version version) {
     switch (version) {
         case ID3::ID3_V2_2: return 6;

@@ -15,7 +15,15 @@ using base::Bytes;
 // and zeros. An id of more than four characters is none.
 using FrameId = uint64_t;
 inline constexpr FrameId kNoFrameId = uint64_t{1} << 32;
-FrameId frameId(const char* text);
+
+constexpr FrameId frameId(const char* text) {
+    FrameId id = 0;
+    for (unsigned i = 0; i < 4; ++i) {
+        id = id << 8 | static_cast<uint8_t>(*text);
+        if (*text != '\0') ++text;
+    }
+    return *text == '\0' ? id : kNoFrameId;
+}
 
 struct Frame {
     FrameId id;

@@ -17,7 +17,7 @@ constexpr const char* kTag = "ID3Wrapper";
 
 struct TextRow {
     const char* const* key;
-    const char* firstId;  // looked up first
+    const char* firstId;  // counts before the second
     const char* secondId;
 };
 
@@ -37,12 +37,33 @@ constexpr auto kTextRows = std::to_array<TextRow>({
 });
 // clang-format on
 
-// The first frame with the id, as text.
-bool readText(const ID3& id3, const char* id, String8* text) {
-    const ID3::Iterator frame(id3, id);
-    if (frame.done()) return false;
-    frame.getString(text);
-    return true;
+// How a text was found, from the worst to the best.
+enum class FoundBy { kNone, kSecondId, kFirstId };
+
+struct FoundText {
+    String8 text{};
+    FoundBy found = FoundBy::kNone;
+};
+
+FoundBy compare(const String8& id, const TextRow& row) {
+    if (std::strcmp(id.c_str(), row.firstId) == 0) return FoundBy::kFirstId;
+    return std::strcmp(id.c_str(), row.secondId) == 0 ? FoundBy::kSecondId : FoundBy::kNone;
+}
+
+// Of each row, the text of the first frame with its first id, or else with its second.
+std::array<FoundText, kTextRows.size()> readTexts(const ID3& id3) {
+    std::array<FoundText, kTextRows.size()> texts;
+    String8 id;
+    for (ID3::Iterator frame(id3, nullptr); !frame.done(); frame.next()) {
+        frame.getID(&id);
+        for (size_t i = 0; i < texts.size(); ++i) {
+            const FoundBy found = compare(id, kTextRows[i]);
+            if (found <= texts[i].found) continue;
+            texts[i].found = found;
+            frame.getString(&texts[i].text);
+        }
+    }
+    return texts;
 }
 
 // What the flag stands for is the source's own affair.
@@ -106,11 +127,10 @@ status_t ID3Wrapper::parseID3(AMediaFormat* meta, ID3& id3) {
     if (!id3.isValid()) return AMEDIA_ERROR_MALFORMED;
     AMediaFormat_setInt32(meta, ZREAMEDIAFORMAT_KEY_MIXEDENCODINGTYPE,
                           static_cast<int32_t>(id3.isMixedEncodingtype()));
-    String8 text;
-    for (const TextRow& row : kTextRows) {
-        if (readText(id3, row.firstId, &text) || readText(id3, row.secondId, &text)) {
-            AMediaFormat_setString(meta, *row.key, text.c_str());
-        }
+    const auto texts = readTexts(id3);
+    for (size_t i = 0; i < texts.size(); ++i) {
+        if (texts[i].found == FoundBy::kNone) continue;
+        AMediaFormat_setString(meta, *kTextRows[i].key, texts[i].text.c_str());
     }
     size_t size = 0;
     String8 mime;
