@@ -5,6 +5,7 @@
 
 #include <cstring>
 
+#include "Helper/vorbis/Base64.h"
 #include "support/Platform.h"
 #include "support/Tag.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
@@ -209,6 +210,30 @@ std::string base64(const std::string& data, const std::string& last2) {
         out += alphabet[index];
     }
     return out + std::string((4 - out.size() % 4) % 4, '=');
+}
+
+// Every character at every place of texts that take each of the ways through the decoder.
+TEST(VorbisComment, Base64CharacterByCharacter) {
+    const std::string alphabet =
+            "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/-_";
+    for (const size_t length : {4u, 24u, 28u, 72u, 140u}) {
+        for (size_t at = 0; at < length; ++at) {
+            for (int character = 0; character < 256; ++character) {
+                std::string text(length, 'x');
+                text[at] = static_cast<char>(character);
+                const size_t index = alphabet.find(text[at]);
+                std::vector<uint8_t> out(length / 4 * 3, 0xEE);
+                const bool padding = character == '=' && at == length - 1;
+                ASSERT_EQ(android::vorbis::base64Decode(text, out.data()),
+                          index != std::string::npos || padding)
+                        << character << " at " << at << " of " << length;
+                if (index == std::string::npos) continue;
+                const std::string plain = base64({out.begin(), out.end()}, "+/");
+                text[at] = alphabet[index < 64 ? index : index - 2];
+                ASSERT_EQ(plain, text);
+            }
+        }
+    }
 }
 
 TEST(VorbisComment, Pictures) {

@@ -5,6 +5,8 @@
 #include <bit>
 #include <cstring>
 
+#include "Helper/vorbis/Base64Blocks.h"
+
 namespace android::vorbis {
 namespace {
 
@@ -80,9 +82,11 @@ bool base64Decode(std::string_view text, uint8_t* out) {
     text.copy(last.data(), 4, 4 * (groups - 1));
     std::fill(last.end() - static_cast<ptrdiff_t>(padding), last.end(), 'A');
 
-    const char* next = text.data();
-    const size_t fast = groups > 2 ? groups - 2 : 0;
-    uint32_t all = decodeGroups(next, fast, out);
+    const size_t inBlocks = decodeBase64Blocks(text.data(), groups, out);
+    const char* next = text.data() + 4 * inBlocks;
+    out += 3 * inBlocks;
+    const size_t fast = std::max(groups, inBlocks + 2) - 2;
+    uint32_t all = decodeGroups(next, fast - inBlocks, out);
     for (size_t group = fast; group < groups; ++group, next += 4) {
         const bool isLast = group + 1 == groups;
         const uint32_t bits = decodeGroup(isLast ? last.data() : next);
