@@ -7,6 +7,7 @@
 #include <cstring>
 #include <optional>
 
+#include "ParserLibrary/id3/Frames.h"
 #include "platform/Log.h"
 #include "zrcodecparser/FormatKeys.h"
 
@@ -17,23 +18,25 @@ constexpr const char* kTag = "ID3Wrapper";
 
 struct TextRow {
     const char* const* key;
-    const char* firstId;  // counts before the second
-    const char* secondId;
+    id3::FrameId firstId;  // counts before the second
+    id3::FrameId secondId;
 };
+
+constexpr auto idOf = id3::frameId;
 
 // clang-format off
 constexpr auto kTextRows = std::to_array<TextRow>({
-        {&AMEDIAFORMAT_KEY_ALBUM,         "TALB", "TAL"},
-        {&AMEDIAFORMAT_KEY_ARTIST,        "TPE1", "TP1"},
-        {&AMEDIAFORMAT_KEY_ALBUMARTIST,   "TPE2", "TP2"},
-        {&AMEDIAFORMAT_KEY_COMPOSER,      "TCOM", "TCM"},
-        {&AMEDIAFORMAT_KEY_GENRE,         "TCON", "TCO"},
-        {&AMEDIAFORMAT_KEY_TITLE,         "TIT2", "TT2"},
-        {&AMEDIAFORMAT_KEY_YEAR,          "TYE",  "TYER"},
-        {&AMEDIAFORMAT_KEY_AUTHOR,        "TXT",  "TEXT"},
-        {&AMEDIAFORMAT_KEY_CDTRACKNUMBER, "TRK",  "TRCK"},
-        {&AMEDIAFORMAT_KEY_DISCNUMBER,    "TPA",  "TPOS"},
-        {&AMEDIAFORMAT_KEY_COMPILATION,   "TCP",  "TCMP"},
+        {&AMEDIAFORMAT_KEY_ALBUM,         idOf("TALB"), idOf("TAL")},
+        {&AMEDIAFORMAT_KEY_ARTIST,        idOf("TPE1"), idOf("TP1")},
+        {&AMEDIAFORMAT_KEY_ALBUMARTIST,   idOf("TPE2"), idOf("TP2")},
+        {&AMEDIAFORMAT_KEY_COMPOSER,      idOf("TCOM"), idOf("TCM")},
+        {&AMEDIAFORMAT_KEY_GENRE,         idOf("TCON"), idOf("TCO")},
+        {&AMEDIAFORMAT_KEY_TITLE,         idOf("TIT2"), idOf("TT2")},
+        {&AMEDIAFORMAT_KEY_YEAR,          idOf("TYE"),  idOf("TYER")},
+        {&AMEDIAFORMAT_KEY_AUTHOR,        idOf("TXT"),  idOf("TEXT")},
+        {&AMEDIAFORMAT_KEY_CDTRACKNUMBER, idOf("TRK"),  idOf("TRCK")},
+        {&AMEDIAFORMAT_KEY_DISCNUMBER,    idOf("TPA"),  idOf("TPOS")},
+        {&AMEDIAFORMAT_KEY_COMPILATION,   idOf("TCP"),  idOf("TCMP")},
 });
 // clang-format on
 
@@ -45,9 +48,9 @@ struct FoundText {
     FoundBy found = FoundBy::kNone;
 };
 
-FoundBy compare(const String8& id, const TextRow& row) {
-    if (std::strcmp(id.c_str(), row.firstId) == 0) return FoundBy::kFirstId;
-    return std::strcmp(id.c_str(), row.secondId) == 0 ? FoundBy::kSecondId : FoundBy::kNone;
+FoundBy compare(id3::FrameId id, const TextRow& row) {
+    if (id == row.firstId) return FoundBy::kFirstId;
+    return id == row.secondId ? FoundBy::kSecondId : FoundBy::kNone;
 }
 
 // Of each row, the text of the first frame with its first id, or else with its second.
@@ -56,8 +59,9 @@ std::array<FoundText, kTextRows.size()> readTexts(const ID3& id3) {
     String8 id;
     for (ID3::Iterator frame(id3, nullptr); !frame.done(); frame.next()) {
         frame.getID(&id);
+        const id3::FrameId number = id3::frameId(id.c_str());
         for (size_t i = 0; i < texts.size(); ++i) {
-            const FoundBy found = compare(id, kTextRows[i]);
+            const FoundBy found = compare(number, kTextRows[i]);
             if (found <= texts[i].found) continue;
             texts[i].found = found;
             frame.getString(&texts[i].text);
