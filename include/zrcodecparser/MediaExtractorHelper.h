@@ -30,6 +30,7 @@
 #include "platform/Errors.h"
 #include "platform/MediaFormat.h"
 #include "platform/RefBase.h"
+#include "platform/SampleBuffer.h"
 #include "zrcodecparser/Export.h"
 #include "zrcodecparser/ID3Wrapper.h"
 
@@ -262,6 +263,82 @@ public:
     // picture. Fatal: a picture comment with a commentLength that does not cover its name and the
     // =.
     void parseVorbisComment(AMediaFormat* fileMeta, const char* comment, size_t commentLength);
+
+    // --- PCM: sample formats ---
+    //
+    // Widths are in bits: 8, 16, 24 (three bytes a sample) or 32. 16-bit results, integers of 32
+    // bits and floats (IEEE single, full scale 1.0) are in the machine's order, little-endian.
+    // bigEndian says in which order the source stands; of 8-bit sources it says that they are
+    // signed instead of offset binary. A width that a converter does not know is logged and gives
+    // -38, with nothing changed.
+    //
+    // The operations on a buffer work in place on its range, of `length` bytes from `offset` on,
+    // and then set the range to (offset, offset + bytes written): deliberately the end and not the
+    // length, which is the same when the offset is 0. A sample that is cut off at the end of the
+    // range is dropped. But where it is said otherwise nothing looks at the capacity of a buffer:
+    // the caller provides the room that is stated. Fatal: a capacity below the offset, where the
+    // capacity is looked at; sizes that overflow.
+    //
+    // The operations on arrays want room for all of their output, which may begin where the source
+    // begins.
+
+    // Converts to destinationBits by the operation below that does; 32 means float. Returns its
+    // status; 0, and leaves the buffer alone, when the samples are in that format already; -1010
+    // (logged) for a pair that nothing converts: 16, 24, 32 to 8 and 8, 16 to 24; -38 (logged) for
+    // any other.
+    status_t ConvertXtoX(MediaBufferHelper* buffer, int32_t sourceBits, int32_t destinationBits,
+                         bool sourceIsFloat, bool bigEndian);
+
+    // 8, 24 or 32 bits to 16; 16 bits stay as they are. Low bits are cut off, not rounded. 32-bit
+    // samples are integers in little-endian order whatever bigEndian says. For 8 bits the buffer
+    // needs room for 2 * length bytes at the offset, else the result is -1009 and nothing is
+    // changed. The array form takes only the low 32 bits of a number of 8-bit samples, as a signed
+    // number.
+    status_t ConvertXto16(MediaBufferHelper* buffer, int32_t sourceBits, bool bigEndian);
+    status_t ConvertXto16(const uint8_t* source, uint8_t* destination, int32_t sourceBits,
+                          size_t samples, bool bigEndian);
+
+    // 32 bits to 24; 24 bits stay as they are. Floats are clipped at -1.0 and at 1 - 2^-23 and
+    // rounded half away from zero; NaN gives 0. Here bigEndian says how to write the result, and
+    // picks the bytes deliberately so:
+    //   integers  little-endian: the upper 24 bits; big-endian: the lower 24 bits
+    //   floats    little-endian: the 24 bits; big-endian: the sign byte and the upper 16 of them
+    // In a buffer the samples are read from data + 4 * offset on and written from data + offset on,
+    // so for an offset other than 0 the caller provides length bytes there.
+    status_t ConvertXto24packed(MediaBufferHelper* buffer, int32_t sourceBits, bool sourceIsFloat,
+                                bool bigEndian);
+    status_t ConvertXto24packed(const uint32_t* source, uint8_t* destination, int32_t samples,
+                                bool bigEndian);
+    status_t ConvertXto24packed(const float* source, uint8_t* destination, int32_t samples,
+                                bool bigEndian);
+
+    // 24- or 32-bit integers to float. In a buffer, 24 bits need room for 4 bytes a sample at the
+    // offset, which is not checked; big-endian 32 bits are put in order at data + 4 * offset, where
+    // the caller provides length bytes, and converted at data + offset. When less than half of
+    // these have room behind the offset, nothing is done and the result is 0. The array form takes
+    // little-endian samples only.
+    status_t ConvertXtoFloat(MediaBufferHelper* buffer, int32_t sourceBits, bool bigEndian);
+    status_t ConvertXtoFloat(const uint8_t* source, uint8_t* destination, int32_t sourceBits,
+                             size_t samples, bool unused);
+
+    // 24 bits to the upper 24 of 32, for an array. In a buffer, deliberately, the 4 bytes a sample
+    // that the caller has provided at the offset come out as zeros: the writes overtake the reads.
+    // Of 32 bits, which a buffer leaves alone unless they are floats, 0 gives 0.0f, any other
+    // number 2147483648.0f, and one with the sign bit set is fatal.
+    status_t ConvertXto32(MediaBufferHelper* buffer, int32_t sourceBits, bool sourceIsFloat,
+                          bool unused);
+    status_t ConvertXto32(const uint8_t* source, uint8_t* destination, int32_t sourceBits,
+                          size_t samples, bool bigEndian);
+
+    // --- PCM: byte order ---
+
+    // Reverses the bytes of each sample in the buffer's range, which stays as it is; a sample that
+    // is cut off at its end is left alone. Returns 0, also for 8 bits, where there is nothing to
+    // do, and deliberately for an unknown width, which is only logged. 16 and 32 bits: the result
+    // is written at data + 2 * offset and data + 4 * offset, where the caller provides length
+    // bytes; -1009, and nothing changed, when the room behind the offset is less than the 16-bit
+    // samples, or half of the 32-bit samples. Fatal for these: a capacity below the offset.
+    status_t ConvertEndian(MediaBufferHelper* buffer, int32_t sampleBits);
 
 private:
     sp<ID3Wrapper> mID3Wrapper;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/MediaFormat.h"
+#include "platform/SampleBuffer.h"
 
 namespace android::host {
 
@@ -54,6 +55,26 @@ struct FormatEntry {
     FormatValue value;
 };
 std::vector<FormatEntry> formatEntries(const AMediaFormat* format);
+
+// A sample buffer over memory of the caller's, which must outlive it. Keeps any offset, length and
+// capacity as given, and whatever set_range says, unchecked.
+class SampleBuffer : public MediaBufferHelper {
+public:
+    SampleBuffer(void* data, size_t capacity, size_t offset, size_t length);
+    ~SampleBuffer() override;
+
+    void* data() override;
+    size_t size() override;
+    size_t range_offset() override;
+    size_t range_length() override;
+    void set_range(size_t offset, size_t length) override;
+
+private:
+    void* mData;
+    size_t mCapacity;
+    size_t mOffset;
+    size_t mLength;
+};
 
 }  // namespace android::host
 

@@ -1,0 +1,134 @@
+#include "zrcodecparser/WavDump.h"
+
+#include <array>
+
+#include "platform/Log.h"
+
+namespace android {
+namespace {
+
+constexpr const char* kTag = "WavDump";
+constexpr const char* kCountFile = "/data/local/wavdump/count";
+constexpr const char* kDefaultFile = "/data/local/wavdump/wavdump.wav";
+constexpr int kFileNumbers = 100;
+
+constexpr uint16_t kPcm = 1;  // WAVE_FORMAT_PCM
+constexpr uint32_t kHeaderSize = 44;
+
+// The size of what stands behind the first `before` bytes of a file whose size may have wrapped.
+uint32_t sizeBehind(uint32_t before, uint32_t fileSize) {
+    return static_cast<uint32_t>(uint64_t{1} + UINT32_MAX + fileSize - before);
+}
+
+}  // namespace
+
+WavDump::WavDump() {
+    std::snprintf(mFilename, sizeof(mFilename), "/data/local/wavdump/%.4d.wav", get_count());
+    __android_log_print(ANDROID_LOG_INFO, kTag, "mFilename=[%s]", mFilename);
+}
+
+WavDump::WavDump(const char* name) {
+    std::snprintf(mFilename, sizeof(mFilename), "%s", name != nullptr ? name : kDefaultFile);
+    __android_log_print(ANDROID_LOG_INFO, kTag, "mFilename=[%s]", mFilename);
+}
+
+WavDump::~WavDump() {
+    if (mFile != nullptr) std::fclose(mFile);
+}
+
+int WavDump::get_count() {
+    uint8_t count = 0;
+    if (FILE* file = std::fopen(kCountFile, "r")) {
+        if (std::fread(&count, 1, 1, file) != 1) count = 0;
+        std::fclose(file);
+    } else {
+        __android_log_print(ANDROID_LOG_ERROR, kTag, "count was not opened.");
+    }
+
+    FILE* file = std::fopen(kCountFile, "w");
+    if (file == nullptr) {
+        __android_log_print(ANDROID_LOG_ERROR, kTag, "count was not created.");
+        return -1;
+    }
+    std::fputc((count + 1) % kFileNumbers, file);
+    std::fclose(file);
+    return count;
+}
+
+int WavDump::open(uint32_t sampleRate, uint16_t bitsPerSample, uint16_t channels) {
+    if (mFile != nullptr) return -1;
+    const uint32_t blockAlign = bitsPerSample / 8u * channels;
+    mAudioFormat = kPcm;
+    mChannels = channels;
+    mSampleRate = sampleRate;
+    mByteRate = static_cast<uint32_t>(uint64_t{sampleRate} * blockAlign);
+    mBlockAlign = static_cast<uint16_t>(blockAlign);
+    mBitsPerSample = bitsPerSample;
+
+    mFile = std::fopen(mFilename, "w");
+    if (mFile == nullptr) {
+        __android_log_print(ANDROID_LOG_ERROR, kTag, "%s was not created.", mFilename);
+        return -1;
+    }
+    mDataSize = kHeaderSize;
+    rewriteHeader();
+    return 0;
+}
+
+uint32_t WavDump::dump(const uint8_t* data, uint32_t size) {
+    if (!isOpen()) return 0;
+    std::fwrite(data, 1, size, mFile);
+    mDataSize = static_cast<uint32_t>(uint64_t{mDataSize} + size);
+    rewriteHeader();
+    return size;
+}
+
+// Each number stands in the header in the order of the chunks.
+int WavDump::write_header() {
+    if (!isOpen()) return -1;
+    std::fwrite("RIFF", 1, 4, mFile);
+    write_u32le(sizeBehind(8, mDataSize));
+    std::fwrite("WAVEfmt ", 1, 8, mFile);
+    write_u32le(16);
+    write_u16le(mAudioFormat);
+    write_u16le(mChannels);
+    write_u32le(mSampleRate);
+    write_u32le(mByteRate);
+    write_u16le(mBlockAlign);
+    write_u16le(mBitsPerSample);
+    std::fwrite("data", 1, 4, mFile);
+    write_u32le(sizeBehind(kHeaderSize, mDataSize));
+    return 0;
+}
+
+int WavDump::write_u32le(uint32_t value) {
+    if (!isOpen()) return -1;
+    std::array<uint8_t, 4> bytes;
+    for (unsigned i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<uint8_t>(value >> (8 * i));
+    std::fwrite(bytes.data(), 1, bytes.size(), mFile);
+    return static_cast<int>(bytes.size());
+}
+
+int WavDump::write_u16le(uint16_t value) {
+    if (!isOpen()) return -1;
+    const std::array<uint8_t, 2> bytes{static_cast<uint8_t>(value),
+                                       static_cast<uint8_t>(value >> 8)};
+    std::fwrite(bytes.data(), 1, bytes.size(), mFile);
+    return static_cast<int>(bytes.size());
+}
+
+bool WavDump::isOpen() const {
+    if (mFile == nullptr) {
+        __android_log_print(ANDROID_LOG_ERROR, kTag, "%s was not opened.", mFilename);
+    }
+    return mFile != nullptr;
+}
+
+// Seeking also hands what has been written to the system.
+void WavDump::rewriteHeader() {
+    std::fseek(mFile, 0, SEEK_SET);
+    write_header();
+    std::fseek(mFile, static_cast<long>(mDataSize), SEEK_SET);
+}
+
+}  // namespace android

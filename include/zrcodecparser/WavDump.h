@@ -1,0 +1,65 @@
+// Writes PCM into WAV files, for listening to what a decoder put out.
+
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+
+#include "zrcodecparser/Export.h"
+
+namespace android {
+
+// How it is used: make one, open it with the format of the samples, dump them as they come. The
+// header is written anew on every dump, so the file is complete whenever the process stops. Files
+// go to the directory /data/local/wavdump, which has to be there.
+//
+// How it fails: failures are logged under the tag "WavDump" and leave the object usable; errors
+// while writing are not looked at. Samples are taken to be little-endian.
+class ZR_EXPORT WavDump {
+public:
+    // Names the file after the next number of the directory's counter: 0000.wav to 0099.wav.
+    WavDump();
+    // Names the file; null for /data/local/wavdump/wavdump.wav. Of longer names 1023 bytes count.
+    explicit WavDump(const char* name);
+    // Closes the file.
+    ~WavDump();
+
+    WavDump(const WavDump&) = delete;
+    WavDump& operator=(const WavDump&) = delete;
+
+    // The number in the counter file, one byte; 0 when there is none (logged). Stores the next one
+    // in it, 0 after 99; returns -1 when that cannot be done (logged).
+    int get_count();
+
+    // Creates the file for samples of a rate in Hz and a width in bits. Returns 0, or -1 when a
+    // file is open already or cannot be created (logged).
+    int open(uint32_t sampleRate, uint16_t bitsPerSample, uint16_t channels);
+
+    // Appends bytes. Returns size, or 0 when no file is open (logged).
+    uint32_t dump(const uint8_t* data, uint32_t size);
+
+    // Write at the current position of the file: the 44 bytes of the header (RIFF WAVE, one "fmt "
+    // and one "data" chunk; Multimedia Programming Interface and Data Specifications 1.0), or one
+    // number, little-endian. Return 0 or the number of bytes; -1 when no file is open (logged).
+    int write_header();
+    int write_u32le(uint32_t value);
+    int write_u16le(uint16_t value);
+
+private:
+    friend struct LayoutProbe;
+
+    bool isOpen() const;
+    void rewriteHeader();
+
+    uint16_t mAudioFormat = 0;
+    uint16_t mChannels = 0;
+    uint32_t mSampleRate = 0;
+    uint32_t mByteRate = 0;
+    uint16_t mBlockAlign = 0;
+    uint16_t mBitsPerSample = 0;
+    char mFilename[1024];
+    FILE* mFile = nullptr;
+    uint32_t mDataSize = 0;  // of the whole file, with the header
+};
+
+}  // namespace android
