@@ -34,6 +34,8 @@ run -f lavfi -i "$picture" -c:v libx265 -preset veryfast -crf 40 -pix_fmt yuv420
 # AAC behind ADTS headers, Apple Lossless
 run -f lavfi -i "$tone" -t 0.2 -c:a aac -b:a 32k $exact audio.aac
 run -f lavfi -i "$tone" -t 0.05 -c:a alac $exact audio.m4a
+# Big-endian PCM of 24 bits
+run -f lavfi -i "$tone" -t 0.05 -c:a pcm_s24be $exact audio.aiff
 # MP3 and Ogg Vorbis with tags
 run -f lavfi -i "$tone" -t 0.1 -c:a libmp3lame -b:a 32k $exact -id3v2_version 0 -write_xing 0 \
     audio.mp3

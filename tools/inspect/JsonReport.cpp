@@ -4,6 +4,7 @@
 
 #include "inspect/Bytes.h"
 #include "inspect/Utf8.h"
+#include "inspect/pcm/PcmFormat.h"
 #include "inspect/tags/TagText.h"
 #include "zrcodecparser/MediaDefs.h"
 
@@ -116,6 +117,10 @@ Json trackToJson(const TrackReport& track) {
     json["verdict"] = toString(track.verdict.play);
     json["reason"] = textOrNull(track.verdict.reason);
     json["notes"] = track.notes;
+    const PcmFormat* pcm = findPcmFormat(track.stream);
+    if (isPcm(track.stream))
+        json["conversionTo16"] = pcm != nullptr ? Json(pcm->conversion) : Json();
+    if (track.dump) json["dump"] = {{"path", track.dump->path}, {"frames", track.dump->frames}};
     json["codecData"] = codecDataToJson(track.codecData);
     json["keys"] = keysToJson(track.entries);
     json["log"] = logToJson(track.log);

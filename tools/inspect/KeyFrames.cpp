@@ -3,9 +3,9 @@
 #include <span>
 
 #include "inspect/ContainerMap.h"
+#include "inspect/LogSink.h"
 #include "inspect/OpenFile.h"
 #include "inspect/Progress.h"
-#include "platform/Host.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
@@ -13,18 +13,6 @@ namespace inspect {
 namespace {
 
 using namespace android;
-
-// The library logs each H.263 picture that is no key frame.
-class SilentLog {
-public:
-    SilentLog() : mFormer(host::setLogSink([](const host::LogLine&) {})) {}
-    ~SilentLog() { host::setLogSink(mFormer); }
-    SilentLog(const SilentLog&) = delete;
-    SilentLog& operator=(const SilentLog&) = delete;
-
-private:
-    host::LogSink mFormer;
-};
 
 std::optional<int64_t> timeOf(const AVPacket& packet, AVRational base) {
     const int64_t time = packet.pts != AV_NOPTS_VALUE ? packet.pts : packet.dts;
@@ -110,7 +98,7 @@ void readTracks(AVFormatContext& context, std::map<int, Track>& tracks, Progress
 std::map<int, KeyFrames> compareKeyFrames(const MediaFile& file) {
     const bool hasMarks = containerOf(file).hasWholeFrames;
     const OpenFile open(file.path, hasMarks ? Samples::kAsStored : Samples::kWhole);
-    const SilentLog silence;
+    const LogSink silence([](const host::LogLine&) {});  // each H.263 picture is logged
     auto tracks = openTracks(file, open.context(), hasMarks);
     std::map<int, KeyFrames> results;
     if (tracks.empty()) return results;

@@ -25,6 +25,7 @@ public:
     const std::string& format() const { return mFormat; }          // see MediaFile
     const std::string& formatName() const { return mFormatName; }  // see MediaFile
     const std::optional<std::string>& truncation() const { return mTruncation; }
+    std::string complaint(int status) const { return mSilence.complaint(status); }
 
 private:
     LibAvSilence mSilence;

@@ -25,7 +25,7 @@ CLI::Validator oneOf(std::vector<std::string> words) {
 CLI::Validator notEmpty() {
     return CLI::Validator(
             [](const std::string& text) {
-                return text.empty() ? "names no folder" : std::string();
+                return text.empty() ? "is an empty name" : std::string();
             },
             "");
 }
@@ -59,6 +59,28 @@ void addDeviceOptions(CLI::App& app, DeviceOptions& device) {
             ->group(group);
 }
 
+void addOutputOptions(CLI::App& app, Options& options) {
+    app.add_option("--pictures", options.pictures,
+                   "Write the tags' pictures to files in this folder")
+            ->type_name("DIR")
+            ->allow_extra_args(false)
+            ->check(notEmpty());
+    app.add_option("--dump-wav", options.dumpWav,
+                   "Write the first PCM track, converted to 16 bits, to this WAV file")
+            ->type_name("OUT")
+            ->allow_extra_args(false)
+            ->check(notEmpty());
+    app.add_flag("--force", options.force, "Let --pictures and --dump-wav overwrite files");
+    app.callback([&options] {
+        if (options.force && options.pictures.empty() && options.dumpWav.empty()) {
+            throw CLI::RequiresError("--force", "--pictures or --dump-wav");
+        }
+        if (options.files.size() > 1 && !options.dumpWav.empty()) {
+            throw CLI::ValidationError("--dump-wav", "takes one FILE only");
+        }
+    });
+}
+
 void shape(host::Device& device, const DeviceOptions& options) {
     if (!options.only.empty()) {
         device.decoders = options.only;
@@ -80,7 +102,7 @@ std::optional<int> readCommandLine(int count, char** arguments, Options& options
             "zrinspect");
     app.footer(
             "Exit status: 0 when every file was described, 1 when one could not be read or is "
-            "truncated,\nor a picture could not be written, 2 for a wrong command line.");
+            "truncated,\nor a file could not be written, 2 for a wrong command line.");
     app.set_version_flag("--version", android::ZRCODECPARSER_VERSION,
                          "Print the library's version");
     app.add_option("FILE", options.files, "Files to look at")->type_name("")->required();
@@ -90,12 +112,7 @@ std::optional<int> readCommandLine(int count, char** arguments, Options& options
     app.add_flag("--explain", options.explain, "Print the codec data byte by byte");
     app.add_flag("--frames", options.frames,
                  "Compare the key frames that the library finds with those marked");
-    auto* pictures = app.add_option("--pictures", options.pictures,
-                                    "Write the tags' pictures to files in this folder")
-                             ->type_name("DIR")
-                             ->allow_extra_args(false)
-                             ->check(notEmpty());
-    app.add_flag("--force", options.force, "Let --pictures overwrite files")->needs(pictures);
+    addOutputOptions(app, options);
     DeviceOptions device;
     addDeviceOptions(app, device);
     try {

@@ -21,6 +21,7 @@ struct Options {
     bool explain = false;
     bool frames = false;
     std::string pictures;  // the folder to write pictures to; empty = none
+    std::string dumpWav;   // the file to write samples to; empty = none
     bool force = false;
     host::Device device = host::typicalPhone();
 };

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "inspect/ContainerMap.h"
+#include "inspect/pcm/PcmFormat.h"
 #include "platform/Log.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
@@ -132,7 +133,7 @@ std::vector<host::LogLine> Parser::takeLog() {
 FileReport Parser::describe(const MediaFile& file) {
     FileReport report{.path = file.path,
                       .error = {},
-                      .pictureErrors = {},
+                      .outputErrors = {},
                       .truncation = file.truncation,
                       .format = file.format,
                       .formatName = file.formatName,
@@ -177,6 +178,9 @@ TrackReport Parser::describeTrack(MediaExtractorHelper& helper, const Stream& st
         report.codecData = describeCodecData(stream.codecType, before, format.entries());
     } catch (const LibraryFatal& fatal) {
         report.verdict = {Play::kEndsProcess, fatal.what()};
+    }
+    if (isPcm(stream) && findPcmFormat(stream) == nullptr) {
+        report.notes.push_back(whyNotTo16(stream, helper));
     }
     report.entries = format.entries();
     report.log = takeLog();

@@ -16,10 +16,16 @@
 
 namespace inspect {
 
+struct WavFile {
+    std::string path;
+    uint64_t frames;
+};
+
 struct TrackReport {
     Stream stream;
     Entries entries;
     std::vector<CodecDatum> codecData;
+    std::optional<WavFile> dump;  // of PCM, when asked for
     Verdict verdict;
     std::vector<std::string> notes;  // what went wrong beside the verdict
     std::vector<host::LogLine> log;
@@ -30,7 +36,7 @@ struct TrackReport {
 struct FileReport {
     std::string path;
     std::string error;  // not empty: the file could not be read, and nothing else is set
-    std::vector<std::string> pictureErrors;  // why pictures could not be written, with their paths
+    std::vector<std::string> outputErrors;  // why files could not be written, with their paths
     std::optional<std::string> truncation;
     std::string format;
     std::string formatName;

@@ -8,6 +8,7 @@
 #include "inspect/KeyFramesText.h"
 #include "inspect/TextEntries.h"
 #include "inspect/TextLayout.h"
+#include "inspect/pcm/PcmFormat.h"
 #include "inspect/tags/TagText.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
@@ -117,6 +118,13 @@ void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
     out << paint(style, kBold, padded(mimeOf(track.entries), mimeWidth)) << "  "
         << verdictText(track.verdict, style) << '\n'
         << kIndent << Facts(track).text() << '\n';
+    if (const PcmFormat* pcm = findPcmFormat(track.stream)) {
+        out << kIndent << "conversion to 16 bits: " << pcm->conversion << '\n';
+    }
+    if (track.dump) {
+        out << kIndent << "dumped " << track.dump->frames << " frames -> "
+            << printable(track.dump->path) << '\n';
+    }
     printCodecData(out, track.codecData);
     for (const std::string& note : track.notes) {
         out << kIndent << paint(style, kYellow, printable(note)) << '\n';

@@ -19,6 +19,7 @@
 #include "inspect/Parser.h"
 #include "inspect/TextReport.h"
 #include "inspect/explain/Explain.h"
+#include "inspect/pcm/DumpWav.h"
 #include "inspect/tags/Pictures.h"
 
 namespace inspect {
@@ -48,8 +49,16 @@ void writePictures(FileReport& report, PictureFiles& files) {
         try {
             tag.pictureFile = files.write(report.path, *picture);
         } catch (const FileError& error) {
-            report.pictureErrors.emplace_back(error.what());
+            report.outputErrors.emplace_back(error.what());
         }
+    }
+}
+
+void writeWav(FileReport& report, const Options& options) {
+    try {
+        dumpWav(options.dumpWav, {options.force, options.files}, report);
+    } catch (const FileError& error) {
+        report.outputErrors.emplace_back(error.what());
     }
 }
 
@@ -83,11 +92,11 @@ void complain(const std::string& text) {
 
 // One line for each thing that went wrong. Returns whether something did.
 bool complain(const FileReport& report) {
-    for (const std::string& text : report.pictureErrors) complain(text);
+    for (const std::string& text : report.outputErrors) complain(text);
     std::string text = report.error;
     if (report.truncation) text = "is truncated: " + *report.truncation;
     if (!text.empty()) complain(report.path + ": " + text);
-    return !text.empty() || !report.pictureErrors.empty();
+    return !text.empty() || !report.outputErrors.empty();
 }
 
 int inspectFiles(const Options& options, PictureFiles* pictures) {
@@ -98,6 +107,7 @@ int inspectFiles(const Options& options, PictureFiles* pictures) {
     for (const std::string& path : options.files) {
         FileReport report = inspectFile(path, options);
         if (pictures != nullptr) writePictures(report, *pictures);
+        if (!options.dumpWav.empty() && report.error.empty()) writeWav(report, options);
         if (!options.json && report.error.empty()) {
             if (!isFirst) std::cout << '\n';
             isFirst = false;
@@ -113,7 +123,7 @@ int inspectFiles(const Options& options, PictureFiles* pictures) {
 int run(const Options& options) {
     if (options.pictures.empty()) return inspectFiles(options, nullptr);
     try {
-        PictureFiles pictures(options.pictures, options.force, options.files);
+        PictureFiles pictures(options.pictures, {options.force, options.files});
         return inspectFiles(options, &pictures);
     } catch (const FileError& error) {
         complain(error.what());

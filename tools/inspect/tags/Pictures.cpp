@@ -1,6 +1,5 @@
 #include "inspect/tags/Pictures.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -10,8 +9,6 @@
 #include <string_view>
 #include <system_error>
 #include <utility>
-
-#include "inspect/InputFile.h"
 
 namespace inspect {
 namespace {
@@ -38,10 +35,6 @@ constexpr auto kRows = std::to_array<Row>({
 });
 // clang-format on
 
-[[noreturn]] void fail(const fs::path& path, const std::string& why) {
-    throw FileError(path.string() + ": " + why);
-}
-
 // Returns 0, or the errno of what failed.
 int writeAll(int descriptor, Bytes data) {
     while (!data.empty()) {
@@ -65,11 +58,11 @@ PictureKind pictureKind(Bytes data) {
     return found != kRows.end() ? found->kind : PictureKind{"of unknown kind", ".bin"};
 }
 
-PictureFiles::PictureFiles(fs::path folder, bool overwrites, std::vector<std::string> inputs)
-    : mFolder(std::move(folder)), mOverwrites(overwrites), mInputs(std::move(inputs)) {
+PictureFiles::PictureFiles(fs::path folder, OutputRules rules)
+    : mFolder(std::move(folder)), mRules(std::move(rules)) {
     std::error_code error;
     fs::create_directories(mFolder, error);
-    if (error) fail(mFolder, error.message());
+    if (error) failOn(mFolder, error.message());
 }
 
 std::string PictureFiles::write(const std::string& input, Bytes picture) {
@@ -80,18 +73,10 @@ std::string PictureFiles::write(const std::string& input, Bytes picture) {
         name = stem + "-" + std::to_string(i) + extension;
     }
     const fs::path path = mFolder / name;
-    std::error_code ignored;
-    if (std::ranges::any_of(
-                mInputs, [&](const auto& each) { return fs::equivalent(path, each, ignored); })) {
-        fail(path, "is one of the files to look at");
-    }
-    const int mode = O_WRONLY | O_CREAT | O_CLOEXEC | (mOverwrites ? O_TRUNC : O_EXCL);
-    const int descriptor = open(path.c_str(), mode, 0666);
-    if (descriptor < 0 && errno == EEXIST) fail(path, "is there already; --force overwrites it");
-    if (descriptor < 0) fail(path, std::strerror(errno));
+    const int descriptor = createFile(path, mRules);
     int status = writeAll(descriptor, picture);
     if (close(descriptor) != 0 && status == 0) status = errno;
-    if (status != 0) fail(path, std::strerror(status));
+    if (status != 0) failOn(path, std::strerror(status));
     return path.string();
 }
 

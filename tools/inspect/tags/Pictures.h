@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <set>
 #include <string>
-#include <vector>
 
 #include "inspect/Bytes.h"
+#include "inspect/OutputFile.h"
 
 namespace inspect {
 
@@ -20,8 +20,8 @@ PictureKind pictureKind(Bytes data);
 
 class PictureFiles {
 public:
-    // Makes the folder when it is missing. inputs are files that must never be written to.
-    PictureFiles(std::filesystem::path folder, bool overwrites, std::vector<std::string> inputs);
+    // Makes the folder when it is missing.
+    PictureFiles(std::filesystem::path folder, OutputRules rules);
 
     // Writes the picture of an input file and returns the path: the file's name with the picture's
     // extension, and "-2" and so on where this run has used that up. Throws a FileError.
@@ -29,8 +29,7 @@ public:
 
 private:
     std::filesystem::path mFolder;
-    bool mOverwrites;
-    std::vector<std::string> mInputs;
+    OutputRules mRules;
     std::set<std::string> mNames;  // that this run has used
 };
 
