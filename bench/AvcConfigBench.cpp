@@ -13,6 +13,7 @@
 #include "Helper/csd/AvcConfig.h"
 #include "Helper/csd/AvcSps.h"
 #include "Peers.h"
+#include "Run.h"
 #include "platform/Host.h"
 #include "platform/Log.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
@@ -191,11 +192,5 @@ int main(int argc, char** argv) {
     check("large", largeSets);
     registerAll("small", smallSets);
     registerAll("large", largeSets);
-
-    argc -= 2;
-    argv += 2;
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::runBenchmarks(argc, argv, 2);
 }

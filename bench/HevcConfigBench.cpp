@@ -11,6 +11,7 @@
 #include "Helper/csd/HevcConfig.h"
 #include "Helper/csd/HevcSps.h"
 #include "Peers.h"
+#include "Run.h"
 
 namespace {
 
@@ -93,11 +94,5 @@ int main(int argc, char** argv) {
     time("hevc/sps", sets.sps, pictureSize);
     time("hevc/record", sets.stream, recordOf);
     time("hevc/gstreamer", sets.sps, [&gst](Bytes sps) { return gst.parse(sps); });
-
-    argc -= 1;
-    argv += 1;
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::runBenchmarks(argc, argv, 1);
 }

@@ -11,6 +11,7 @@
 #include <new>
 
 #include "Helper/csd/NalUnits.h"
+#include "Run.h"
 #include "Stream.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
@@ -124,11 +125,5 @@ int main(int argc, char** argv) {
     check("large", large);
     registerAll("small", small.bytes());
     registerAll("large", large.bytes());
-
-    argc -= 2;
-    argv += 2;
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::runBenchmarks(argc, argv, 2);
 }

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <string>
 
+#include "Run.h"
 #include "Stream.h"
 
 namespace {
@@ -40,10 +41,5 @@ int main(int argc, char** argv) {
                 ->UseManualTime()
                 ->Iterations(1);
     }
-    argc -= 3;
-    argv += 3;
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::runBenchmarks(argc, argv, 3);
 }

@@ -11,6 +11,7 @@
 
 #include "Helper/csd/NalUnits.h"
 #include "Peers.h"
+#include "Run.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
 namespace {
@@ -170,11 +171,5 @@ int main(int argc, char** argv) {
     registerAll("large/64KiB", largeShort.bytes());
     registerAll("small/64MiB", smallLong.bytes());
     registerAll("large/64MiB", largeLong.bytes());
-
-    argc -= 2;
-    argv += 2;
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::runBenchmarks(argc, argv, 2);
 }

@@ -115,6 +115,49 @@ def key_frames():
     table(["stream", "H.264", "MPEG-4", "our walk over units", "memmem for 00 00 01"], rows)
 
 
+def tags():
+    found = {run: entry[0] for run, entry in medians("tags.json").items()}
+    sizes = json.loads((results / "tags.json").read_text())["context"]
+    columns = ("ours", "texts", "libid3tag", "taglib", "gstreamer", "ffmpeg", "format", "copies")
+    rows = []
+    for kind in (f"v2.{v} {k}" for v in (3, 4) for k in ("picture", "texts", "unsynchronised")):
+        time = {n: found[f"{kind}/{n}"] for n in columns if f"{kind}/{n}" in found}
+        rows.append([kind, sizes[kind]] + [duration(time[n]) if n in time else "–" for n in columns])
+        peer = min(time[n] for n in columns[2:6] if n in time)
+        if kind.endswith("unsynchronised"):
+            goal(f"{kind} into a format, times the fastest peer", peer / time["format"], 4, most=False)
+        else:
+            goal(f"{kind}, of the fastest peer", time["ours"] / peer,
+                 0.25 if kind.endswith("texts") else 0.75, most=True)
+        if kind.endswith("picture"):
+            goal(f"{kind} into a format, of two copies", time["format"] / time["copies"], 1.3,
+                 most=True)
+    print("ID3 tags (median CPU time):\n")
+    table(["tag", "bytes", "ours", "ours, all texts", "libid3tag", "TagLib", "GStreamer", "FFmpeg",
+           "ours into a format", "two copies"], rows)
+
+    small = {size: found[f"small/{size}"] for size in (1, 2, 4, 5)}
+    goal("small frames, time per byte of 5 MiB, of that of 1 MiB", small[5] / 5 / small[1], 1.5,
+         most=True)
+    goal("small frames, 5 MiB", small[5] / 1e6, 20, most=True, unit=" ms")
+    print("ID3v2.4, frames of 16 bytes, each with a byte to remove (median CPU time):\n")
+    table(["tag", "time", "per MiB"],
+          [[f"{n} MiB", duration(t), duration(t / n)] for n, t in small.items()])
+
+    peers = {n: found[f"comment/{n}"] for n in ("taglib", "gstreamer", "ffmpeg")}
+    goal("picture comment, times the fastest peer", min(peers.values()) / found["comment/ours"], 3,
+         most=False)
+    goal("base64, times OpenSSL", found["base64/openssl"] / found["base64/ours"], 1.5, most=False)
+    goal("text comment", found["text/ours"] / 1e3, 0.4, most=True, unit=" µs")
+    print(f"Vorbis comments, with a picture of {sizes['base64']} characters (median CPU time):\n")
+    table(["operation", "ours", "TagLib", "GStreamer", "FFmpeg", "OpenSSL", "memcpy"],
+          [["two comments into a format", duration(found["comment/ours"])]
+           + [duration(t) for t in peers.values()] + ["–", "–"],
+           ["base64", duration(found["base64/ours"]), "–", "–", "–",
+            duration(found["base64/openssl"]), duration(found["base64/memcpy"])],
+           ["text comment", duration(found["text/ours"])] + 5 * ["–"]])
+
+
 def load():
     found = medians("load.json", time="real_time")
     rows = []
@@ -143,6 +186,7 @@ walk()
 config()
 hevc()
 key_frames()
+tags()
 load()
 count = (results / "count.txt").read_text().strip()
 print(f"AArch64, large units: {count}\n")

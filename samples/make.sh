@@ -1,6 +1,6 @@
 #!/bin/sh
-# Makes the sample files next to this script from ffmpeg's test sources. The same ffmpeg makes the
-# same bytes.
+# Makes the sample files next to this script from ffmpeg's test sources, tags with python3-mutagen.
+# The same versions make the same bytes.
 set -eu
 cd "$(dirname "$0")"
 
@@ -12,8 +12,9 @@ tone="sine=frequency=440:sample_rate=44100:duration=1"
 exact="-flags:v +bitexact -flags:a +bitexact -fflags +bitexact -map_metadata -1 -threads 1"
 x264="-c:v libx264 -preset veryfast -crf 36 -pix_fmt yuv420p -x264-params threads=1"
 
-subtitles=$(mktemp)
-trap 'rm -f "$subtitles"' EXIT
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+subtitles="$scratch/subtitles.srt"
 printf '1\n00:00:00,000 --> 00:00:00,900\nHello\n' > "$subtitles"
 
 # H.264 and AAC
@@ -33,3 +34,37 @@ run -f lavfi -i "$picture" -c:v libx265 -preset veryfast -crf 40 -pix_fmt yuv420
 # AAC behind ADTS headers, Apple Lossless
 run -f lavfi -i "$tone" -t 0.2 -c:a aac -b:a 32k $exact audio.aac
 run -f lavfi -i "$tone" -t 0.05 -c:a alac $exact audio.m4a
+# MP3 and Ogg Vorbis with tags
+run -f lavfi -i "$tone" -t 0.1 -c:a libmp3lame -b:a 32k $exact -id3v2_version 0 -write_xing 0 \
+    audio.mp3
+run -f lavfi -i "$tone" -t 0.1 -c:a libvorbis -q:a 0 $exact audio.ogg
+square="testsrc2=size=48x48:rate=1:duration=1"
+run -f lavfi -i "$square" -frames:v 1 -q:v 20 $exact -f mjpeg "$scratch/cover.jpg"
+run -f lavfi -i "$square" -frames:v 1 $exact "$scratch/cover.png"
+/usr/bin/python3 - "$scratch" <<'PYTHON'
+import base64, pathlib, sys
+from mutagen import flac, id3, oggvorbis
+
+scratch = pathlib.Path(sys.argv[1])
+LATIN1, UTF16, FRONT_COVER = 0, 1, 3
+gapless = " 00000000 00000840 000001CA 00000000004A5EA6"
+tag = id3.ID3()
+tag.add(id3.TIT2(encoding=UTF16, text="Pr\u00fcfton \u2116 1"))
+tag.add(id3.TPE1(encoding=LATIN1, text="J\u00f6rg"))
+tag.add(id3.TALB(encoding=LATIN1, text="Samples"))
+tag.add(id3.TDRC(encoding=LATIN1, text="2024"))
+tag.add(id3.COMM(encoding=LATIN1, lang="eng", desc="iTunSMPB", text=gapless))
+tag.add(id3.APIC(encoding=LATIN1, mime="image/jpeg", type=FRONT_COVER, desc="",
+                 data=(scratch / "cover.jpg").read_bytes()))
+tag.save("audio.mp3", v2_version=4, padding=lambda info: 0)
+
+picture = flac.Picture()
+picture.type, picture.mime, picture.width, picture.height, picture.depth = (
+    FRONT_COVER, "image/png", 48, 48, 24)
+picture.data = (scratch / "cover.png").read_bytes()
+ogg = oggvorbis.OggVorbis("audio.ogg")
+ogg["title"] = "Pr\u00fcfton \u2116 2"
+ogg["date"] = "2024"
+ogg["metadata_block_picture"] = base64.b64encode(picture.write()).decode()
+ogg.save(padding=lambda info: 0)
+PYTHON

@@ -30,6 +30,14 @@ inline uint32_t littleEndianAt(Bytes data, size_t offset, size_t count) {
     return value;
 }
 
+// Four or two bytes, most significant first. Require that they are there.
+inline uint32_t bigEndian32(const uint8_t* data) {
+    return uint32_t{data[0]} << 24 | uint32_t{data[1]} << 16 | uint32_t{data[2]} << 8 | data[3];
+}
+inline uint16_t bigEndian16(const uint8_t* data) {
+    return static_cast<uint16_t>(data[0] << 8 | data[1]);
+}
+
 // Eight bytes, most significant first. Requires that they are there.
 inline uint64_t bigEndian64(const uint8_t* data) {
     static_assert(std::endian::native == std::endian::little);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -68,16 +69,19 @@ const char* valueOf(const char* comment, std::string_view name) {
     return comment + name.size() + 1;
 }
 
-void storePicture(AMediaFormat* fileMeta, const char* key, std::string_view value, size_t room) {
+void storePicture(AMediaFormat* fileMeta, const char* key, std::string_view value, size_t bound) {
     const auto size = vorbis::base64DecodedSize(value);
-    const bool fits = size && *size <= room;
-    std::unique_ptr<uint8_t[]> block;
-    if (fits) block.reset(new (std::nothrow) uint8_t[*size]);
-    if (!fits || (block != nullptr && !vorbis::base64Decode(value, block.get()))) {
+    const size_t room = std::min(value.size(), bound) / 4 * 3;
+    if (!size || *size > room) {
         ZR_LOGE("malformed base64 encoded data.");
         return;
     }
+    const std::unique_ptr<uint8_t[]> block(new (std::nothrow) uint8_t[*size]);
     if (block == nullptr) return;
+    if (!vorbis::base64Decode(value, block.get())) {
+        ZR_LOGE("malformed base64 encoded data.");
+        return;
+    }
     if (const auto picture = vorbis::frontCover({block.get(), *size})) {
         AMediaFormat_setBuffer(fileMeta, key, picture->data(), picture->size());
     }
@@ -98,7 +102,7 @@ void store(AMediaFormat* fileMeta, const CommentRow& row, const char* value, siz
         case Storage::kText: AMediaFormat_setString(fileMeta, *row.key, value); break;
         case Storage::kPicture: {
             const size_t bound = base::checkedSub(commentLength, row.name.size() + 1);
-            storePicture(fileMeta, *row.key, value, strnlen(value, bound) / 4 * 3);
+            storePicture(fileMeta, *row.key, value, bound);
             break;
         }
         case Storage::kLoop:

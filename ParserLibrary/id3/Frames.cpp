@@ -49,50 +49,47 @@ constexpr uint32_t kUnreadableV2_4 = 0x0008 | 0x0004;
 
 // As many of the characters as stand before a NUL.
 uint32_t upToNul(uint32_t characters) {
-    for (unsigned shift = 32; shift > 0; shift -= 8) {
-        if ((characters >> (shift - 8) & 0xFF) == 0) {
-            return shift == 32 ? 0 : characters >> shift << shift;
-        }
+    uint32_t kept = 0;
+    for (uint32_t mask = 0xFF000000; (characters & mask) != 0; mask >>= 8) {
+        kept |= characters & mask;
     }
-    return characters;
+    return kept;
 }
 
+struct FrameHeader {
+    uint32_t characters;  // of the id, in the upper bytes
+    size_t dataSize;
+    bool readable;
+};
+
 // ID3v2.2 3.2: a frame without data is the end.
-std::optional<Frame> v2_2FrameAt(Bytes rest) {
-    const uint32_t characters = base::bigEndianAt(rest, 0, 3) << 8;
-    const size_t dataSize = base::bigEndianAt(rest, 3, 3);
-    if (characters == 0 || dataSize == 0) return std::nullopt;
-    return Frame{upToNul(characters), dataSize + 6, true};
+std::optional<FrameHeader> readV2_2(const uint8_t* header) {
+    const uint32_t characters = base::bigEndian32(header) & 0xFFFFFF00;
+    const size_t dataSize = base::bigEndian32(header + 2) & 0xFFFFFF;
+    if (dataSize == 0) return std::nullopt;
+    return FrameHeader{characters, dataSize, true};
 }
 
 // ID3v2.3 3.3
-std::optional<Frame> v2_3FrameAt(Bytes rest) {
-    const uint32_t characters = base::bigEndianAt(rest, 0, 4);
-    if (characters == 0) return std::nullopt;
-    const size_t dataSize = base::bigEndianAt(rest, 4, 4);
-    const bool readable = (base::bigEndianAt(rest, 8, 2) & kUnreadableV2_3) == 0;
-    return Frame{upToNul(characters), dataSize + 10, readable};
+std::optional<FrameHeader> readV2_3(const uint8_t* header) {
+    const bool readable = (base::bigEndian16(header + 8) & kUnreadableV2_3) == 0;
+    return FrameHeader{base::bigEndian32(header), base::bigEndian32(header + 4), readable};
 }
 
 // ID3v2.4 4
-std::optional<Frame> v2_4FrameAt(Bytes rest) {
-    const uint32_t characters = base::bigEndianAt(rest, 0, 4);
-    const auto dataSize = readSyncsafe(rest.data() + 4);
-    if (characters == 0 || !dataSize) return std::nullopt;
-    const bool readable = (base::bigEndianAt(rest, 8, 2) & kUnreadableV2_4) == 0;
-    return Frame{upToNul(characters), *dataSize + size_t{10}, readable};
+std::optional<FrameHeader> readV2_4(const uint8_t* header) {
+    const auto dataSize = readSyncsafe(header + 4);
+    if (!dataSize) return std::nullopt;
+    const bool readable = (base::bigEndian16(header + 8) & kUnreadableV2_4) == 0;
+    return FrameHeader{base::bigEndian32(header), *dataSize, readable};
+}
+
+std::optional<FrameHeader> readHeader(ID3::Version version, const uint8_t* header) {
+    if (version == ID3::ID3_V2_2) return readV2_2(header);
+    return version == ID3::ID3_V2_3 ? readV2_3(header) : readV2_4(header);
 }
 
 }  // namespace
-
-FrameId frameId(const char* text) {
-    FrameId id = 0;
-    for (unsigned i = 0; i < 4; ++i) {
-        id = id << 8 | static_cast<uint8_t>(*text);
-        if (*text != '\0') ++text;
-    }
-    return *text == '\0' ? id : kNoFrameId;
-}
 
 size_t frameHeaderSize(ID3::Version version) {
     switch (version) {
@@ -111,12 +108,10 @@ std::optional<Frame> frameAt(Bytes tag, ID3::Version version, size_t offset) {
     if (headerSize == 0) return v1FrameAt(tag, version, offset);
 
     if (offset > tag.size() || tag.size() - offset < headerSize) return std::nullopt;
-    const Bytes rest = tag.subspan(offset);
-    const auto frame = version == ID3::ID3_V2_2   ? v2_2FrameAt(rest)
-                       : version == ID3::ID3_V2_3 ? v2_3FrameAt(rest)
-                                                  : v2_4FrameAt(rest);
-    if (!frame || frame->size > rest.size()) return std::nullopt;
-    return frame;
+    const auto header = readHeader(version, tag.data() + offset);
+    if (!header || header->characters == 0) return std::nullopt;
+    if (header->dataSize > tag.size() - offset - headerSize) return std::nullopt;
+    return Frame{upToNul(header->characters), header->dataSize + headerSize, header->readable};
 }
 
 const char* v1FieldId(size_t offset) {

@@ -8,6 +8,7 @@
 #include "Helper/base/Check.h"
 #include "Helper/base/Checked.h"
 #include "ParserLibrary/id3/ByteSource.h"
+#include "ParserLibrary/id3/Frames.h"
 #include "ParserLibrary/id3/Log.h"
 #include "ParserLibrary/id3/Picture.h"
 #include "ParserLibrary/id3/TagHeader.h"
@@ -35,18 +36,30 @@ uint8_t* allocate(size_t size) {
 
 struct MixedEncodingRow {
     uint32_t bit;
-    const char* id;
-    const char* idV2_2;
+    id3::FrameId id;
+    id3::FrameId idV2_2;
 };
 
 constexpr auto kMixedEncodingRows = std::to_array<MixedEncodingRow>({
-        {0x01, "TALB", "TAL"},  // album
-        {0x02, "TPE1", "TP1"},  // artist
-        {0x04, "TPE2", "TP2"},  // album artist
-        {0x08, "TCOM", "TCM"},  // composer
-        {0x10, "TCON", "TCO"},  // genre
-        {0x20, "TIT2", "TT2"},  // title
+        {0x01, id3::frameId("TALB"), id3::frameId("TAL")},  // album
+        {0x02, id3::frameId("TPE1"), id3::frameId("TP1")},  // artist
+        {0x04, id3::frameId("TPE2"), id3::frameId("TP2")},  // album artist
+        {0x08, id3::frameId("TCOM"), id3::frameId("TCM")},  // composer
+        {0x10, id3::frameId("TCON"), id3::frameId("TCO")},  // genre
+        {0x20, id3::frameId("TIT2"), id3::frameId("TT2")},  // title
 });
+
+// As bits of the rows.
+struct EightBitTexts {
+    uint32_t found = 0;
+    uint32_t eightBit = 0;
+
+    // Only the first frame of a kind counts.
+    void add(uint32_t bit, bool isEightBit) {
+        if ((found & bit) == 0 && isEightBit) eightBit |= bit;
+        found |= bit;
+    }
+};
 
 void warnOf(id3::PictureFault fault) {
     switch (fault) {
@@ -120,19 +133,23 @@ bool ID3::removeUnsynchronizationV2_4(bool iTunesHack, bool hasGlobalUnsync) {
     return undoFrames(iTunesHack, hasGlobalUnsync, nullptr);
 }
 
+// In one walk over the frames: of each text the first frame with the one id and the first with the
+// other count, the former before the latter.
 void ID3::checkMixedEncodingtype() {
     if (!mIsValid) return;
-    uint32_t mask = 0;
-    for (const MixedEncodingRow& row : kMixedEncodingRows) {
-        Iterator frame(*this, row.id);
-        if (!frame.done()) {
-            if (frame.getEncodingType() == 0) mask |= row.bit;
-            continue;
+    EightBitTexts texts, textsV2_2;
+    const id3::Bytes tag{mData, mSize};
+    size_t offset = mFirstFrameOffset;
+    while (const auto frame = id3::frameAt(tag, mVersion, offset)) {
+        const size_t data = offset + id3::frameHeaderSize(mVersion);
+        const bool eightBit = id3::isV1(mVersion) || base::byteAt(tag, data) == 0;
+        for (const MixedEncodingRow& row : kMixedEncodingRows) {
+            if (frame->readable && frame->id == row.id) texts.add(row.bit, eightBit);
+            if (frame->readable && frame->id == row.idV2_2) textsV2_2.add(row.bit, eightBit);
         }
-        Iterator frameV2_2(*this, row.idV2_2);
-        if (!frameV2_2.done() && frameV2_2.getEncodingType() == 0) mask |= row.bit;
+        offset += frame->size;
     }
-    mMixedEncodingType = mask;
+    mMixedEncodingType = texts.eightBit | (textsV2_2.eightBit & ~texts.found);
 }
 
 uint32_t ID3::isMixedEncodingtype() {
@@ -202,8 +219,8 @@ bool ID3::readV1(const id3::ByteSource& source) {
     return true;
 }
 
-// Leaves the body of a v2 tag as the frames are walked over: without unsynchronisation, and with
-// the offset of the first.
+// Readies the body of a v2 tag for walking over its frames: undoes unsynchronisation, finds the
+// first frame.
 bool ID3::prepareFrames(Version version, uint8_t flags) {
     const bool unsynchronised = (flags & id3::kUnsynchronised) != 0;
     const bool hasExtendedHeader = (flags & id3::kHasExtendedHeader) != 0;
@@ -229,16 +246,17 @@ bool ID3::skipExtendedHeader(Version version) {
 }
 
 // A v2.4 tag whose frames do not fit is tried once more with plain frame sizes, from the bytes as
-// they were. Memory for these is claimed in advance: without it there is no tag, needed or not.
+// they were, which no other tag needs to have kept. Memory for these is claimed in advance: a tag
+// for which there is none is refused, whether or not it turns out to need it.
 bool ID3::repairFrames(bool hasGlobalUnsync) {
     const size_t size = mSize;
     id3::Snapshot snapshot{allocate(size)};
     if (snapshot.memory == nullptr) {
-        clear();
         ZR_ID3_LOGE("b/24623447, no more memory");
         return false;
     }
-    bool ok = undoFrames(false, hasGlobalUnsync, &snapshot);
+    const bool fits = id3::framesFit({mData, mSize}, mFirstFrameOffset);
+    bool ok = undoFrames(false, hasGlobalUnsync, fits ? nullptr : &snapshot);
     if (!ok) {
         if (snapshot.taken) std::memcpy(mData, snapshot.memory, size);
         mSize = size;
@@ -254,7 +272,7 @@ bool ID3::undoFrames(bool iTunesHack, bool hasGlobalUnsync, id3::Snapshot* snaps
     const auto done =
             id3::undoFrames({mData, mSize}, mFirstFrameOffset, sizes, hasGlobalUnsync, snapshot);
     mSize = done.size;
-    if (done.readOffset > oldSize) {  // cannot be: every frame fits into what is left
+    if (done.readOffset > oldSize) {  // cannot be: a frame is refused unless it fits
         ZR_ID3_LOGE("b/34618607 (%zu %zu %zu %zu)", done.readOffset, done.writeOffset, oldSize,
                     mSize);
         __android_log_error_write(0x534e4554, "34618607", -1, nullptr, 0);

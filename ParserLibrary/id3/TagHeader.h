@@ -30,8 +30,7 @@ std::optional<TagHeader> readTagHeader(Bytes data);
 // Four bytes of 7 bits each, most significant first (ID3v2.4 6.2), or nothing when one has its top
 // bit set. The data are 4 bytes or more.
 inline std::optional<uint32_t> readSyncsafe(const uint8_t* data) {
-    const uint32_t bits = uint32_t{data[0]} << 24 | uint32_t{data[1]} << 16 |
-                          uint32_t{data[2]} << 8 | uint32_t{data[3]};
+    const uint32_t bits = base::bigEndian32(data);
     if ((bits & 0x80808080) != 0) return std::nullopt;
     return (bits >> 24) << 21 | (bits >> 16 & 0x7F) << 14 | (bits >> 8 & 0x7F) << 7 | (bits & 0x7F);
 }

@@ -40,13 +40,18 @@ struct FrameHeader {
     uint16_t flags;
 };
 
-// The header at the start of the bytes, which are what is left of the tag, or nothing when the
+// Whether the frames go on in what is left of the tag, and not padding.
+bool hasFrame(Bytes rest) {
+    return rest.size() >= kFrameHeaderSize && base::bigEndian32(rest.data()) != 0;
+}
+
+// The header at the start of what is left of the tag, which is enough for one, or nothing when the
 // frame is larger than that.
 std::optional<FrameHeader> readFrameHeader(Bytes rest, FrameSizes sizes) {
-    const auto size = sizes == FrameSizes::kPlain ? base::bigEndianAt(rest, 4, 4)
+    const auto size = sizes == FrameSizes::kPlain ? base::bigEndian32(rest.data() + 4)
                                                   : readSyncsafe(rest.data() + 4);
     if (!size || *size > rest.size() - kFrameHeaderSize) return std::nullopt;
-    const auto flags = static_cast<uint16_t>(base::bigEndianAt(rest, 8, 2));
+    const auto flags = base::bigEndian16(rest.data() + 8);
     if ((flags & kFrameHasDataLength) != 0 && *size < kDataLengthSize) return std::nullopt;
     return FrameHeader{*size, flags};
 }
@@ -72,7 +77,7 @@ public:
 
     FramesUndone run() {
         bool ok = true;
-        while (ok && left() >= kFrameHeaderSize && base::bigEndianAt({mFrom, 4}, 0, 4) != 0) {
+        while (ok && hasFrame({mFrom, left()})) {
             const auto header = readFrameHeader({mFrom, left()}, mSizes);
             ok = header.has_value();
             if (ok) undo(*header);
@@ -118,7 +123,6 @@ private:
         uint8_t* const end = begin + mTag.size();
         FramesUndone result{ok, mTag.size(), static_cast<size_t>(mFrom - begin),
                             static_cast<size_t>(mTo - begin)};
-        if (mFrom > end) return result;
         uint8_t* const newEnd = move(mTo, mFrom, left());
         if (ok) std::fill(newEnd, end, uint8_t{0});
         result.size = static_cast<size_t>(newEnd - begin);
@@ -137,6 +141,17 @@ private:
 
 size_t removeUnsynchronization(std::span<uint8_t> bytes) {
     return static_cast<size_t>(moveUndone(bytes.data(), bytes.data(), bytes.size()) - bytes.data());
+}
+
+bool framesFit(Bytes tag, size_t firstFrameOffset) {
+    if (firstFrameOffset > tag.size()) return true;
+    Bytes rest = tag.subspan(firstFrameOffset);
+    while (hasFrame(rest)) {
+        const auto header = readFrameHeader(rest, FrameSizes::kSyncsafe);
+        if (!header) return false;
+        rest = rest.subspan(kFrameHeaderSize + header->dataSize);
+    }
+    return true;
 }
 
 FramesUndone undoFrames(std::span<uint8_t> tag, size_t firstFrameOffset, FrameSizes sizes,

@@ -7,7 +7,11 @@
 #include <cstdint>
 #include <span>
 
+#include "Helper/base/ByteReader.h"
+
 namespace android::id3 {
+
+using base::Bytes;
 
 // Takes the 00 after each FF out of the bytes and returns how many are left, at their start
 // (ID3v2.3 5).
@@ -23,6 +27,9 @@ struct Snapshot {
     uint8_t* memory;
     bool taken = false;
 };
+
+// Whether undoFrames with syncsafe sizes would find every frame to fit; changes nothing.
+bool framesFit(Bytes tag, size_t firstFrameOffset);
 
 struct FramesUndone {
     bool ok;             // every frame fits into the tag

@@ -17,7 +17,7 @@ constexpr const char* kTag = "ID3Wrapper";
 
 struct TextRow {
     const char* const* key;
-    const char* firstId;  // looked up first
+    const char* firstId;  // counts before the second
     const char* secondId;
 };
 
@@ -37,16 +37,37 @@ constexpr auto kTextRows = std::to_array<TextRow>({
 });
 // clang-format on
 
-// The first frame with the id, as text.
-bool readText(const ID3& id3, const char* id, String8* text) {
-    const ID3::Iterator frame(id3, id);
-    if (frame.done()) return false;
-    frame.getString(text);
-    return true;
+// How a text was found, from the worst to the best.
+enum class FoundBy { kNone, kSecondId, kFirstId };
+
+struct FoundText {
+    String8 text{};
+    FoundBy found = FoundBy::kNone;
+};
+
+FoundBy compare(const String8& id, const TextRow& row) {
+    if (std::strcmp(id.c_str(), row.firstId) == 0) return FoundBy::kFirstId;
+    return std::strcmp(id.c_str(), row.secondId) == 0 ? FoundBy::kSecondId : FoundBy::kNone;
+}
+
+// Of each row, the text of the first frame with its first id, or else with its second.
+std::array<FoundText, kTextRows.size()> readTexts(const ID3& id3) {
+    std::array<FoundText, kTextRows.size()> texts;
+    String8 id;
+    for (ID3::Iterator frame(id3, nullptr); !frame.done(); frame.next()) {
+        frame.getID(&id);
+        for (size_t i = 0; i < texts.size(); ++i) {
+            const FoundBy found = compare(id, kTextRows[i]);
+            if (found <= texts[i].found) continue;
+            texts[i].found = found;
+            frame.getString(&texts[i].text);
+        }
+    }
+    return texts;
 }
 
 // What the flag stands for is the source's own affair.
-constexpr uint32_t kStreamedFlag = 0x40;
+constexpr uint32_t kNotReadFlag = 0x40;
 
 bool isWebAddress(const CDataSource& source) {
     char uri[10] = {};
@@ -55,7 +76,7 @@ bool isWebAddress(const CDataSource& source) {
 }
 
 bool isStreamed(DataSourceHelper* source, const CDataSource& record) {
-    return isWebAddress(record) && (source->flags() & kStreamedFlag) != 0;
+    return isWebAddress(record) && (source->flags() & kNotReadFlag) != 0;
 }
 
 struct Gapless {
@@ -63,7 +84,8 @@ struct Gapless {
     unsigned padding;
 };
 
-// Four hexadecimal numbers: 0, encoder delay, padding, length; all in samples.
+// Four hexadecimal numbers: 0, encoder delay, padding, length; all in samples. The numbers are not
+// bounded: a width would change which texts are accepted.
 std::optional<Gapless> readGapless(const String8& text) {
     Gapless gapless;
     if (std::sscanf(text.c_str(), " %*x %x %x %*x", &gapless.delay, &gapless.padding) != 2) {
@@ -105,11 +127,10 @@ status_t ID3Wrapper::parseID3(AMediaFormat* meta, ID3& id3) {
     if (!id3.isValid()) return AMEDIA_ERROR_MALFORMED;
     AMediaFormat_setInt32(meta, ZREAMEDIAFORMAT_KEY_MIXEDENCODINGTYPE,
                           static_cast<int32_t>(id3.isMixedEncodingtype()));
-    String8 text;
-    for (const TextRow& row : kTextRows) {
-        if (readText(id3, row.firstId, &text) || readText(id3, row.secondId, &text)) {
-            AMediaFormat_setString(meta, *row.key, text.c_str());
-        }
+    const auto texts = readTexts(id3);
+    for (size_t i = 0; i < texts.size(); ++i) {
+        if (texts[i].found == FoundBy::kNone) continue;
+        AMediaFormat_setString(meta, *kTextRows[i].key, texts[i].text.c_str());
     }
     size_t size = 0;
     String8 mime;

@@ -11,7 +11,8 @@
 namespace android {
 
 // A source over the plain record that container parsers are handed. The record stays the caller's
-// and must outlive the source. The virtual operations stand in the order of their slots.
+// and must outlive the source. The virtual operations stand in the order of their slots. The
+// library is built without RTTI: so is whatever derives from this class.
 class ZR_EXPORT DataSourceHelper {
 public:
     explicit DataSourceHelper(CDataSource* source);

@@ -7,9 +7,10 @@
 //
 // How it fails: there are no statuses. Whatever is wrong with a tag as such (a flag that its
 // version does not know, a size that is not syncsafe, a source that reads short, no memory) leaves
-// the object invalid; whatever is wrong with a frame ends the walk there, or gives an empty text. A
-// tag of more than 0x700000 bytes is refused. Messages go to the system log under the tag "ZRID3".
-// Asking for frames or the picture of an invalid object ends the process.
+// the object invalid; whatever is wrong with a frame ends the walk there, or gives an empty text;
+// but a v2.4 tag whose frames do not fit into it is invalid. A tag of more than 0x700000 bytes is
+// refused. Messages go to the system log under the tag "ZRID3". Asking for frames or the picture of
+// an invalid object ends the process.
 //
 // The documents: "ID3 tag version 2.3.0", "ID3 tag version 2.4.0" (Main Structure, Native Frames),
 // "ID3 tag version 2" for v2.2; cited as ID3v2.3, ID3v2.4, ID3v2.2.
@@ -60,8 +61,9 @@ public:
 
     // Reads the tag, in place of what the object holds, and returns whether there is one: a v2 tag
     // at an offset in bytes, or a v1 tag in the last 128 bytes of a source that knows its size. On
-    // failure the object holds nothing. isValid and isMixedEncodingtype keep to what the
-    // constructor found.
+    // failure the object holds no frames. isValid, and until the next checkMixedEncodingtype the
+    // mask, keep to what the constructor found, and version to the last tag. Iterators and pictures
+    // from before are void, as they are after the two operations that remove unsynchronisation.
     bool parseV2(DataSourceHelper* source, off64_t offset);
     bool parseV2(DataSourceBase* source, off64_t offset);
     bool parseV1(DataSourceHelper* source);
@@ -76,14 +78,15 @@ public:
 
     // Undoes unsynchronisation frame by frame (ID3v2.4 4.1.2) and removes data length indicators:
     // the frames move together, and bytes that become free at the end are zeroed. Frames without
-    // the flag are treated alike where hasGlobalUnsync is true; those keep the size that they had
-    // in their header, deliberately. iTunesHack reads the frame sizes as plain 32-bit numbers, as
-    // some programs write them, and leaves syncsafe ones behind. Returns false when a frame does
-    // not fit into the tag, which is useless then.
+    // the flag are treated alike where hasGlobalUnsync is true; their header, unless it changes for
+    // another reason, deliberately keeps the size from before. iTunesHack reads the frame sizes as
+    // plain 32-bit numbers, as some programs write them, and leaves syncsafe ones behind. Returns
+    // false when a size is not syncsafe, or a frame does not fit into the tag or is too small for
+    // its indicator; the tag is useless then.
     bool removeUnsynchronizationV2_4(bool iTunesHack, bool hasGlobalUnsync);
 
-    // Works out which of six texts stand in the tag in an 8-bit encoding, of which nobody knows
-    // which: those marked ISO-8859-1, and all of a v1 tag. Bits: 0x01 album, 0x02 artist, 0x04
+    // Works out which of six texts of the tag are in some 8-bit encoding: those marked ISO-8859-1,
+    // which is often not true, and all of a v1 tag. Bits: 0x01 album, 0x02 artist, 0x04
     // album artist, 0x08 composer, 0x10 genre, 0x20 title.
     void checkMixedEncodingtype();
     // The mask of these bits, despite the name.
@@ -91,8 +94,8 @@ public:
 
     // The data of the first attached picture (APIC; PIC in v2.2), or null. The bytes belong to the
     // tag. Sets *length to the size in bytes, 0 for null, and *mime to the MIME type: as it stands
-    // in an APIC frame, image/png, image/jpeg or text/plain (for a link) for a PIC frame. After
-    // warnings about the frame *mime may be set beside a null. A picture of no bytes is possible
+    // in an APIC frame, image/png, image/jpeg or text/plain (for a link) for a PIC frame. *mime
+    // may be set beside a null for a malformed frame. A picture of no bytes is possible
     // with PIC.
     const void* getAlbumArt(size_t* length, String8* mime) const;
 
@@ -159,7 +162,8 @@ public:
     const uint8_t* getData(size_t* length) const;
 
     // The first byte of the data: 0 ISO-8859-1, 1 UTF-16 with a byte-order mark, 2 UTF-16BE, 3
-    // UTF-8 (ID3v2.4 4). 0 for a v1 tag, 0xFF when done.
+    // UTF-8 (ID3v2.4 4). 0 for a v1 tag, 0xFF when done. For a frame without data, the byte behind
+    // it in the tag, or 0 at the tag's end.
     uint8_t getEncodingType() const;
 
 private:

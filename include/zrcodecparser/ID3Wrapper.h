@@ -31,7 +31,7 @@ public:
     // not stored.
     status_t parseID3(AMediaFormat* meta, ID3& id3);
 
-    // The same for the v2 tag at the start of the bytes.
+    // The same for the v2 tag at the start of the bytes, whatever ignoreV1 says.
     status_t parseID3v2MetaData(const uint8_t* data, size_t size, bool ignoreV1,
                                 AMediaFormat* meta);
 

@@ -11,13 +11,14 @@
 //
 // How it fails: operations that return a status return 0 or one of the negative codes named at each
 // of them. That a track cannot be played is no failure but a MIME type: "video/notsupport" or
-// "audio/notsupport". Sizes that overflow their type end the process. Every message goes to the
-// system log under the tag "MediaExtractorHelper".
+// "audio/notsupport". Sizes that overflow their type end the process. Messages go to the
+// system log under the tag "MediaExtractorHelper"; about ID3 tags, "ZRID3" and "ID3Wrapper".
 //
 // Ownership: formats, records and bytes belong to the caller and are only used during the call;
 // whatever a format stores is its own copy. Input bytes come from files and may hold anything: what
-// is missing at their end reads as zero. The object keeps no state between calls, so any thread may
-// call anything, as long as no two use the same format at a time.
+// is missing at the end of codec data reads as zero, and tags that are cut short are refused. The
+// object keeps no state between calls, so any thread may call anything, as long as no two use the
+// same format at a time.
 
 #pragma once
 
@@ -260,7 +261,8 @@ public:
     // another type than front cover, or cut short is passed over in silence.
     //
     // commentLength, the comment's length in bytes without the NUL, bounds the memory for a
-    // picture. Fatal: a picture comment with a commentLength that does not even cover its name.
+    // picture. Fatal: a picture comment with a commentLength that does not cover its name and the
+    // =.
     void parseVorbisComment(AMediaFormat* fileMeta, const char* comment, size_t commentLength);
 
     // --- For older parsers, which keep metadata under four-character codes ---

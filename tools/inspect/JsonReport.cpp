@@ -3,6 +3,8 @@
 #include <nlohmann/json.hpp>
 
 #include "inspect/Bytes.h"
+#include "inspect/Utf8.h"
+#include "inspect/tags/TagText.h"
 #include "zrcodecparser/MediaDefs.h"
 
 namespace inspect {
@@ -14,7 +16,9 @@ struct ValueToJson {
     Json operator()(int32_t value) const { return {{"type", "int32"}, {"value", value}}; }
     Json operator()(int64_t value) const { return {{"type", "int64"}, {"value", value}}; }
     Json operator()(const std::string& value) const {
-        return {{"type", "string"}, {"value", value}};
+        Json json = {{"type", "string"}, {"value", toUtf8(value)}};
+        if (!isUtf8(value)) json["bytes"] = hex(ByteVector(value.begin(), value.end()), "");
+        return json;
     }
     Json operator()(const ByteVector& value) const {
         return {{"type", "buffer"}, {"value", hex(value, "")}};
@@ -120,6 +124,17 @@ Json trackToJson(const TrackReport& track) {
     return json;
 }
 
+Json tagsToJson(const Tags& tags) {
+    Json array = Json::array();
+    for (const Tag& tag : tags.list) {
+        Json json = tagToJson(tag);
+        json["keys"] = keysToJson(tag.entries);
+        json["log"] = logToJson(tag.log);
+        array.push_back(json);
+    }
+    return array;
+}
+
 Json fileToJson(const FileReport& report) {
     Json json = {{"path", report.path}, {"error", textOrNull(report.error)}};
     if (!report.error.empty()) return json;
@@ -130,17 +145,18 @@ Json fileToJson(const FileReport& report) {
                          {"keys", keysToJson(report.entries)}};
     json["tracks"] = Json::array();
     for (const TrackReport& track : report.tracks) json["tracks"].push_back(trackToJson(track));
+    if (report.tags.areLookedFor) json["tags"] = tagsToJson(report.tags);
     return json;
 }
 
 }  // namespace
 
 void printJson(std::ostream& out, const std::vector<FileReport>& reports) {
-    constexpr int kIndent = 2;
+    constexpr int kSpaces = 2;
     Json files = Json::array();
     for (const FileReport& report : reports) files.push_back(fileToJson(report));
     const Json document = {{"version", android::ZRCODECPARSER_VERSION}, {"files", files}};
-    out << document.dump(kIndent, ' ', false, Json::error_handler_t::replace) << '\n';
+    out << document.dump(kSpaces, ' ', false, Json::error_handler_t::replace) << '\n';
 }
 
 }  // namespace inspect

@@ -22,6 +22,14 @@ CLI::Validator oneOf(std::vector<std::string> words) {
     return CLI::Validator(CLI::IsMember(std::move(words))).description("");
 }
 
+CLI::Validator notEmpty() {
+    return CLI::Validator(
+            [](const std::string& text) {
+                return text.empty() ? "names no folder" : std::string();
+            },
+            "");
+}
+
 void addDeviceOptions(CLI::App& app, DeviceOptions& device) {
     const std::string group = "The pretended device (a typical phone)";
     app.add_option("--decoder", device.add, "Has a decoder for this MIME type too")
@@ -68,11 +76,11 @@ void shape(host::Device& device, const DeviceOptions& options) {
 std::optional<int> readCommandLine(int count, char** arguments, Options& options) {
     CLI::App app(
             "Shows what the codec parser library makes of media files: the container, each "
-            "track's MIME type,\nits codec data, and whether it plays on a device.",
+            "track's MIME type,\nits codec data, whether it plays on a device, and the tags.",
             "zrinspect");
     app.footer(
             "Exit status: 0 when every file was described, 1 when one could not be read or is "
-            "truncated,\n2 for a wrong command line.");
+            "truncated,\nor a picture could not be written, 2 for a wrong command line.");
     app.set_version_flag("--version", android::ZRCODECPARSER_VERSION,
                          "Print the library's version");
     app.add_option("FILE", options.files, "Files to look at")->type_name("")->required();
@@ -82,6 +90,12 @@ std::optional<int> readCommandLine(int count, char** arguments, Options& options
     app.add_flag("--explain", options.explain, "Print the codec data byte by byte");
     app.add_flag("--frames", options.frames,
                  "Compare the key frames that the library finds with those marked");
+    auto* pictures = app.add_option("--pictures", options.pictures,
+                                    "Write the tags' pictures to files in this folder")
+                             ->type_name("DIR")
+                             ->allow_extra_args(false)
+                             ->check(notEmpty());
+    app.add_flag("--force", options.force, "Let --pictures overwrite files")->needs(pictures);
     DeviceOptions device;
     addDeviceOptions(app, device);
     try {

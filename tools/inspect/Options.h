@@ -20,6 +20,8 @@ struct Options {
     bool log = false;
     bool explain = false;
     bool frames = false;
+    std::string pictures;  // the folder to write pictures to; empty = none
+    bool force = false;
     host::Device device = host::typicalPhone();
 };
 

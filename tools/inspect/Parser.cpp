@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <stdexcept>
 #include <utility>
 
 #include "inspect/ContainerMap.h"
@@ -15,10 +14,6 @@ namespace inspect {
 namespace {
 
 using namespace android;
-
-struct LibraryFatal : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
 
 [[noreturn]] void throwFatal(const char* text) {
     throw LibraryFatal(text);
@@ -137,11 +132,13 @@ std::vector<host::LogLine> Parser::takeLog() {
 FileReport Parser::describe(const MediaFile& file) {
     FileReport report{.path = file.path,
                       .error = {},
+                      .pictureErrors = {},
                       .truncation = file.truncation,
                       .format = file.format,
                       .formatName = file.formatName,
                       .entries = {},
-                      .tracks = {}};
+                      .tracks = {},
+                      .tags = {}};
     const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
     const Format format;
     setFileFormat(*helper, file, format.get());
@@ -150,6 +147,7 @@ FileReport Parser::describe(const MediaFile& file) {
     for (const Stream& stream : file.streams) {
         report.tracks.push_back(describeTrack(*helper, stream, hasWholeFrames));
     }
+    report.tags = readTags(file.path, file.format, {*helper, [this] { return takeLog(); }});
     return report;
 }
 

@@ -12,6 +12,7 @@
 #include "inspect/MediaFile.h"
 #include "inspect/Verdict.h"
 #include "inspect/explain/Explain.h"
+#include "inspect/tags/Tags.h"
 
 namespace inspect {
 
@@ -29,11 +30,13 @@ struct TrackReport {
 struct FileReport {
     std::string path;
     std::string error;  // not empty: the file could not be read, and nothing else is set
+    std::vector<std::string> pictureErrors;  // why pictures could not be written, with their paths
     std::optional<std::string> truncation;
     std::string format;
     std::string formatName;
     Entries entries;
     std::vector<TrackReport> tracks;  // also what is no track to the library: Kind::kOther
+    Tags tags;
 };
 
 }  // namespace inspect

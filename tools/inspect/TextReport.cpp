@@ -6,7 +6,9 @@
 #include "inspect/Bytes.h"
 #include "inspect/ExplainText.h"
 #include "inspect/KeyFramesText.h"
+#include "inspect/TextEntries.h"
 #include "inspect/TextLayout.h"
+#include "inspect/tags/TagText.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
 
@@ -77,22 +79,6 @@ std::string verdictText(const Verdict& verdict, const TextStyle& style) {
     return text;
 }
 
-struct ValueText {
-    std::string operator()(int32_t value) const { return "int32   " + std::to_string(value); }
-    std::string operator()(int64_t value) const { return "int64   " + std::to_string(value); }
-    std::string operator()(const std::string& value) const { return "string  " + printable(value); }
-    std::string operator()(const ByteVector& value) const { return "buffer  " + hex(value, " "); }
-};
-
-void printKeys(std::ostream& out, const Entries& entries, const std::string& indent) {
-    size_t width = 0;
-    for (const auto& entry : entries) width = std::max(width, entry.key.size());
-    for (const auto& entry : entries) {
-        out << indent << padded(entry.key, width) << "  " << std::visit(ValueText{}, entry.value)
-            << '\n';
-    }
-}
-
 void printCodecData(std::ostream& out, const std::vector<CodecDatum>& data) {
     size_t keyWidth = 0;
     size_t sizeWidth = 0;
@@ -107,15 +93,6 @@ void printCodecData(std::ostream& out, const std::vector<CodecDatum>& data) {
         out << kIndent << padded(datum.key, keyWidth) << "  "
             << rightAligned(sizeText(datum), sizeWidth) << (sizeWidth > 0 ? "  " : "")
             << printable(datum.words) << '\n';
-    }
-}
-
-void printLog(std::ostream& out, const std::vector<host::LogLine>& log, const TextStyle& style) {
-    constexpr std::string_view kLetters = "??VDIWEF";
-    for (const auto& [priority, tag, text] : log) {
-        const auto index = static_cast<size_t>(std::clamp(priority, 0, 7));
-        const std::string line = std::string(1, kLetters[index]) + "/" + tag + ": " + text;
-        out << kIndent << paint(style, kDim, printable(line)) << '\n';
     }
 }
 
@@ -170,6 +147,7 @@ void printText(std::ostream& out, const FileReport& report, const TextStyle& sty
         mimeWidth = std::max(mimeWidth, mimeOf(track.entries).size());
     }
     for (const TrackReport& track : report.tracks) printTrack(out, track, mimeWidth, style);
+    printTags(out, report.tags, style);
 }
 
 }  // namespace inspect

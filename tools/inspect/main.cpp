@@ -12,12 +12,14 @@
 
 #include "inspect/Bytes.h"
 #include "inspect/Demuxer.h"
+#include "inspect/InputFile.h"
 #include "inspect/JsonReport.h"
 #include "inspect/KeyFrames.h"
 #include "inspect/Options.h"
 #include "inspect/Parser.h"
 #include "inspect/TextReport.h"
 #include "inspect/explain/Explain.h"
+#include "inspect/tags/Pictures.h"
 
 namespace inspect {
 namespace {
@@ -39,6 +41,28 @@ void addDetails(FileReport& report, const MediaFile& file, const Options& option
     }
 }
 
+void writePictures(FileReport& report, PictureFiles& files) {
+    for (Tag& tag : report.tags.list) {
+        const ByteVector* picture = tag.picture();
+        if (picture == nullptr || picture->empty()) continue;
+        try {
+            tag.pictureFile = files.write(report.path, *picture);
+        } catch (const FileError& error) {
+            report.pictureErrors.emplace_back(error.what());
+        }
+    }
+}
+
+// The demuxer may stumble over what stands in front of the media.
+std::string withFault(const std::string& error, const std::string& path) {
+    try {
+        const std::string fault = faultBeforeMedia(path);
+        return fault.empty() ? error : error + "; " + fault;
+    } catch (const std::exception&) {
+        return error;  // it cannot be read at all
+    }
+}
+
 FileReport inspectFile(const std::string& path, const Options& options) {
     FileReport report;
     report.path = path;
@@ -47,29 +71,33 @@ FileReport inspectFile(const std::string& path, const Options& options) {
         report = Parser(options.device).describe(file);
         addDetails(report, file, options);
     } catch (const std::exception& error) {
-        report.error = error.what();
+        report.error = withFault(error.what(), path);
     }
     return report;
 }
 
-// One line for a file that could not be read to its end. Returns whether there was something to
-// say.
-bool complain(const FileReport& report) {
-    std::string text = report.error;
-    if (report.truncation) text = "is truncated: " + *report.truncation;
-    if (text.empty()) return false;
+void complain(const std::string& text) {
     std::cout.flush();
-    std::cerr << "zrinspect: " << printable(report.path) << ": " << printable(text) << '\n';
-    return true;
+    std::cerr << "zrinspect: " << printable(text) << '\n';
 }
 
-int run(const Options& options) {
+// One line for each thing that went wrong. Returns whether something did.
+bool complain(const FileReport& report) {
+    for (const std::string& text : report.pictureErrors) complain(text);
+    std::string text = report.error;
+    if (report.truncation) text = "is truncated: " + *report.truncation;
+    if (!text.empty()) complain(report.path + ": " + text);
+    return !text.empty() || !report.pictureErrors.empty();
+}
+
+int inspectFiles(const Options& options, PictureFiles* pictures) {
     const TextStyle style{.colour = wantsColour(), .keys = options.keys, .log = options.log};
     std::vector<FileReport> reports;
     int status = EXIT_SUCCESS;
     bool isFirst = true;
     for (const std::string& path : options.files) {
         FileReport report = inspectFile(path, options);
+        if (pictures != nullptr) writePictures(report, *pictures);
         if (!options.json && report.error.empty()) {
             if (!isFirst) std::cout << '\n';
             isFirst = false;
@@ -80,6 +108,17 @@ int run(const Options& options) {
     }
     if (options.json) printJson(std::cout, reports);
     return status;
+}
+
+int run(const Options& options) {
+    if (options.pictures.empty()) return inspectFiles(options, nullptr);
+    try {
+        PictureFiles pictures(options.pictures, options.force, options.files);
+        return inspectFiles(options, &pictures);
+    } catch (const FileError& error) {
+        complain(error.what());
+        return kExitFileError;
+    }
 }
 
 }  // namespace
