@@ -11,6 +11,7 @@ namespace android::base {
 // The source locations that the texts carry. Tools search logs for them, so they stay the same
 // whichever file the code moves to.
 inline constexpr const char* kAtMediaExtractorHelper = "Helper/MediaExtractorHelper";
+inline constexpr const char* kAtMediaCodecHelper = "Helper/MediaCodecHelper";
 inline constexpr const char* kAtId3 = "ParserLibrary/id3/ID3";
 
 [[noreturn]] void fatal(const char* location, const char* text);

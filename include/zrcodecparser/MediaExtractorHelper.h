@@ -29,6 +29,7 @@
 #include "platform/Buffer.h"
 #include "platform/Errors.h"
 #include "platform/MediaFormat.h"
+#include "platform/MetaData.h"
 #include "platform/RefBase.h"
 #include "platform/SampleBuffer.h"
 #include "zrcodecparser/Export.h"
@@ -263,6 +264,26 @@ public:
     // picture. Fatal: a picture comment with a commentLength that does not cover its name and the
     // =.
     void parseVorbisComment(AMediaFormat* fileMeta, const char* comment, size_t commentLength);
+
+    // --- For older parsers, which keep metadata under four-character codes ---
+
+    // As SupportCodecEx for a format, but with fewer codecs: MPEG-1, -2 and -4, AVC, HEVC; AAC,
+    // MP2, MP3, AC-3, E-AC-3, DTS, PCM, DTS-LBR, AC-4. Any other gets "video/notsupport" or
+    // "audio/notsupport" under 'mime', as does one without a decoder, but for MPEG-2 and E-AC-3.
+    // Returns 0; -2147483648 with such a MIME type (logged) when the media server or the codec list
+    // cannot be reached.
+    int32_t SupportCodecEx(int codecType, MetaDataBase& meta);
+
+    // Copies what older parsers need of a format: MIME type, width and height, HEVC codec data,
+    // tag texts, encoding type, picture. 'Dsrt' deliberately receives the encoding type where the
+    // format has a DSD sample rate. Returns 0.
+    int32_t convertZRAMediaFormatToMeta(AMediaFormat* format, MetaDataBase* meta);
+    int32_t convertZRAMediaFormatToMeta(AMediaFormat* format, sp<MetaData>& meta);
+
+    // The media_status_t for a status of the framework's: -10000 for -2147483648, -10006 for -1011
+    // (end of stream), -10001 for -1007, -10007 for -1004 (I/O), -10005 for -38. Any other is
+    // returned as it is.
+    int32_t convertZRErrorToAMediaError(int status);
 
     // --- PCM: sample formats ---
     //

@@ -17,4 +17,9 @@ void ABuffer::setRange(size_t offset, size_t size) {
     mSize = size;
 }
 
+sp<AMessage> ABuffer::meta() {
+    if (mMeta == nullptr) mMeta = new AMessage;
+    return mMeta;
+}
+
 }  // namespace android

@@ -12,6 +12,11 @@ constexpr uint32_t kTypeInt32 = 0x696e3332;    // 'in32'
 constexpr uint32_t kTypeInt64 = 0x696e3634;    // 'in64'
 constexpr uint32_t kTypeCString = 0x63737472;  // 'cstr'
 
+// Values of these types have finders of their own.
+bool isTyped(uint32_t type) {
+    return type == kTypeInt32 || type == kTypeInt64 || type == kTypeCString;
+}
+
 struct Entry {
     uint32_t type;
     std::vector<uint8_t> data;
@@ -76,7 +81,7 @@ bool MetaDataBase::findCString(uint32_t key, const char** value) const {
 
 bool MetaDataBase::findData(uint32_t key, uint32_t* type, const void** data, size_t* size) const {
     const auto entry = mEntries->byKey.find(key);
-    if (entry == mEntries->byKey.end()) return false;
+    if (entry == mEntries->byKey.end() || isTyped(entry->second.type)) return false;
     *type = entry->second.type;
     *data = entry->second.data.data();
     *size = entry->second.data.size();

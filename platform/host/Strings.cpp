@@ -41,6 +41,12 @@ String8::~String8() = default;
 String8::String8(const String8& other) = default;
 String8& String8::operator=(const String8& other) = default;
 
+AString::AString() = default;
+AString::AString(const char* text) : mText(text) {}
+AString::~AString() = default;
+AString::AString(const AString& other) = default;
+AString& AString::operator=(const AString& other) = default;
+
 void String8::setTo(const char* text) {
     mText = text;
 }

@@ -79,6 +79,17 @@ Json explanationsToJson(const std::vector<Explanation>& explanations) {
     return array;
 }
 
+Json callsToJson(const std::vector<Call>& calls) {
+    Json array = Json::array();
+    for (const auto& [operation, result, parameters, entries] : calls) {
+        array.push_back({{"operation", operation},
+                         {"result", textOrNull(result)},
+                         {"parameters", explanationsToJson(parameters)},
+                         {"metadata", keysToJson(entries)}});
+    }
+    return array;
+}
+
 Json keyFramesToJson(const KeyFrames& frames) {
     Json disputes = Json::array();
     for (const auto& [sample, timeUs, libraryCallsKey] : frames.firstDisputed) {
@@ -126,6 +137,8 @@ Json trackToJson(const TrackReport& track) {
     json["log"] = logToJson(track.log);
     if (!track.explanations.empty()) json["explanations"] = explanationsToJson(track.explanations);
     if (track.keyFrames) json["keyFrames"] = keyFramesToJson(*track.keyFrames);
+    if (!track.component.empty()) json["component"] = callsToJson(track.component);
+    if (!track.legacy.empty()) json["legacy"] = callsToJson(track.legacy);
     return json;
 }
 

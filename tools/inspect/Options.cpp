@@ -17,6 +17,21 @@ struct DeviceOptions {
     std::string codecInfo;
 };
 
+void addGlueOptions(CLI::App& app, GlueOptions& glue) {
+    auto* component = app.add_flag("--component", glue.component,
+                                   "Print what a decoder component would be sent for each track");
+    app.add_option("--component-name", glue.componentName, "Take it for this Qualcomm decoder")
+            ->type_name("NAME")
+            ->allow_extra_args(false)
+            ->needs(component);
+    app.add_option("--component-key", glue.keys,
+                   "Put this number into its format, as a parser that knows more would")
+            ->type_name("KEY NUMBER")
+            ->allow_extra_args(false)
+            ->needs(component);
+    app.add_flag("--legacy", glue.legacy, "Print the tracks as older parsers see them");
+}
+
 // Of these words; the help names them in the option's type already.
 CLI::Validator oneOf(std::vector<std::string> words) {
     return CLI::Validator(CLI::IsMember(std::move(words))).description("");
@@ -110,6 +125,7 @@ std::optional<int> readCommandLine(int count, char** arguments, Options& options
     app.add_flag("--keys", options.keys, "Print every key that the library stored");
     app.add_flag("--log", options.log, "Print what the library wrote to its log");
     app.add_flag("--explain", options.explain, "Print the codec data byte by byte");
+    addGlueOptions(app, options.glue);
     app.add_flag("--frames", options.frames,
                  "Compare the key frames that the library finds with those marked");
     addOutputOptions(app, options);

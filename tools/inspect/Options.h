@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "inspect/glue/Glue.h"
 #include "platform/Host.h"
 
 namespace inspect {
@@ -19,6 +20,7 @@ struct Options {
     bool keys = false;
     bool log = false;
     bool explain = false;
+    GlueOptions glue;
     bool frames = false;
     std::string pictures;  // the folder to write pictures to; empty = none
     std::string dumpWav;   // the file to write samples to; empty = none

@@ -18,10 +18,12 @@ public:
 
     FileReport describe(const MediaFile& file);
 
+    // What the library has logged since the last call.
+    std::vector<host::LogLine> takeLog();
+
 private:
     TrackReport describeTrack(android::MediaExtractorHelper& helper, const Stream& stream,
                               bool hasWholeFrames);
-    std::vector<host::LogLine> takeLog();
 
     host::Device mDevice;
     std::vector<host::LogLine> mLog;

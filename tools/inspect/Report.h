@@ -12,6 +12,7 @@
 #include "inspect/MediaFile.h"
 #include "inspect/Verdict.h"
 #include "inspect/explain/Explain.h"
+#include "inspect/glue/Glue.h"
 #include "inspect/tags/Tags.h"
 
 namespace inspect {
@@ -31,6 +32,8 @@ struct TrackReport {
     std::vector<host::LogLine> log;
     std::vector<Explanation> explanations;  // when asked for
     std::optional<KeyFrames> keyFrames;     // of a video track, when asked for
+    std::vector<Call> component;            // when asked for
+    std::vector<Call> legacy;               // when asked for
 };
 
 struct FileReport {

@@ -131,6 +131,8 @@ void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
     }
     if (track.keyFrames) printKeyFrames(out, *track.keyFrames);
     for (const Explanation& each : track.explanations) printExplanation(out, each, style);
+    printCalls(out, "component", track.component, style);
+    printCalls(out, "older parsers", track.legacy, style);
     if (style.keys) printKeys(out, track.entries, kIndent);
     if (style.log) printLog(out, track.log, style);
 }

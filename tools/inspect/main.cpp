@@ -32,6 +32,15 @@ bool wantsColour() {
            terminal != nullptr && std::string_view(terminal) != "dumb";
 }
 
+void callGlue(FileReport& report, Parser& parser, const GlueOptions& glue) {
+    for (TrackReport& track : report.tracks) {
+        if (track.stream.kind == Kind::kOther) continue;
+        if (glue.component) track.component = setUpComponent(track, glue);
+        if (glue.legacy) track.legacy = describeToOlderParsers(track);
+        for (host::LogLine& line : parser.takeLog()) track.log.push_back(std::move(line));
+    }
+}
+
 // The further looks that were asked for.
 void addDetails(FileReport& report, const MediaFile& file, const Options& options) {
     const auto keyFrames = options.frames ? compareKeyFrames(file) : std::map<int, KeyFrames>{};
@@ -77,7 +86,9 @@ FileReport inspectFile(const std::string& path, const Options& options) {
     report.path = path;
     try {
         const MediaFile file = readMediaFile(path);
-        report = Parser(options.device).describe(file);
+        Parser parser(options.device);
+        report = parser.describe(file);
+        callGlue(report, parser, options.glue);
         addDetails(report, file, options);
     } catch (const std::exception& error) {
         report.error = withFault(error.what(), path);

@@ -2,6 +2,10 @@
 
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/Message.h"
 #include "platform/RefBase.h"
 
 namespace android {
@@ -19,6 +23,9 @@ public:
     // Requires offset + size <= capacity().
     void setRange(size_t offset, size_t size);
 
+    // The message that travels with the buffer, empty at first.
+    sp<AMessage> meta();
+
 protected:
     ~ABuffer() override;
 
@@ -27,6 +34,7 @@ private:
     size_t mCapacity;
     size_t mOffset = 0;
     size_t mSize;
+    sp<AMessage> mMeta;
 };
 
 }  // namespace android

@@ -13,6 +13,9 @@ typedef enum {
     AMEDIA_OK = 0,
     AMEDIA_ERROR_UNKNOWN = -10000,
     AMEDIA_ERROR_MALFORMED = -10001,
+    AMEDIA_ERROR_INVALID_OPERATION = -10005,
+    AMEDIA_ERROR_END_OF_STREAM = -10006,
+    AMEDIA_ERROR_IO = -10007,
 } media_status_t;
 
 AMediaFormat* AMediaFormat_new();

@@ -30,4 +30,20 @@ private:
     std::string mText;
 };
 
+// A string as messages hold it.
+class AString {
+public:
+    AString();
+    explicit AString(const char* text);
+    ~AString();
+    AString(const AString& other);
+    AString& operator=(const AString& other);
+
+    const char* c_str() const { return mText.c_str(); }
+    size_t size() const { return mText.size(); }
+
+private:
+    std::string mText;
+};
+
 }  // namespace android

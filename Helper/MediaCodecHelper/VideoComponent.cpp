@@ -1,0 +1,141 @@
+// Video components, in the layouts of their makers.
+
+#include <string_view>
+
+#include "Helper/MediaCodecHelper/Log.h"
+#include "Helper/omx/Parameters.h"
+#include "zrcodecparser/MediaCodecHelper.h"
+#include "zrcodecparser/MetaKeys.h"
+
+namespace android {
+namespace {
+
+constexpr status_t kDoesNotApply = -1;
+
+constexpr OMX_INDEXTYPE kIndexParamDivx = omx::vendorIndex(0x7F00000B);
+constexpr OMX_INDEXTYPE kIndexParamFramePacking = omx::vendorIndex(0x7F000002);
+constexpr OMX_INDEXTYPE kIndexParamTimestampReorder = omx::vendorIndex(0x7F00001B);
+constexpr OMX_INDEXTYPE kIndexParamUserExtraData = omx::vendorIndex(0x7F000020);
+constexpr const char* kSyncFrameDecodingMode = "OMX.QCOM.index.param.video.SyncFrameDecodingMode";
+
+constexpr uint32_t kThumbnailFlag = 0x400;
+constexpr int32_t kDefaultDivxVersion = 1;
+
+constexpr int32_t kArbitraryBytes = 1;
+constexpr int32_t kOneCompleteFrame = 3;
+
+int32_t divxFormatCode(int32_t version) {
+    return version >= 0 && version <= 3 ? 2 << version : 1;
+}
+
+int32_t readDivxVersion(const AMessage& message) {
+    int32_t version = 0;
+    if (!message.findInt32(MediaCodecHelper::getMsgKey(kZreKeyDivXVersion), &version)) {
+        version = kDefaultDivxVersion;
+        ZR_CODEC_LOGW("Divx version key missing, initializing the version to %d", version);
+    }
+    return version;
+}
+
+status_t setDivxVersion(int32_t version, IOMXNode& node) {
+    omx::ParameterImage<20> params;  // the profile, at 16, is 0
+    params.putHeader(omx::kOutputPort);
+    params.put32(12, divxFormatCode(version));
+    return params.set(node, kIndexParamDivx);
+}
+
+int32_t readFramePacking(const AMessage& message) {
+    int32_t arbitrary = 0;
+    message.findInt32(MediaCodecHelper::getMsgKey(kZreKeyUseArbitraryMode), &arbitrary);
+    ZR_CODEC_LOGI("%s", arbitrary != 0 ? "Decoder will be in arbitrary mode"
+                                       : "Decoder will be in frame by frame mode");
+    return arbitrary != 0 ? kArbitraryBytes : kOneCompleteFrame;
+}
+
+// Size, version and port stay zero: so the decoders have always been sent it.
+void setFramePacking(int32_t packing, IOMXNode& node) {
+    omx::ParameterImage<24> params;
+    params.put32(20, packing);
+    if (params.set(node, kIndexParamFramePacking) != OK) {
+        ZR_CODEC_LOGW("Failed to set frame packing format on component");
+    }
+}
+
+bool needsTimestampReordering(const AMessage& message, std::string_view componentName) {
+    AString fileFormat;
+    message.findString(MediaCodecHelper::getMsgKey(kZreKeyFileFormat), &fileFormat);
+    return componentName.starts_with("OMX.qcom.video.decoder.vc1") ||
+           componentName.starts_with("OMX.qcom.video.decoder.mpeg4") ||
+           std::string_view(fileFormat.c_str()).starts_with("video/avi");
+}
+
+void enableTimestampReordering(IOMXNode& node) {
+    ZR_CODEC_LOGI("Enabling timestamp reordering");
+    omx::ParameterImage<16> params;
+    params.putHeader(omx::kOutputPort);
+    params.put32(12, 1);
+    if (params.set(node, kIndexParamTimestampReorder) != OK) {
+        ZR_CODEC_LOGW("Failed to enable timestamp reordering");
+    }
+}
+
+bool enableThumbnailMode(IOMXNode& node) {
+    OMX_INDEXTYPE index{};
+    if (node.getExtensionIndex(kSyncFrameDecodingMode, &index) != OK ||
+        omx::setParams(node, index, uint32_t{1}) != OK) {
+        ZR_CODEC_LOGW("Failed to get extension for SYNCFRAMEDECODINGMODE");
+        return false;
+    }
+    ZR_CODEC_LOGI("Thumbnail mode enabled.");
+    return true;
+}
+
+void enableUserExtraData(IOMXNode& node, const char* componentName) {
+    ZR_CODEC_LOGI("[%s] User-extradata requested", componentName);
+    if (omx::setParams(node, kIndexParamUserExtraData, uint32_t{1}) != OK) {
+        ZR_CODEC_LOGW("[%s] Failed to enable user-extradata", componentName);
+    }
+}
+
+sp<AMessage> messageOf(const sp<MetaData>& metadata) {
+    sp<AMessage> message = new AMessage;
+    MediaCodecHelper::ZRCodeConvertMetaDataToMessage(metadata, &message);
+    return message;
+}
+
+}  // namespace
+
+status_t MediaCodecHelper::setDivxFormat(const sp<AMessage>& format, const sp<IOMXNode>& node,
+                                         bool) {
+    return setDivxVersion(readDivxVersion(*format), *node);
+}
+
+status_t MediaCodecHelper::setDivxFormat(const sp<MetaData>& format, const sp<IOMXNode>& node,
+                                         bool encoder) {
+    return encoder ? kDoesNotApply : setDivxFormat(messageOf(format), node, false);
+}
+
+void MediaCodecHelper::configureFramePackingFormat(const sp<AMessage>& format,
+                                                   const sp<IOMXNode>& node) {
+    setFramePacking(readFramePacking(*format), *node);
+}
+
+void MediaCodecHelper::configureFramePackingFormat(const sp<MetaData>& format,
+                                                   const sp<IOMXNode>& node) {
+    configureFramePackingFormat(messageOf(format), node);
+}
+
+void MediaCodecHelper::configureQCOMVideoDecoder(const sp<AMessage>& format,
+                                                 const sp<IOMXNode>& node, uint32_t flags,
+                                                 const char* componentName) {
+    ZR_CODEC_LOGW("configureQCOMVideoDecoder");
+    configureFramePackingFormat(format, node);
+    if (needsTimestampReordering(*format, componentName)) enableTimestampReordering(*node);
+    if ((flags & kThumbnailFlag) != 0 && !enableThumbnailMode(*node)) return;
+    int32_t userExtraData = 0;
+    if (format->findInt32("enable-extradata-user", &userExtraData) && userExtraData == 1) {
+        enableUserExtraData(*node, componentName);
+    }
+}
+
+}  // namespace android

@@ -1,0 +1,7 @@
+#include "platform/OmxNode.h"
+
+namespace android {
+
+IOMXNode::~IOMXNode() = default;
+
+}  // namespace android

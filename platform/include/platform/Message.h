@@ -1,0 +1,41 @@
+// The key/value store in which tracks and buffers are described to components.
+
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "platform/RefBase.h"
+#include "platform/Strings.h"
+
+namespace android {
+
+class ABuffer;
+
+// Each setter stores the value in place of whatever was under the key: texts as copies, buffers as
+// references. A finder returns true, and writes its output, only for a value of its type.
+class AMessage : public RefBase {
+public:
+    AMessage();
+
+    void setInt32(const char* key, int32_t value);
+    void setInt64(const char* key, int64_t value);
+    void setString(const char* key, const char* value);
+    void setBuffer(const char* key, const sp<ABuffer>& value);
+
+    bool findInt32(const char* key, int32_t* value) const;
+    bool findInt64(const char* key, int64_t* value) const;
+    bool findString(const char* key, AString* value) const;
+    bool findBuffer(const char* key, sp<ABuffer>* value) const;
+
+    void clear();
+
+protected:
+    ~AMessage() override;
+
+private:
+    struct Entries;
+    std::unique_ptr<Entries> mEntries;
+};
+
+}  // namespace android

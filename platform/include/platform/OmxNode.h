@@ -1,0 +1,25 @@
+// The handle of a codec component.
+
+#pragma once
+
+#include <cstddef>
+
+#include "platform/Errors.h"
+#include "platform/Omx.h"
+#include "platform/RefBase.h"
+
+namespace android {
+
+// The operations of OpenMAX IL 1.1.2 3.2.2 that a component is set up with. Each returns 0 or the
+// component's status. Sizes are in bytes.
+class IOMXNode : public RefBase {
+public:
+    virtual status_t getParameter(OMX_INDEXTYPE index, void* params, size_t size) = 0;
+    virtual status_t setParameter(OMX_INDEXTYPE index, const void* params, size_t size) = 0;
+    virtual status_t getExtensionIndex(const char* name, OMX_INDEXTYPE* index) = 0;
+
+protected:
+    ~IOMXNode() override;
+};
+
+}  // namespace android
