@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 
 #include "zrcodecparser/MediaDefs.h"
 
@@ -17,6 +18,16 @@ struct DeviceOptions {
     std::string codecInfo;
 };
 
+int32_t numberOf(const std::string& text) {
+    int32_t number = 0;
+    const char* end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || rest != end) {
+        throw CLI::ConversionError(text, "--component-key, which takes a number of 32 bits");
+    }
+    return number;
+}
+
 void addGlueOptions(CLI::App& app, GlueOptions& glue) {
     auto* component = app.add_flag("--component", glue.component,
                                    "Print what a decoder component would be sent for each track");
@@ -24,9 +35,16 @@ void addGlueOptions(CLI::App& app, GlueOptions& glue) {
             ->type_name("NAME")
             ->allow_extra_args(false)
             ->needs(component);
-    app.add_option("--component-key", glue.keys,
-                   "Put this number into its format, as a parser that knows more would")
+    const auto addKeys = [&glue](const std::vector<std::string>& words) {
+        for (size_t i = 0; i + 1 < words.size(); i += 2) {
+            glue.keys.emplace_back(words[i], numberOf(words[i + 1]));
+        }
+    };
+    app.add_option_function<std::vector<std::string>>(
+               "--component-key", addKeys,
+               "Put this number into its format, as a parser that knows more would")
             ->type_name("KEY NUMBER")
+            ->type_size(2)
             ->allow_extra_args(false)
             ->needs(component);
     app.add_flag("--legacy", glue.legacy, "Print the tracks as older parsers see them");
