@@ -1,8 +1,9 @@
-// What becomes of a single sample in each conversion, and the plain loops over samples. Whatever
-// converts several samples at a time gives what these give, bit for bit.
+// What becomes of a single sample in each conversion. Whatever converts several samples at a time
+// gives what this gives, bit for bit.
 
 #pragma once
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -13,179 +14,103 @@ namespace android::pcm {
 // Numbers stand in memory as the machine has them.
 static_assert(std::endian::native == std::endian::little);
 
-template <typename T>
-T load(const uint8_t* from) {
-    T value;
-    std::memcpy(&value, from, sizeof(value));
-    return value;
-}
-
-template <typename T>
-void store(uint8_t* to, T value) {
-    std::memcpy(to, &value, sizeof(value));
-}
-
-// A conversion has kFrom and kTo, the bytes of a sample before and after, and convert(), which
-// reads all of the sample before it writes any.
-
-template <uint16_t kSignBit>
-struct Int8ToInt16 {
-    static constexpr size_t kFrom = 1, kTo = 2;
-    static void convert(const uint8_t* from, uint8_t* to) {
-        store(to, static_cast<uint16_t>((*from << 8) ^ kSignBit));
-    }
-};
-using Signed8ToInt16 = Int8ToInt16<0>;
-using Unsigned8ToInt16 = Int8ToInt16<0x8000>;
-
-struct Int24ToInt16 {
-    static constexpr size_t kFrom = 3, kTo = 2;
-    static void convert(const uint8_t* from, uint8_t* to) {
-        store(to, static_cast<uint16_t>(from[2] << 8 | from[1]));
-    }
-};
-
-struct BigInt24ToInt16 {
-    static constexpr size_t kFrom = 3, kTo = 2;
-    static void convert(const uint8_t* from, uint8_t* to) {
-        store(to, static_cast<uint16_t>(from[0] << 8 | from[1]));
-    }
-};
-
-struct Int32ToInt16 {
-    static constexpr size_t kFrom = 4, kTo = 2;
-    static void convert(const uint8_t* from, uint8_t* to) {
-        store(to, static_cast<uint16_t>(load<uint32_t>(from) >> 16));
-    }
-};
-
-inline void store24(uint8_t* to, uint32_t first, uint32_t second, uint32_t third) {
-    to[0] = static_cast<uint8_t>(first);
-    to[1] = static_cast<uint8_t>(second);
-    to[2] = static_cast<uint8_t>(third);
-}
-
-// The upper 24 bits.
-struct Int32ToInt24 {
-    static constexpr size_t kFrom = 4, kTo = 3;
-    static void convert(const uint8_t* from, uint8_t* to) {
-        const auto word = load<uint32_t>(from);
-        store24(to, word >> 8, word >> 16, word >> 24);
-    }
-};
-
-// The lower 24 bits: deliberately others than in the little-endian form.
-struct Int32ToBigInt24 {
-    static constexpr size_t kFrom = 4, kTo = 3;
-    static void convert(const uint8_t* from, uint8_t* to) {
-        const auto word = load<uint32_t>(from);
-        store24(to, word >> 16, word >> 8, word);
-    }
-};
+// What is done to a number before its bytes are put in another order, or after.
+enum class Step { kNone, kFlipSign8, kFloatToInt24, kInt32ToFloat };
 
 constexpr float kClipAbove = 0x1.FFFFFCp-1f;  // 1 - 2^-23
-constexpr float kScale24 = 0x1p23f;
+constexpr int kScale24 = 23;                  // as an exponent of 2
+constexpr float kInt32ToFloat = 0x1p-31f;
 
 // Clipped, and rounded half away from zero; 0 for NaN.
 inline int32_t int24FromFloat(float value) {
     if (value <= -1.0f) return -0x800000;
     if (value >= kClipAbove) return 0x7FFFFF;
     if (value != value) return 0;
-    const double scaled = value * kScale24;
+    const double scaled = value * float{1 << kScale24};
     return static_cast<int32_t>(scaled > 0 ? scaled + 0.5 : scaled - 0.5);
 }
 
-struct FloatToInt24 {
-    static constexpr size_t kFrom = 4, kTo = 3;
-    static void convert(const uint8_t* from, uint8_t* to) {
-        const auto bits = static_cast<uint32_t>(int24FromFloat(load<float>(from)));
-        store24(to, bits, bits >> 8, bits >> 16);
-    }
-};
-
-// The sign and the upper 16 bits: deliberately others than in the little-endian form.
-struct FloatToBigInt24 {
-    static constexpr size_t kFrom = 4, kTo = 3;
-    static void convert(const uint8_t* from, uint8_t* to) {
-        const auto bits = static_cast<uint32_t>(int24FromFloat(load<float>(from)));
-        store24(to, bits >> 24, bits >> 16, bits >> 8);
-    }
-};
-
-constexpr float kInt32ToFloat = 0x1p-31f;
-
-struct Int32ToFloat {
-    static constexpr size_t kFrom = 4, kTo = 4;
-    static void convert(const uint8_t* from, uint8_t* to) {
-        store(to, static_cast<float>(load<int32_t>(from)) * kInt32ToFloat);
-    }
-};
-
-struct BigInt32ToFloat {
-    static constexpr size_t kFrom = 4, kTo = 4;
-    static void convert(const uint8_t* from, uint8_t* to) {
-        const uint32_t word = __builtin_bswap32(load<uint32_t>(from));
-        store(to, static_cast<float>(static_cast<int32_t>(word)) * kInt32ToFloat);
-    }
-};
-
-struct Int24ToFloat {
-    static constexpr size_t kFrom = 3, kTo = 4;
-    static void convert(const uint8_t* from, uint8_t* to) {
-        const uint32_t word =
-                uint32_t{from[0]} << 8 | uint32_t{from[1]} << 16 | uint32_t{from[2]} << 24;
-        store(to, static_cast<float>(static_cast<int32_t>(word)) * kInt32ToFloat);
-    }
-};
-
-struct Int24ToInt32 {
-    static constexpr size_t kFrom = 3, kTo = 4;
-    static void convert(const uint8_t* from, uint8_t* to) {
-        store(to, uint32_t{from[0]} << 8 | uint32_t{from[1]} << 16 | uint32_t{from[2]} << 24);
-    }
-};
-
-struct BigInt24ToInt32 {
-    static constexpr size_t kFrom = 3, kTo = 4;
-    static void convert(const uint8_t* from, uint8_t* to) {
-        store(to, uint32_t{from[2]} << 8 | uint32_t{from[1]} << 16 | uint32_t{from[0]} << 24);
-    }
-};
-
-struct Swap16 {
-    static constexpr size_t kFrom = 2, kTo = 2;
-    static void convert(const uint8_t* from, uint8_t* to) {
-        store(to, __builtin_bswap16(load<uint16_t>(from)));
-    }
-};
-
-struct Swap24 {
-    static constexpr size_t kFrom = 3, kTo = 3;
-    static void convert(const uint8_t* from, uint8_t* to) {
-        store24(to, from[2], from[1], from[0]);
-    }
-};
-
-struct Swap32 {
-    static constexpr size_t kFrom = 4, kTo = 4;
-    static void convert(const uint8_t* from, uint8_t* to) {
-        store(to, __builtin_bswap32(load<uint32_t>(from)));
-    }
-};
-
-template <typename Conversion>
-void plainForward(const uint8_t* from, uint8_t* to, size_t samples) {
-    for (size_t i = 0; i < samples; ++i) {
-        Conversion::convert(from + i * Conversion::kFrom, to + i * Conversion::kTo);
+template <Step kStep, size_t kBytes>
+void apply([[maybe_unused]] std::array<uint8_t, kBytes>& sample) {
+    using Word = std::array<uint8_t, 4>;
+    if constexpr (kStep == Step::kFlipSign8) {
+        sample[0] ^= 0x80;
+    } else if constexpr (kStep == Step::kFloatToInt24) {
+        sample = std::bit_cast<Word>(int24FromFloat(std::bit_cast<float>(sample)));
+    } else if constexpr (kStep == Step::kInt32ToFloat) {
+        const auto number = static_cast<float>(std::bit_cast<int32_t>(sample));
+        sample = std::bit_cast<Word>(number * kInt32ToFloat);
     }
 }
 
-// From the last sample to the first, so that what grows may begin where it began.
+// An order of bytes: of each byte of the new sample, which byte of the old one it is, or kZero.
+constexpr int kZero = -1;
+
+template <size_t kFromBytes, int... kOrigins>
+struct Bytes {
+    static constexpr size_t kFrom = kFromBytes, kTo = sizeof...(kOrigins);
+    static constexpr std::array<int, kTo> kOrigin = {kOrigins...};
+    static constexpr Step kBefore = Step::kNone, kAfter = Step::kNone;
+};
+
+template <Step kStep, typename Order>
+struct Before : Order {
+    static constexpr Step kBefore = kStep;
+};
+
+template <typename Order, Step kStep>
+struct After : Order {
+    static constexpr Step kAfter = kStep;
+};
+
+// Reads all of the sample before it writes any.
 template <typename Conversion>
-void plainBackward(const uint8_t* from, uint8_t* to, size_t samples) {
-    for (size_t i = samples; i > 0; --i) {
-        Conversion::convert(from + (i - 1) * Conversion::kFrom, to + (i - 1) * Conversion::kTo);
+void convert(const uint8_t* from, uint8_t* to) {
+    std::array<uint8_t, Conversion::kFrom> old;
+    std::memcpy(old.data(), from, old.size());
+    apply<Conversion::kBefore>(old);
+    std::array<uint8_t, Conversion::kTo> made{};
+    for (size_t i = 0; i < made.size(); ++i) {
+        const int origin = Conversion::kOrigin[i];
+        if (origin != kZero) made[i] = old[static_cast<size_t>(origin)];
     }
+    apply<Conversion::kAfter>(made);
+    std::memcpy(to, made.data(), made.size());
 }
+
+// Whether the first or the last sample of a run comes first.
+enum class From { kFirst, kLast };
+
+// Conversions by their names in Convert.h. Deliberately, int32ToBigInt24 takes the lower 24 bits
+// and floatToBigInt24 the sign and the upper 16, other than the little-endian forms.
+#define ZR_PCM_CONVERSIONS(X)                                                          \
+    X(signed8ToInt16, From::kLast, Bytes<1, kZero, 0>)                                 \
+    X(unsigned8ToInt16, From::kLast, Before<Step::kFlipSign8, Bytes<1, kZero, 0>>)     \
+    X(int24ToFloat, From::kLast, After<Bytes<3, kZero, 0, 1, 2>, Step::kInt32ToFloat>) \
+    X(int24ToInt16, From::kFirst, Bytes<3, 1, 2>)                                      \
+    X(bigInt24ToInt16, From::kFirst, Bytes<3, 1, 0>)                                   \
+    X(int32ToInt16, From::kFirst, Bytes<4, 2, 3>)                                      \
+    X(int32ToInt24, From::kFirst, Bytes<4, 1, 2, 3>)                                   \
+    X(int32ToBigInt24, From::kFirst, Bytes<4, 2, 1, 0>)                                \
+    X(floatToInt24, From::kFirst, Before<Step::kFloatToInt24, Bytes<4, 0, 1, 2>>)      \
+    X(floatToBigInt24, From::kFirst, Before<Step::kFloatToInt24, Bytes<4, 3, 2, 1>>)   \
+    X(int32ToFloat, From::kFirst, After<Bytes<4, 0, 1, 2, 3>, Step::kInt32ToFloat>)    \
+    X(bigInt32ToFloat, From::kFirst, After<Bytes<4, 3, 2, 1, 0>, Step::kInt32ToFloat>) \
+    X(int24ToInt32, From::kFirst, Bytes<3, kZero, 0, 1, 2>)                            \
+    X(bigInt24ToInt32, From::kFirst, Bytes<3, kZero, 2, 1, 0>)                         \
+    X(swap16, From::kFirst, Bytes<2, 1, 0>)                                            \
+    X(swap24, From::kFirst, Bytes<3, 2, 1, 0>)                                         \
+    X(swap32, From::kFirst, Bytes<4, 3, 2, 1, 0>)
+
+enum class Isa { kSsse3, kAvx2, kNeon };
+
+// 16 for each lane of 16 bytes.
+template <Isa kIsa>
+constexpr size_t kBlockSamples = kIsa == Isa::kAvx2 ? 32 : 16;
+
+// Converts blocks of samples, each of them read before it is written, from the first sample onwards
+// or down from the end. Defined in the files that are compiled for one instruction set.
+template <Isa kIsa, typename Conversion>
+void convertBlocks(const uint8_t* from, uint8_t* to, size_t blocks, From order);
 
 }  // namespace android::pcm

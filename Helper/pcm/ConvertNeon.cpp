@@ -1,0 +1,2 @@
+#define ZR_PCM_ISA kNeon
+#include "Helper/pcm/Blocks.h"

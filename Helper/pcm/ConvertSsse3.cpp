@@ -1,0 +1,2 @@
+#define ZR_PCM_ISA kSsse3
+#include "Helper/pcm/Blocks.h"
