@@ -115,6 +115,17 @@ def key_frames():
     table(["stream", "H.264", "MPEG-4", "our walk over units", "memmem for 00 00 01"], rows)
 
 
+def meta_keys():
+    time = {run: entry[0] / entry[2].get("codes", 1)
+            for run, entry in medians("metakeys.json").items()}
+    goal("metadata into a message, of its platform calls",
+         time["convert/ours"] / time["convert/platform"], 1.2, most=True)
+    print("Metadata keys (median CPU time):\n")
+    runs = ("key/ours", "key/hash", "convert/ours", "convert/platform")
+    table(["getMsgKey", "hash table", "20 entries into a message", "its platform calls"],
+          [[duration(time[run]) for run in runs]])
+
+
 def tags():
     found = {run: entry[0] for run, entry in medians("tags.json").items()}
     sizes = json.loads((results / "tags.json").read_text())["context"]
@@ -186,6 +197,7 @@ walk()
 config()
 hevc()
 key_frames()
+meta_keys()
 tags()
 load()
 count = (results / "count.txt").read_text().strip()

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "support/Component.h"
 #include "support/Platform.h"
 #include "zrcodecparser/MediaCodecHelper.h"
@@ -69,7 +71,8 @@ const Numbers kAac{{"channel-count", 2},
                    {"aac-drc-cut-level", 11},
                    {"aac-drc-boost-level", 12},
                    {"aac-drc-heavy-compression", 13},
-                   {"aac-target-ref-level", 14}};
+                   {"aac-target-ref-level", 14},
+                   {"aac-encoded-target-level", 15}};
 const Numbers kWma{{"wma-version", 2},           {"wma-adv-enc-opt1", 0x11112222},
                    {"wma-adv-enc-opt2", 7},      {"wma-vir-pkt-size", 99},
                    {"channel-count", 2},         {"sample-rate", 44100},
@@ -98,16 +101,19 @@ TEST(Component, CallsAndStatuses) {
         std::map<size_t, int32_t> errors;
         int32_t status;
         std::string calls;
+        std::vector<Line> lines = {};
     } rows[] = {
             {"pcm", setPcm, kPcm, {}, 0, kPcmCalls},
             {"pcm: last set", setPcm, kPcm, {{3, -5}}, -5, kPcmCalls},
             {"g711", setG711, kPcm, {}, 0, kPcmCalls},
             {"g726", setG726, {{"bitrate", 1}}, {}, 0,
              "get 0400000f\nset 0400000f\nget 04000002\nset 04000002\n"},
-            {"g726: no bit rate", setG726, {}, {}, -38, ""},
+            {"g726: no bit rate", setG726, {}, {}, -38, "",
+             {{6, "INVALID_OPERATION bitratemode 0"}}},
             {"aac", setAac, kAac, {}, 0, aac},
             {"aac: presentation refused", setAac, kAac, {{6, -5}}, 0, aac},
-            {"aac: profile refused", setAac, kAac, {{5, -5}}, -5, aac.substr(0, aac.size() - 13)},
+            {"aac: profile refused", setAac, kAac, {{5, -5}}, -5, aac.substr(0, aac.size() - 13),
+             {{5, "did not set AudioAndroidAacPresentation due to error -5 when setting AudioAac"}}},
             {"aac: no profile", setAac, kAac, {{4, -5}}, -5, aac.substr(0, aac.size() - 26)},
             {"aac: pcm refused", setAac, kAac, {{3, -5}}, -5, kPcmCalls},
             {"aac: not ADIF", setAac, withValue(kAac, "aac-format-adif", 0), {}, -1, ""},
@@ -124,9 +130,11 @@ TEST(Component, CallsAndStatuses) {
             {"wma -1", setWma, withValue(kWma, "wma-version", -1), {}, 0, ""},
             {"wma: 3 channels", setWma, without(withValue(kWma, "channel-count", 3), "bitrate"),
              {}, -1010, ""},
-            {"wma: no version", setWma, without(kWma, "wma-version"), {}, -1, ""},
+            {"wma: no version", setWma, without(kWma, "wma-version"), {}, -1, "",
+             {{5, "Can't not find kZreKeyWMAVersion"}}},
             {"ra", setRa, kRa, {{1, -5}}, -5, "get 04000004\nset 04000004\n"},
-            {"divx", setDivx, {}, {{0, -5}}, -5, "set 7f00000b\n"},
+            {"divx", setDivx, {}, {{0, -5}}, -5, "set 7f00000b\n",
+             {{5, "Divx version key missing, initializing the version to 1"}}},
             {"dolby", setDolby, {}, {{1, -5}}, -5,
              "extension omx.index.dolby.reconfig_on_endp_change\nset 7f0000ee\n"},
             {"dolby: unknown", setDolby, {}, {{0, -5}}, -5,
@@ -139,6 +147,7 @@ TEST(Component, CallsAndStatuses) {
         node->errors = row.errors;
         EXPECT_EQ(row.setup(messageOf(row.format), node), row.status) << row.name;
         EXPECT_EQ(node->text(), row.calls) << row.name;
+        EXPECT_EQ(log.lines(), row.lines) << row.name;
     }
 }
 
@@ -173,7 +182,7 @@ TEST(Component, Parameters) {
             {"aac", setAac, kAac, 5, 52, {{8, 4, 0}, {12, 4, 2}, {16, 4, 44100},
              {20, 4, 0xA5A5A5A5}, {44, 4, 4}}},
             {"aac: presentation", setAac, kAac, 6, 36, {{0, 4, 0}, {4, 4, 0}, {8, 4, 6},
-             {12, 4, 11}, {16, 4, 12}, {20, 4, 13}, {24, 4, 14}, {28, 4, 0xFFFFFFFF}, {32, 4, 0}}},
+             {12, 4, 11}, {16, 4, 12}, {20, 4, 13}, {24, 4, 14}, {28, 4, 15}, {32, 4, 0}}},
             {"alac", setAlac, kPcm, 1, 44, {{0, 4, 44}, {4, 4, 1}, {8, 4, 0}, {12, 4, 6},
              {16, 4, 48000}, {20, 4, 0xA5A5A5A5}}},
             {"wma 2", setWma, kWma, 1, 64, {{0, 4, 64}, {4, 4, 1}, {8, 4, 0}, {12, 2, 2},
@@ -240,12 +249,8 @@ TEST(Component, FatalTextsAndTheCallsBeforeThem) {
             {setG726, {{"bitrate", 1}}, {{2, -5}}, err, 3},
             {setAlac, {}, {}, missing("ChannelCount", " &numChannels"), 0},
             {setAlac, kPcm, {{0, -5}}, err, 1},
-            {setWma, without(kWma, "wma-adv-enc-opt1"), {}, missing("WMAAdvEncOpt1",
-             "&advencopt1"), 0},
-            {setWma, without(kWma, "wma-vir-pkt-size"), {}, missing("WMAVirPktSize",
-             " &virpktsize"), 0},
-            {setWma, without(withValue(kWma, "channel-count", 2), "wma-format-tag"), {},
-             missing("WMAFormatTag", " &formatTag"), 0},
+            {setWma, without(kWma, "wma-adv-enc-opt1"), {},
+             missing("WMAAdvEncOpt1", "&advencopt1"), 0},
             {setRa, without(kRa, "ra-fourcc"), {}, missing("RAFourCC", " &raFourCC"), 0},
             {setRa, kRa, {{0, -5}}, err, 1},
     };
@@ -256,6 +261,54 @@ TEST(Component, FatalTextsAndTheCallsBeforeThem) {
         const auto text = test::fatalText([&] { row.setup(messageOf(row.format), node); });
         EXPECT_EQ(text, at + row.text);
         EXPECT_EQ(node->calls.size(), row.calls) << row.text;
+    }
+}
+
+// The lack of each key, in the order in which they are asked for: with that one and all after it
+// missing, its own text comes.
+TEST(Component, MissingKeysInOrder) {
+    using Names = std::vector<std::array<const char*, 3>>;  // message key, code, variable
+    const Names common = {{"channel-count", "ChannelCount", "numChannels"},
+                          {"sample-rate", "SampleRate", "sampleRate"}};
+    const Names wma = {{"bitrate", "BitRate", "bitRate"},
+                       {"wma-encode-opt", "WMAEncodeOpt", "encodeOpt"},
+                       {"wma-block-align", "WMABlockAlign", "blockAlign"},
+                       {"wma-bits-per-sample", "WMABitsPerSample", "bitsPerSample"},
+                       {"wma-format-tag", "WMAFormatTag", "formatTag"}};
+    const Names size = {{"wma-vir-pkt-size", "WMAVirPktSize", "virpktsize"}};
+    const Names pro = {{"wma-adv-enc-opt2", "WMAAdvEncOpt2", "advencopt2"}};
+    const Names voice = {{"wma-voice-enc-opt1", "WMAVoiceEncOpt1", "voiceencopt1"},
+                         {"wma-voice-enc-opt2_0", "WMAVoiceEncOpt20", "voiceencopt20"},
+                         {"wma-voice-enc-opt2_1", "WMAVoiceEncOpt21", "voiceencopt21"}};
+    const Names ra = {{"ra-actual-rate", "RAActualRate", "raActualRate"},
+                      {"bits-per-sample", "BitsPerSample", "bitsPerSample"},
+                      {"ra-audio-quality", "RAAudioQuality", "raAudioQuality"},
+                      {"ra-flavor-index", "RAFlavorIndex", "raFlavorIndex"},
+                      {"ra-bits-per-frame", "RABitsPerFrame", "raBitsPerFrame"},
+                      {"ra-granularity", "RAGranularity", "raGranularity"},
+                      {"ra-fourcc", "RAFourCC", "raFourCC"}};
+    const struct {
+        Operation setup;
+        Numbers format;
+        std::vector<Names> order;
+    } rows[] = {{setWma, kWma, {pro, size, common, wma}},
+                {setWma, withValue(kWma, "wma-version", 3), {voice, size, common, wma}},
+                {setWma, withValue(kWma, "wma-version", 0), {common, wma}},
+                {setRa, kRa, {common, ra}}};
+    for (const auto& row : rows) {
+        Numbers format = row.format;
+        Names keys;
+        for (const Names& names : row.order) keys.insert(keys.end(), names.begin(), names.end());
+        for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
+            const auto& [messageKey, code, variable] = *key;
+            format.erase(messageKey);
+            const sp<Component> node = new Component;
+            EXPECT_EQ(
+                    test::fatalText([&] { row.setup(messageOf(format), node); }),
+                    std::string("Helper/MediaCodecHelper CHECK(msg->findInt32(getMsgKey(kZreKey") +
+                            code + "), &" + variable + ")) failed.");
+            EXPECT_TRUE(node->calls.empty());
+        }
     }
 }
 
@@ -354,7 +407,7 @@ TEST(Component, QcomVideoDecoder) {
         std::string calls;
         std::vector<Line> lines;
     } rows[] = {
-            {"OMX.qcom.video.decoder.avc", nullptr, 0x3FF, 0, {}, packing, {called, packed}},
+            {"OMX.qcom.video.decoder.vc", nullptr, 0x3FF, 0, {}, packing, {called, packed}},
             {"OMX.qcom.video.decoder.vc1.secure", nullptr, 0, 0, {}, packing + reorder,
              {called, packed, ordered}},
             {"OMX.qcom.video.decoder.mpeg4", "video/mp4", 0, 2, {{0, -1}, {1, -1}}, packing +

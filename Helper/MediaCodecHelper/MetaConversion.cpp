@@ -72,7 +72,7 @@ void copyEntry(const AMessage& from, const MetaKeyRow& row, MetaDataBase* to) {
             break;
         case MetaValue::kData:
         case MetaValue::kCodecData:
-            if (from.findBuffer(row.messageKey, &buffer)) {
+            if (from.findBuffer(row.messageKey, &buffer) && buffer != nullptr) {
                 to->setData(row.metaKey, kNoDataType, buffer->data(), buffer->size());
             }
             break;

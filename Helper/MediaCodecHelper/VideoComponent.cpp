@@ -4,6 +4,7 @@
 
 #include "Helper/MediaCodecHelper/Log.h"
 #include "Helper/omx/Parameters.h"
+#include "Helper/omx/Values.h"
 #include "zrcodecparser/MediaCodecHelper.h"
 #include "zrcodecparser/MetaKeys.h"
 
@@ -97,12 +98,6 @@ void enableUserExtraData(IOMXNode& node, const char* componentName) {
     }
 }
 
-sp<AMessage> messageOf(const sp<MetaData>& metadata) {
-    sp<AMessage> message = new AMessage;
-    MediaCodecHelper::ZRCodeConvertMetaDataToMessage(metadata, &message);
-    return message;
-}
-
 }  // namespace
 
 status_t MediaCodecHelper::setDivxFormat(const sp<AMessage>& format, const sp<IOMXNode>& node,
@@ -112,7 +107,7 @@ status_t MediaCodecHelper::setDivxFormat(const sp<AMessage>& format, const sp<IO
 
 status_t MediaCodecHelper::setDivxFormat(const sp<MetaData>& format, const sp<IOMXNode>& node,
                                          bool encoder) {
-    return encoder ? kDoesNotApply : setDivxFormat(messageOf(format), node, false);
+    return encoder ? kDoesNotApply : setDivxVersion(omx::readFrom(format, readDivxVersion), *node);
 }
 
 void MediaCodecHelper::configureFramePackingFormat(const sp<AMessage>& format,
@@ -122,7 +117,7 @@ void MediaCodecHelper::configureFramePackingFormat(const sp<AMessage>& format,
 
 void MediaCodecHelper::configureFramePackingFormat(const sp<MetaData>& format,
                                                    const sp<IOMXNode>& node) {
-    configureFramePackingFormat(messageOf(format), node);
+    setFramePacking(omx::readFrom(format, readFramePacking), *node);
 }
 
 void MediaCodecHelper::configureQCOMVideoDecoder(const sp<AMessage>& format,

@@ -9,8 +9,9 @@ namespace {
 
 using enum MetaValue;
 
-// The order counts: of a code that stands here twice, the first row gives the message key, and
-// codec data of a later row replace those of an earlier one.
+// The order counts: of a code that stands here twice, the first row gives the message key, but
+// metadata made of a message keep the value of the later one. Codec data of a later row replace
+// those of an earlier one.
 // clang-format off
 constexpr auto kRows = std::to_array<MetaKeyRow>({
         {kZreKeyBitRate                , "bitrate",                    kInt32},

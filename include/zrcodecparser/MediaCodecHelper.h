@@ -13,8 +13,9 @@
 // and are only used during the call; whatever a store takes is its own copy. The forms that take
 // MetaData make a message of them, as ZRCodeConvertMetaDataToMessage does, and go on as the others.
 //
-// Parameters are those of OpenMAX IL 1.1.2, or the decoder makers' own, little-endian. A component
-// first tells its values, then receives them with those changed that are named.
+// Parameters are those of OpenMAX IL 1.1.2, or the decoder makers' own, little-endian. An audio
+// component first tells its values, then receives them with those changed that are named; video
+// parameters, and the AAC presentation, are sent as they are.
 
 #pragma once
 
@@ -41,8 +42,8 @@ public:
     // Copy every entry that has a known key from one store to the other; what is absent, or of
     // another type, is passed over. Return 0. Codec data go into the message under "csd-0", with 1
     // under "csd" and 0 under "timeUs" in the buffer's own message, those of a later key in place
-    // of those of an earlier one; from the message they are deliberately taken by their own keys.
-    // Fatal, for the last: null arguments.
+    // of those of an earlier one; from the message they are deliberately taken by their own keys,
+    // and of two keys with one code the later counts. Fatal, for the last: null arguments.
     static status_t ZRCodeConvertMetaDataToMessage(const sp<MetaData>& meta, sp<AMessage>* msg);
     static status_t ZRCodeConvertMetaDataBaseToMessage(const MetaDataBase* meta, sp<AMessage>* msg);
     static status_t ZRCodeConvertMessageToMetaData(const sp<AMessage>& msg,
@@ -95,11 +96,12 @@ public:
     static status_t setG726Format(const sp<MetaData>& format, const sp<IOMXNode>& node,
                                   bool encoder);
 
-    // AAC with an ADIF header; -1 for any other, which the platform sets up itself: where
-    // "aac-format-adif" is missing or 0. Returns -38 without "channel-count" or "sample-rate", then
+    // AAC with an ADIF header. Returns -38 without "channel-count" or "sample-rate"; -1 for any
+    // other AAC, which the platform sets up itself: where "aac-format-adif" is missing or 0; then
     // as setRawAudioFormat on port 1, then the status of the AAC profile. How to mix and limit the
     // output ("aac-max-output-channel_count", "aac-encoded-target-level", "aac-drc-..",
-    // "aac-target-ref-level") is passed on, and whether the component takes that ignored.
+    // "aac-target-ref-level") is passed on, from messages only, and whether the component takes
+    // that ignored.
     static status_t setAACFormat(const sp<AMessage>& format, uint32_t portIndex,
                                  const sp<IOMXNode>& node, bool encoder);
     static status_t setAACFormat(const sp<MetaData>& format, uint32_t portIndex,
@@ -114,8 +116,9 @@ public:
 
     // WMA of up to two channels, in the layout of the device's decoders, 64 bytes. Returns -1
     // (logged) without "wma-version"; -1010 for more than two channels; 0, with nothing sent, for a
-    // version that is none of 0 to 3; else the status of the component. Fatal: a key that is
-    // missing where the version needs it, "wma-vir-pkt-size" among them, which is sent nowhere.
+    // version that is none of 0 to 3; else the status of the component, but for version 3 (voice)
+    // without asking whether it has told its values. Fatal: a key that is missing where the version
+    // needs it, "wma-vir-pkt-size" among them, which is sent nowhere.
     static status_t setWMAFormat(const sp<AMessage>& format, const sp<IOMXNode>& node,
                                  bool encoder);
     static status_t setWMAFormat(const sp<MetaData>& format, const sp<IOMXNode>& node,

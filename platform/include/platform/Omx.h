@@ -27,8 +27,9 @@ typedef union OMX_VERSIONTYPE {
     OMX_U32 nVersion;
 } OMX_VERSIONTYPE;
 
-// OMX_Index.h; vendors and the platform number their own from OMX_IndexVendorStartUnused on.
-typedef enum OMX_INDEXTYPE {
+// OMX_Index.h; a component may name any number of 32 bits. Vendors and the platform number their
+// own from OMX_IndexVendorStartUnused on.
+typedef enum OMX_INDEXTYPE : OMX_U32 {
     OMX_IndexParamPortDefinition = 0x02000001,
     OMX_IndexParamAudioPcm = 0x04000002,
     OMX_IndexParamAudioAac = 0x04000003,
