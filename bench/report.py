@@ -169,6 +169,59 @@ def tags():
            ["text comment", duration(found["text/ours"])] + 5 * ["–"]])
 
 
+def worst_of(text, values, bound, most, unit=""):
+    """A goal for all, by the one that is farthest from it."""
+    name = (max if most else min)(values, key=values.get)
+    goal(f"{text}, worst: {name}", values[name], bound, most, unit)
+
+
+# Conversion -> for 64 KiB, memcpy's time and the fastest peer's through ours.
+PCM = {"8 unsigned to 16": (0.7, 5), "8 signed to 16": (0.7, 5), "24 to 16": (0.85, 5),
+       "24 big-endian to 16": (0.85, 5), "32 to 16": (0.95, 0.9), "32 to 24": (0.75, 7),
+       "32 to 24 big-endian": (0.75, 7), "float to 24": (0.45, 5), "24 to float": (0.6, 7),
+       "32 to float": (0.85, 0.95), "32 big-endian to float": (0.75, 4.5), "24 to 32": (0.75, 6),
+       "24 big-endian to 32": (0.75, 6), "swap 16": (0.95, 0.9), "swap 24": (0.75, 4),
+       "swap 32": (0.95, 0.9)}
+
+
+def pcm():
+    found = medians("pcm-small.json") | medians("pcm-large.json")
+    time = {run: entry[0] for run, entry in found.items()}
+    columns = ("ours", "memcpy", "loop", "ffmpeg", "sndfile", "gstreamer", "sdl", "volk")
+    shares = {}
+    for size in ("4KiB", "64KiB", "64MiB"):
+        limit = "loop" if size == "64MiB" else "memcpy"
+        rows = []
+        for name, (share, times) in PCM.items():
+            run = {c: time.get(f"{name}/{size}/{c}") for c in columns}
+            ratios = [run[limit] / run["ours"],
+                      min(filter(None, (run[c] for c in columns[3:]))) / run["ours"]]
+            rows.append([name] + [duration(t) if t else "–" for t in run.values()]
+                        + [f"{r:.2f}" for r in ratios])
+            shares[name] = ratios[0]
+            if size == "64KiB":
+                goal(f"{name}, memcpy through ours", ratios[0], share, most=False)
+                goal(f"{name}, times the fastest peer", ratios[1], times, most=False)
+        print(f"PCM, {size[:-3]} {size[-3:]} of source (median CPU time):\n")
+        table(["conversion", "ours", "memcpy", "loop", "FFmpeg", "libsndfile", "GStreamer", "SDL",
+               "VOLK", f"{limit} / ours", "fastest peer / ours"], rows)
+    worst_of("PCM, 64 MiB, copy loop through ours", shares, 0.9, most=False)
+    per_sample = lambda run: time[run] / found[run][2]["samples"]
+    worst_of("PCM, time a sample in 4 KiB, of that in 64 KiB",
+             {n: per_sample(f"{n}/4KiB/ours") / per_sample(f"{n}/64KiB/ours") for n in PCM},
+             1.1, most=True)
+    worst_of("PCM, a single sample", {n: time[f"{n}/1/ours"] for n in PCM}, 20, most=True, unit=" ns")
+
+    lines = (results / "count-pcm.txt").read_text().splitlines()
+    counts = {line.split()[0]: float(line.split()[1]) for line in lines}
+    print("PCM on AArch64, instructions a sample:\n")
+    table(["conversion", "instructions"], [[n, f"{count:.2f}"] for n, count in counts.items()])
+    for text, isFloat, bound in (("float to 24", True, 2), ("the others", False, 1.2)):
+        worst_of(f"PCM on AArch64, instructions a sample, {text}",
+                 {n: c for n, c in counts.items() if n.startswith("float") == isFloat}, bound,
+                 most=True)
+
+
 def load():
     found = medians("load.json", time="real_time")
     rows = []
@@ -199,6 +252,7 @@ hevc()
 key_frames()
 meta_keys()
 tags()
+pcm()
 load()
 count = (results / "count.txt").read_text().strip()
 print(f"AArch64, large units: {count}\n")
