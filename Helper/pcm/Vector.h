@@ -59,6 +59,13 @@ struct X86 {
     ZR_PCM_INLINE auto pickMore(auto picked, auto value, auto mask) {
         return picked | Vec::pick(value, mask);
     }
+    // Two cache lines of source and destination, each in the next 4 KiB.
+    ZR_PCM_INLINE void fetch(const uint8_t* from, const uint8_t* to) {
+        for (const int line : {0, 64}) {
+            __builtin_prefetch(from + 2048 + line);
+            __builtin_prefetch(to + 1536 + line, /*write=*/1);
+        }
+    }
     ZR_PCM_INLINE auto flipSign8(auto value) { return value ^ -0x7F7F7F7F7F7F7F80; }
     ZR_PCM_INLINE auto floatFromInt32(auto value) {
         const auto words = reinterpret_cast<typename Vec::Words>(value);
@@ -137,6 +144,7 @@ struct Vectors<Isa::kNeon> {
     ZR_PCM_INLINE Vector pickMore(Vector picked, Vector value, Vector mask) {
         return vqtbx1q_u8(picked, value, mask);
     }
+    ZR_PCM_INLINE void fetch(const uint8_t*, const uint8_t*) {}
     ZR_PCM_INLINE Vector flipSign8(Vector value) { return veorq_u8(value, vdupq_n_u8(0x80)); }
     ZR_PCM_INLINE Vector floatFromInt32(Vector value) {
         return vreinterpretq_u8_f32(vcvtq_n_f32_s32(vreinterpretq_s32_u8(value), 31));

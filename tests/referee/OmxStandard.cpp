@@ -1,6 +1,9 @@
 // The declarations of the standard's own headers, whose words are "long": 32 bits wide on the
 // machines of its time, and made so here.
 
+#ifdef __clang__
+#pragma clang diagnostic ignored "-Wkeyword-macro"
+#endif
 #define OMX_SKIP64BIT
 #define long int
 #include <OMX_Audio.h>
