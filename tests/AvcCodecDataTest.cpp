@@ -2,6 +2,7 @@
 
 #include "support/BitWriter.h"
 #include "support/Platform.h"
+#include "support/Units.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
 namespace {
@@ -11,21 +12,14 @@ using android::sp;
 using test::BitWriter;
 using test::Bytes;
 using test::Format;
+using test::kStartCode;
+using test::length16;
 using test::Line;
+using test::operator+;
 
 const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
 
-const Bytes kStartCode = {0, 0, 0, 1};
 const Bytes kPps = {0x68, 0xEB, 0xE3, 0xCB};
-
-Bytes operator+(Bytes left, const Bytes& right) {
-    left.insert(left.end(), right.begin(), right.end());
-    return left;
-}
-
-Bytes length16(size_t size) {
-    return {static_cast<uint8_t>(size >> 8), static_cast<uint8_t>(size)};
-}
 
 // seq_parameter_set_data, ITU-T H.264 7.3.2.1.1, from log2_max_frame_num_minus4 on.
 struct Picture {

@@ -3,6 +3,7 @@
 #include "platform/MetaData.h"
 #include "support/BitWriter.h"
 #include "support/Platform.h"
+#include "support/Units.h"
 #include "zrcodecparser/MediaCodecHelper.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
@@ -14,22 +15,15 @@ using android::sp;
 using test::BitWriter;
 using test::Bytes;
 using test::Format;
+using test::kStartCode;
+using test::length16;
 using test::Line;
+using test::operator+;
 
 const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
 
-const Bytes kStartCode = {0, 0, 0, 1};
 const Bytes kVps = {0x40, 1, 0x0C, 0xFF};
 const Bytes kPps = {0x44, 1, 0xC1, 0x73};
-
-Bytes operator+(Bytes left, const Bytes& right) {
-    left.insert(left.end(), right.begin(), right.end());
-    return left;
-}
-
-Bytes length16(size_t size) {
-    return {static_cast<uint8_t>(size >> 8), static_cast<uint8_t>(size)};
-}
 
 // seq_parameter_set_rbsp, ITU-T H.265 7.3.2.2.1
 struct Sps {

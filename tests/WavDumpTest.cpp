@@ -78,7 +78,7 @@ TEST_F(WavDumpTest, Counter) {
 }
 
 TEST_F(WavDumpTest, Names) {
-    const WavDump first, second, given("/tmp/a"), none(nullptr);
+    const WavDump first, second, given("given.wav"), none(nullptr);
     readOnly = true;
     const WavDump third;
     const std::string name(2000, 'n');
@@ -87,7 +87,7 @@ TEST_F(WavDumpTest, Names) {
     const Line missing{6, "count was not opened."}, failed{6, "count was not created."};
     EXPECT_EQ(mLog.lines(),
               (Lines{missing, nameLine(kDevice + "0000.wav"), nameLine(kDevice + "0001.wav"),
-                     nameLine("/tmp/a"), nameLine(kDevice + "wavdump.wav"), failed,
+                     nameLine("given.wav"), nameLine(kDevice + "wavdump.wav"), failed,
                      nameLine(kDevice + "-0001.wav"), cut, cut, cut}));
 }
 

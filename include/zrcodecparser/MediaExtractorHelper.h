@@ -252,13 +252,12 @@ public:
     status_t parseID3GaplessInfo(DataSourceHelper* source, bool ignoreV1, off64_t offset,
                                  AMediaFormat* meta);
 
-    // Stores one comment of a Vorbis comment header (Xiph, "Ogg Vorbis I format specification:
-    // comment field and header specification"), NAME=value with a NUL behind it, where the name,
-    // in any case, is one that has a key: text, the front cover out of METADATA_BLOCK_PICTURE
-    // (base64 of a picture block of RFC 9639 8.8), ANDROID_LOOP=true, the count in ANDROID_HAPTIC.
-    // Stores 0 under ZREAMEDIAFORMAT_KEY_MIXEDENCODINGTYPE whatever the comment says. Malformed
-    // base64 and a haptic count that is out of range are logged; a picture that is a link, of
-    // another type than front cover, or cut short is passed over in silence.
+    // Stores one comment of a Vorbis comment header (Xiph, Vorbis I, section 5), NAME=value with a
+    // NUL behind it, where the name, in any case, is one that has a key: text, the front cover out
+    // of METADATA_BLOCK_PICTURE (base64 of a picture block of RFC 9639 8.8), ANDROID_LOOP=true, the
+    // count in ANDROID_HAPTIC. Stores 0 under ZREAMEDIAFORMAT_KEY_MIXEDENCODINGTYPE whatever the
+    // comment says. Malformed base64 and a haptic count that is out of range are logged; a picture
+    // that is a link, of another type than front cover, or cut short is passed over in silence.
     //
     // commentLength, the comment's length in bytes without the NUL, bounds the memory for a
     // picture. Fatal: a picture comment with a commentLength that does not cover its name and the

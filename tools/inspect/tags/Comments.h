@@ -33,7 +33,7 @@ struct Comments {
     std::vector<std::string> notes;
 };
 
-// Xiph, "Ogg Vorbis I format specification: comment field and header specification"
+// Xiph, Vorbis I, section 5
 Comments splitComments(const CommentHeader& header);
 
 }  // namespace inspect
