@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Helper/MediaCodecHelper/Log.h"
+#include "Helper/base/Log.h"
 #include "Helper/omx/ChannelMap.h"
 #include "Helper/omx/Parameters.h"
 #include "Helper/omx/Values.h"
@@ -86,7 +86,7 @@ std::optional<int32_t> readBitRate(const AMessage& message) {
 
 status_t setG726(std::optional<int32_t> bitRate, IOMXNode& node) {
     if (!bitRate) {
-        ZR_CODEC_LOGE("INVALID_OPERATION bitratemode %d", 0);
+        ZR_LOGE(base::kCodecTag, "INVALID_OPERATION bitratemode %d", 0);
         return INVALID_OPERATION;
     }
     auto params = omx::makeParams<OMX_AUDIO_PARAM_G726TYPE>(kInputPort);
@@ -147,7 +147,7 @@ status_t setAac(const AacValues& values, IOMXNode& node) {
     profile.eAACStreamFormat = OMX_AUDIO_AACStreamFormatADIF;
     err = omx::setParams(node, OMX_IndexParamAudioAac, profile);
     if (err != OK) {
-        ZR_CODEC_LOGW(
+        ZR_LOGW(base::kCodecTag,
                 "did not set AudioAndroidAacPresentation due to error %d when setting "
                 "AudioAac",
                 err);

@@ -1,6 +1,6 @@
 // Audio components that take the layouts of the device's decoders: ALAC, WMA, RealAudio.
 
-#include "Helper/MediaCodecHelper/Log.h"
+#include "Helper/base/Log.h"
 #include "Helper/omx/Parameters.h"
 #include "Helper/omx/Values.h"
 #include "zrcodecparser/MediaCodecHelper.h"
@@ -148,7 +148,7 @@ void putWma(omx::ParameterImage<64>* params, const WmaValues& values, uint32_t v
 status_t setWma(const WmaValues& values, IOMXNode& node) {
     const auto found = values.find(WmaKey::kVersion);
     if (!found) {
-        ZR_CODEC_LOGW("Can't not find kZreKeyWMAVersion");
+        ZR_LOGW(base::kCodecTag, "Can't not find kZreKeyWMAVersion");
         return kDoesNotApply;
     }
     const auto version = static_cast<uint32_t>(*found);

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "Helper/MediaCodecHelper/Log.h"
+#include "Helper/base/Log.h"
 #include "Helper/omx/Parameters.h"
 #include "Helper/omx/Values.h"
 #include "zrcodecparser/MediaCodecHelper.h"
@@ -33,7 +33,8 @@ int32_t readDivxVersion(const AMessage& message) {
     int32_t version = 0;
     if (!message.findInt32(MediaCodecHelper::getMsgKey(kZreKeyDivXVersion), &version)) {
         version = kDefaultDivxVersion;
-        ZR_CODEC_LOGW("Divx version key missing, initializing the version to %d", version);
+        ZR_LOGW(base::kCodecTag, "Divx version key missing, initializing the version to %d",
+                version);
     }
     return version;
 }
@@ -48,8 +49,9 @@ status_t setDivxVersion(int32_t version, IOMXNode& node) {
 int32_t readFramePacking(const AMessage& message) {
     int32_t arbitrary = 0;
     message.findInt32(MediaCodecHelper::getMsgKey(kZreKeyUseArbitraryMode), &arbitrary);
-    ZR_CODEC_LOGI("%s", arbitrary != 0 ? "Decoder will be in arbitrary mode"
-                                       : "Decoder will be in frame by frame mode");
+    ZR_LOGI(base::kCodecTag, "%s",
+            arbitrary != 0 ? "Decoder will be in arbitrary mode"
+                           : "Decoder will be in frame by frame mode");
     return arbitrary != 0 ? kArbitraryBytes : kOneCompleteFrame;
 }
 
@@ -58,7 +60,7 @@ void setFramePacking(int32_t packing, IOMXNode& node) {
     omx::ParameterImage<24> params;
     params.put32(20, packing);
     if (params.set(node, kIndexParamFramePacking) != OK) {
-        ZR_CODEC_LOGW("Failed to set frame packing format on component");
+        ZR_LOGW(base::kCodecTag, "Failed to set frame packing format on component");
     }
 }
 
@@ -71,12 +73,12 @@ bool needsTimestampReordering(const AMessage& message, std::string_view componen
 }
 
 void enableTimestampReordering(IOMXNode& node) {
-    ZR_CODEC_LOGI("Enabling timestamp reordering");
+    ZR_LOGI(base::kCodecTag, "Enabling timestamp reordering");
     omx::ParameterImage<16> params;
     params.putHeader(omx::kOutputPort);
     params.put32(12, 1);
     if (params.set(node, kIndexParamTimestampReorder) != OK) {
-        ZR_CODEC_LOGW("Failed to enable timestamp reordering");
+        ZR_LOGW(base::kCodecTag, "Failed to enable timestamp reordering");
     }
 }
 
@@ -84,17 +86,17 @@ bool enableThumbnailMode(IOMXNode& node) {
     OMX_INDEXTYPE index{};
     if (node.getExtensionIndex(kSyncFrameDecodingMode, &index) != OK ||
         omx::setParams(node, index, uint32_t{1}) != OK) {
-        ZR_CODEC_LOGW("Failed to get extension for SYNCFRAMEDECODINGMODE");
+        ZR_LOGW(base::kCodecTag, "Failed to get extension for SYNCFRAMEDECODINGMODE");
         return false;
     }
-    ZR_CODEC_LOGI("Thumbnail mode enabled.");
+    ZR_LOGI(base::kCodecTag, "Thumbnail mode enabled.");
     return true;
 }
 
 void enableUserExtraData(IOMXNode& node, const char* componentName) {
-    ZR_CODEC_LOGI("[%s] User-extradata requested", componentName);
+    ZR_LOGI(base::kCodecTag, "[%s] User-extradata requested", componentName);
     if (omx::setParams(node, kIndexParamUserExtraData, uint32_t{1}) != OK) {
-        ZR_CODEC_LOGW("[%s] Failed to enable user-extradata", componentName);
+        ZR_LOGW(base::kCodecTag, "[%s] Failed to enable user-extradata", componentName);
     }
 }
 
@@ -123,7 +125,7 @@ void MediaCodecHelper::configureFramePackingFormat(const sp<MetaData>& format,
 void MediaCodecHelper::configureQCOMVideoDecoder(const sp<AMessage>& format,
                                                  const sp<IOMXNode>& node, uint32_t flags,
                                                  const char* componentName) {
-    ZR_CODEC_LOGW("configureQCOMVideoDecoder");
+    ZR_LOGW(base::kCodecTag, "configureQCOMVideoDecoder");
     configureFramePackingFormat(format, node);
     if (needsTimestampReordering(*format, componentName)) enableTimestampReordering(*node);
     if ((flags & kThumbnailFlag) != 0 && !enableThumbnailMode(*node)) return;

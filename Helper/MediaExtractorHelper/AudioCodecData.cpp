@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "Helper/MediaExtractorHelper/Log.h"
 #include "Helper/base/Checked.h"
+#include "Helper/base/Log.h"
 #include "Helper/csd/EsDescriptor.h"
 #include "Helper/csd/FlacStreamInfo.h"
 #include "Helper/csd/VorbisHeaders.h"
@@ -40,10 +40,10 @@ void storeFlac(AMediaFormat* format, Bytes data) {
 status_t storeWma(AMediaFormat* format, Bytes data, const csd::WmaLayout& layout) {
     if (data.size() < layout.minSize) {
         if (layout.shortDataIsError) {
-            ZR_LOGE("WMA Error case : please check parsing");
+            ZR_LOGE(base::kExtractorTag, "WMA Error case : please check parsing");
             return kFailed;
         }
-        ZR_LOGE("ExtraData size(%zu) is incorrect", data.size());
+        ZR_LOGE(base::kExtractorTag, "ExtraData size(%zu) is incorrect", data.size());
         data = {};
     }
     for (const csd::WmaField& field : layout.fields) {
@@ -65,7 +65,7 @@ status_t MediaExtractorHelper::setAudioConfig(uint32_t codecType, const uint8_t*
         case kCodecTypeFlac: storeFlac(format, input); break;
         case kCodecTypeVorbis:
             if (setVorbisCodecSpecificData(data, size, format) < 0) {
-                ZR_LOGE(" fail to setting vorbis codec private data");
+                ZR_LOGE(base::kExtractorTag, " fail to setting vorbis codec private data");
             }
             break;
         case kCodecTypeAdpcm: setBuffer(format, ZREAMEDIAFORMAT_KEY_ADPCMWAVEFORMAT, input); break;

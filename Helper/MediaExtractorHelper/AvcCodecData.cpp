@@ -1,6 +1,6 @@
 // Codec data of H.264 tracks.
 
-#include "Helper/MediaExtractorHelper/Log.h"
+#include "Helper/base/Log.h"
 #include "Helper/csd/AvcConfig.h"
 #include "Helper/csd/AvcSps.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
@@ -12,7 +12,8 @@ constexpr status_t kFailed = -1;
 
 void readDimensions(csd::Bytes sps, int32_t* width, int32_t* height) {
     const csd::AvcSps fields = csd::parseAvcSps(sps);
-    if (fields.seq_scaling_matrix_present_flag) ZR_LOGW("seq_scaling_matrix_present_flag != 0u");
+    if (fields.seq_scaling_matrix_present_flag)
+        ZR_LOGW(base::kExtractorTag, "seq_scaling_matrix_present_flag != 0u");
 
     csd::PictureSize size = csd::codedSize(fields);
     *width = size.width;
@@ -35,8 +36,8 @@ status_t storeRecord(AMediaFormat* format, const csd::AvcParameterSets& sets, in
 
     const int profile = (*record)[csd::kAvcRecordProfile];
     const int level = (*record)[csd::kAvcRecordLevel];
-    ZR_LOGI("found AVC codec config (%d x %d, %d-profile level %d.%d)", width, height, profile,
-            level / 10, level % 10);
+    ZR_LOGI(base::kExtractorTag, "found AVC codec config (%d x %d, %d-profile level %d.%d)", width,
+            height, profile, level / 10, level % 10);
     return OK;
 }
 
@@ -45,7 +46,7 @@ status_t storeRecord(AMediaFormat* format, const csd::AvcParameterSets& sets, in
 status_t MediaExtractorHelper::setAVCCSeqHeader(const uint8_t* data, size_t& size,
                                                 void* /*trackInfo*/, AMediaFormat* format) {
     if (size == 0) {
-        ZR_LOGE("setAVCCSeqHeader size <= 0");
+        ZR_LOGE(base::kExtractorTag, "setAVCCSeqHeader size <= 0");
         return kFailed;
     }
     const csd::Bytes input(data, size);

@@ -1,5 +1,5 @@
-#include "Helper/MediaExtractorHelper/Log.h"
 #include "Helper/MediaExtractorHelper/SampleRange.h"
+#include "Helper/base/Log.h"
 #include "Helper/pcm/Convert.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
@@ -8,7 +8,7 @@ namespace android {
 status_t MediaExtractorHelper::ConvertEndian(MediaBufferHelper* buffer, int32_t sampleBits) {
     if (sampleBits == 8) return OK;
     if (sampleBits != 16 && sampleBits != 24 && sampleBits != 32) {
-        ZR_LOGE("[helper] endian change is not supported.");
+        ZR_LOGE(base::kExtractorTag, "[helper] endian change is not supported.");
         return OK;
     }
     const SampleRange range(buffer);

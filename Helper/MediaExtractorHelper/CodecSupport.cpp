@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "Helper/MediaExtractorHelper/Log.h"
 #include "Helper/base/Check.h"
+#include "Helper/base/Log.h"
 #include "Helper/vocabulary/CodecTable.h"
 #include "platform/CodecList.h"
 #include "platform/Features.h"
@@ -28,7 +28,8 @@ const char* notSupportedMime(int32_t codecType) {
 
 sp<IMediaCodecList> codecList() {
     sp<IMediaCodecList> list = MediaCodecList::getInstance();
-    if (list == nullptr) ZR_LOGE("#### mediacodec list instance returned NULL");
+    if (list == nullptr)
+        ZR_LOGE(base::kExtractorTag, "#### mediacodec list instance returned NULL");
     return list;
 }
 
@@ -76,7 +77,7 @@ int32_t MediaExtractorHelper::SupportCodecEx(int codecType, AMediaFormat* format
     bool isSoftware = false;
     if (row->alternative != nullptr && checkIsZRSWCodec(codecType, isSoftware) != 0) return 1;
     if (!checkIsMediaserver()) {
-        ZR_LOGE("#### mediaserver is not alive !!so return error");
+        ZR_LOGE(base::kExtractorTag, "#### mediaserver is not alive !!so return error");
         return 1;
     }
     sp<IMediaCodecList> list = codecList();
@@ -99,7 +100,7 @@ int32_t MediaExtractorHelper::SupportCodecEx(int codecType, AMediaFormat* format
 
 int32_t MediaExtractorHelper::checkIsZRSWCodec(int codecType, bool& isSoftware) {
     if (!checkIsMediaserver()) {
-        ZR_LOGE("checkIsZRSWCodec - mediaserver is not alive! return error");
+        ZR_LOGE(base::kExtractorTag, "checkIsZRSWCodec - mediaserver is not alive! return error");
         return -1;
     }
     const sp<IMediaCodecList> list = codecList();
@@ -108,7 +109,8 @@ int32_t MediaExtractorHelper::checkIsZRSWCodec(int codecType, bool& isSoftware) 
     const CodecRow* row = findCodecRow(codecType);
     if (row == nullptr || row->alternative == nullptr) return 0;
     if (findDecoder(list, row->alternative) >= 0) {
-        ZR_LOGI("#### Succuss to find ZRSWCodec in mediaCodecList : %s", row->alternative);
+        ZR_LOGI(base::kExtractorTag, "#### Succuss to find ZRSWCodec in mediaCodecList : %s",
+                row->alternative);
         isSoftware = true;
     }
     return 0;
@@ -119,11 +121,11 @@ bool MediaExtractorHelper::checkIsMediaserver() {
     const sp<IMediaPlayerService> service =
             IMediaPlayerService::asInterface(manager->getService("media.player"));
     if (service == nullptr) {
-        ZR_LOGE("mediaserver die !!");
+        ZR_LOGE(base::kExtractorTag, "mediaserver die !!");
         return false;
     }
     if (service->getCodecList() == nullptr) {
-        ZR_LOGE("Can't get codec list");
+        ZR_LOGE(base::kExtractorTag, "Can't get codec list");
         return false;
     }
     return true;

@@ -1,6 +1,6 @@
 // Codec data of H.265 tracks.
 
-#include "Helper/MediaExtractorHelper/Log.h"
+#include "Helper/base/Log.h"
 #include "Helper/csd/HevcConfig.h"
 #include "Helper/csd/HevcSps.h"
 #include "zrcodecparser/MediaDefs.h"
@@ -32,7 +32,7 @@ status_t MediaExtractorHelper::MakeHEVCCodecSpecificData(const uint8_t* data, si
     const auto [vps, sps, pps] = csd::findHevcUnits(input);
     if (!sps) {
         // Stored although the call fails, on purpose: this is also the way of a finished record.
-        ZR_LOGW("no sps found !!!");
+        ZR_LOGW(base::kExtractorTag, "no sps found !!!");
         AMediaFormat_setBuffer(format, AMEDIAFORMAT_KEY_CSD_HEVC, data, size);
         return kFailed;
     }
@@ -40,7 +40,8 @@ status_t MediaExtractorHelper::MakeHEVCCodecSpecificData(const uint8_t* data, si
     int32_t height = 0;
     readDimensions(*sps, &width, &height);
     if (!pps) {
-        ZR_LOGW("no sps found !!!");  // the same words for a PPS, which log scanners know
+        ZR_LOGW(base::kExtractorTag,
+                "no sps found !!!");  // the same words for a PPS, which log scanners know
         return kFailed;
     }
     const auto record = csd::makeHevcRecord(vps, *sps, *pps);
@@ -54,8 +55,8 @@ status_t MediaExtractorHelper::MakeHEVCCodecSpecificData(const uint8_t* data, si
     // The level is general_level_idc itself, not a thirtieth of it.
     const uint8_t profile = (*record)[csd::kHevcRecordProfile] & 0x1F;
     const int level = (*record)[csd::kHevcRecordLevel];
-    ZR_LOGI("found HEVC codec config (%d x %d, %s-profile level %d.%d)", width, height,
-            HEVCProfileToString(profile), level / 10, level % 10);
+    ZR_LOGI(base::kExtractorTag, "found HEVC codec config (%d x %d, %s-profile level %d.%d)", width,
+            height, HEVCProfileToString(profile), level / 10, level % 10);
     return OK;
 }
 

@@ -2,7 +2,7 @@
 
 #include "Helper/csd/KeyFrame.h"
 
-#include "Helper/MediaExtractorHelper/Log.h"
+#include "Helper/base/Log.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
@@ -14,13 +14,13 @@ bool isH263KeyFrame(csd::Bytes sample) {
         case csd::H263Picture::kNoPicture: return false;
         case csd::H263Picture::kIntra: return true;
         case csd::H263Picture::kInterPtype:
-            ZR_LOGW("[PTYPE]H263 StartCode and NOT Iframe");
+            ZR_LOGW(base::kExtractorTag, "[PTYPE]H263 StartCode and NOT Iframe");
             return false;
         case csd::H263Picture::kInterPlusPtypeOpptype:
-            ZR_LOGW("[PLUSPTYPE with OPPTYPE]H263 StartCode and NOT Iframe");
+            ZR_LOGW(base::kExtractorTag, "[PLUSPTYPE with OPPTYPE]H263 StartCode and NOT Iframe");
             return false;
         case csd::H263Picture::kInterPlusPtype:
-            ZR_LOGW("[PLUSPTYPE]H263 StartCode and NOT Iframe");
+            ZR_LOGW(base::kExtractorTag, "[PLUSPTYPE]H263 StartCode and NOT Iframe");
             return false;
     }
     return false;

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <array>
 
-#include "Helper/MediaExtractorHelper/Log.h"
 #include "Helper/base/FourCC.h"
+#include "Helper/base/Log.h"
 #include "Helper/vocabulary/CodecTable.h"
 #include "platform/CodecList.h"
 #include "zrcodecparser/CodecType.h"
@@ -147,18 +147,18 @@ int32_t MediaExtractorHelper::SupportCodecEx(int codecType, MetaDataBase& meta) 
         return failUnknown(meta, codecType);
     }
     if (!checkIsMediaserver()) {
-        ZR_LOGE("#### mediaserver is not alive !!so return error");
+        ZR_LOGE(base::kExtractorTag, "#### mediaserver is not alive !!so return error");
         return failUnknown(meta, codecType);
     }
     const sp<IMediaCodecList> list = MediaCodecList::getInstance();
     if (list == nullptr) {
-        ZR_LOGE("#### mediacodec list instance returned NULL");
+        ZR_LOGE(base::kExtractorTag, "#### mediacodec list instance returned NULL");
         return failUnknown(meta, codecType);
     }
     const char* asked = row->asked(isSoftware);
     if (list->findCodecByType(asked, /*encoder=*/false, /*startIndex=*/0) < 0 &&
         needsDecoder(codecType)) {
-        ZR_LOGW("#### Can not find Codec... Unsupported codec!!!!!");
+        ZR_LOGW(base::kExtractorTag, "#### Can not find Codec... Unsupported codec!!!!!");
         storeNotSupported(meta, codecType);
         return OK;
     }

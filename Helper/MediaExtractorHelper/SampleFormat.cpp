@@ -1,9 +1,9 @@
 #include <cstring>
 
-#include "Helper/MediaExtractorHelper/Log.h"
 #include "Helper/MediaExtractorHelper/SampleRange.h"
 #include "Helper/base/Check.h"
 #include "Helper/base/Checked.h"
+#include "Helper/base/Log.h"
 #include "Helper/pcm/Convert.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
@@ -16,13 +16,13 @@ using base::checkedMul;
 using base::checkedSub;
 
 status_t notSupported() {
-    ZR_LOGE("[helper] Conversion is not supported.");
+    ZR_LOGE(base::kExtractorTag, "[helper] Conversion is not supported.");
     return INVALID_OPERATION;
 }
 
 status_t notImplemented(int32_t sourceBits, int32_t destinationBits) {
-    ZR_LOGE("[helper] dst(%d) and src(%d) bit converint is not implemented.", destinationBits,
-            sourceBits);
+    ZR_LOGE(base::kExtractorTag, "[helper] dst(%d) and src(%d) bit converint is not implemented.",
+            destinationBits, sourceBits);
     return ERROR_UNSUPPORTED;
 }
 
@@ -91,9 +91,8 @@ status_t MediaExtractorHelper::ConvertXto16(MediaBufferHelper* buffer, int32_t s
             ConvertXto16(range.begin(), range.begin(), sourceBits, samples, bigEndian);
     buffer->set_range(range.offset, end);
     if (sourceBits == 24) {
-        __android_log_print(ANDROID_LOG_DEBUG, kExtractorTag,
-                            "[ODO] offset %zu, size %zu, numOfSamples %zu, size %zu", range.offset,
-                            end, samples, buffer->size());
+        ZR_LOGD(base::kExtractorTag, "[ODO] offset %zu, size %zu, numOfSamples %zu, size %zu",
+                range.offset, end, samples, buffer->size());
     }
     return status;
 }

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "Helper/MediaExtractorHelper/Log.h"
+#include "Helper/base/Log.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
 #include "zrcodecparser/MediaDefs.h"
@@ -116,9 +116,9 @@ void storeText(AMediaFormat* format, uint32_t codecType, const TrackInfo::Text& 
 void storeUnknownKind(AMediaFormat* format, uint32_t trackType) {
     // The line number is a fixed part of the text, which log scanners know.
     constexpr int kLine = 1233;
-    ZR_LOGE("Function %s line %d : Failed with error %x \n", "setTrackMeta", kLine,
-            static_cast<unsigned>(BAD_VALUE));
-    ZR_LOGE("Track type : %d", static_cast<int32_t>(trackType));
+    ZR_LOGE(base::kExtractorTag, "Function %s line %d : Failed with error %x \n", "setTrackMeta",
+            kLine, static_cast<unsigned>(BAD_VALUE));
+    ZR_LOGE(base::kExtractorTag, "Track type : %d", static_cast<int32_t>(trackType));
     AMediaFormat_setString(format, AMEDIAFORMAT_KEY_MIME, ZRE_MEDIA_MIMETYPE_AUDIO_NOTSUPPORTED);
 }
 

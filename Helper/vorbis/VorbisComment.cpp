@@ -7,8 +7,8 @@
 #include <new>
 #include <string_view>
 
-#include "Helper/MediaExtractorHelper/Log.h"
 #include "Helper/base/Checked.h"
+#include "Helper/base/Log.h"
 #include "Helper/vorbis/Base64.h"
 #include "Helper/vorbis/PictureBlock.h"
 #include "zrcodecparser/FormatKeys.h"
@@ -73,13 +73,13 @@ void storePicture(AMediaFormat* fileMeta, const char* key, std::string_view valu
     const auto size = vorbis::base64DecodedSize(value);
     const size_t room = std::min(value.size(), bound) / 4 * 3;
     if (!size || *size > room) {
-        ZR_LOGE("malformed base64 encoded data.");
+        ZR_LOGE(base::kExtractorTag, "malformed base64 encoded data.");
         return;
     }
     const std::unique_ptr<uint8_t[]> block(new (std::nothrow) uint8_t[*size]);
     if (block == nullptr) return;
     if (!vorbis::base64Decode(value, block.get())) {
-        ZR_LOGE("malformed base64 encoded data.");
+        ZR_LOGE(base::kExtractorTag, "malformed base64 encoded data.");
         return;
     }
     if (const auto picture = vorbis::frontCover({block.get(), *size})) {
@@ -91,7 +91,7 @@ void storeHapticCount(AMediaFormat* fileMeta, const char* key, const char* value
     errno = 0;
     const long count = std::strtol(value, nullptr, 10);
     if (errno != 0) {
-        ZR_LOGE("Error(%d) when parsing haptic channel count", errno);
+        ZR_LOGE(base::kExtractorTag, "Error(%d) when parsing haptic channel count", errno);
         return;
     }
     AMediaFormat_setInt32(fileMeta, key, static_cast<int32_t>(count));

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "platform/Log.h"
+#include "Helper/base/Log.h"
 
 namespace android {
 namespace {
@@ -24,12 +24,12 @@ uint32_t sizeBehind(uint32_t before, uint32_t fileSize) {
 
 WavDump::WavDump() {
     std::snprintf(mFilename, sizeof(mFilename), "/data/local/wavdump/%.4d.wav", get_count());
-    __android_log_print(ANDROID_LOG_INFO, kTag, "mFilename=[%s]", mFilename);
+    ZR_LOGI(kTag, "mFilename=[%s]", mFilename);
 }
 
 WavDump::WavDump(const char* name) {
     std::snprintf(mFilename, sizeof(mFilename), "%s", name != nullptr ? name : kDefaultFile);
-    __android_log_print(ANDROID_LOG_INFO, kTag, "mFilename=[%s]", mFilename);
+    ZR_LOGI(kTag, "mFilename=[%s]", mFilename);
 }
 
 WavDump::~WavDump() {
@@ -42,12 +42,12 @@ int WavDump::get_count() {
         if (std::fread(&count, 1, 1, file) != 1) count = 0;
         std::fclose(file);
     } else {
-        __android_log_print(ANDROID_LOG_ERROR, kTag, "count was not opened.");
+        ZR_LOGE(kTag, "count was not opened.");
     }
 
     FILE* file = std::fopen(kCountFile, "w");
     if (file == nullptr) {
-        __android_log_print(ANDROID_LOG_ERROR, kTag, "count was not created.");
+        ZR_LOGE(kTag, "count was not created.");
         return -1;
     }
     std::fputc((count + 1) % kFileNumbers, file);
@@ -67,7 +67,7 @@ int WavDump::open(uint32_t sampleRate, uint16_t bitsPerSample, uint16_t channels
 
     mFile = std::fopen(mFilename, "w");
     if (mFile == nullptr) {
-        __android_log_print(ANDROID_LOG_ERROR, kTag, "%s was not created.", mFilename);
+        ZR_LOGE(kTag, "%s was not created.", mFilename);
         return -1;
     }
     mDataSize = kHeaderSize;
@@ -119,7 +119,7 @@ int WavDump::write_u16le(uint16_t value) {
 
 bool WavDump::isOpen() const {
     if (mFile == nullptr) {
-        __android_log_print(ANDROID_LOG_ERROR, kTag, "%s was not opened.", mFilename);
+        ZR_LOGE(kTag, "%s was not opened.", mFilename);
     }
     return mFile != nullptr;
 }

@@ -7,9 +7,9 @@
 
 #include "Helper/base/Check.h"
 #include "Helper/base/Checked.h"
+#include "Helper/base/Log.h"
 #include "ParserLibrary/id3/ByteSource.h"
 #include "ParserLibrary/id3/Frames.h"
-#include "ParserLibrary/id3/Log.h"
 #include "ParserLibrary/id3/Picture.h"
 #include "ParserLibrary/id3/TagHeader.h"
 #include "ParserLibrary/id3/Unsynchronization.h"
@@ -63,10 +63,12 @@ struct EightBitTexts {
 
 void warnOf(id3::PictureFault fault) {
     switch (fault) {
-        case id3::PictureFault::kMime: ZR_ID3_LOGW("bogus album art size: mime"); break;
-        case id3::PictureFault::kPictureType: ZR_ID3_LOGW("bogus album art size: pic type"); break;
+        case id3::PictureFault::kMime: ZR_LOGW(base::kId3Tag, "bogus album art size: mime"); break;
+        case id3::PictureFault::kPictureType:
+            ZR_LOGW(base::kId3Tag, "bogus album art size: pic type");
+            break;
         case id3::PictureFault::kDescription:
-            ZR_ID3_LOGW("bogus album art size: description");
+            ZR_LOGW(base::kId3Tag, "bogus album art size: description");
             break;
         case id3::PictureFault::kNone:
         case id3::PictureFault::kUnnamed: break;
@@ -184,7 +186,7 @@ bool ID3::readV2(const id3::ByteSource& source, off64_t offset) {
     const auto header = id3::readTagHeader(bytes);
     if (!header) return false;
     if (header->size > id3::kMaxTagSize) {
-        ZR_ID3_LOGE("skipping huge ID3 metadata of size %zu", header->size);
+        ZR_LOGE(base::kId3Tag, "skipping huge ID3 metadata of size %zu", header->size);
         return false;
     }
     const Version version = versionOf(header->majorVersion);
@@ -238,7 +240,7 @@ bool ID3::skipExtendedHeader(Version version) {
     mFirstFrameOffset = header->firstFrameOffset;
     size_t framesEnd;
     if (__builtin_add_overflow(mFirstFrameOffset, header->paddingSize, &framesEnd)) {
-        ZR_ID3_LOGE("b/24623447, paddingSize is too large");
+        ZR_LOGE(base::kId3Tag, "b/24623447, paddingSize is too large");
     }
     if (mSize - mFirstFrameOffset < header->paddingSize) return false;
     mSize -= header->paddingSize;
@@ -252,7 +254,7 @@ bool ID3::repairFrames(bool hasGlobalUnsync) {
     const size_t size = mSize;
     id3::Snapshot snapshot{allocate(size)};
     if (snapshot.memory == nullptr) {
-        ZR_ID3_LOGE("b/24623447, no more memory");
+        ZR_LOGE(base::kId3Tag, "b/24623447, no more memory");
         return false;
     }
     const bool fits = id3::framesFit({mData, mSize}, mFirstFrameOffset);
@@ -273,8 +275,8 @@ bool ID3::undoFrames(bool iTunesHack, bool hasGlobalUnsync, id3::Snapshot* snaps
             id3::undoFrames({mData, mSize}, mFirstFrameOffset, sizes, hasGlobalUnsync, snapshot);
     mSize = done.size;
     if (done.readOffset > oldSize) {  // cannot be: a frame is refused unless it fits
-        ZR_ID3_LOGE("b/34618607 (%zu %zu %zu %zu)", done.readOffset, done.writeOffset, oldSize,
-                    mSize);
+        ZR_LOGE(base::kId3Tag, "b/34618607 (%zu %zu %zu %zu)", done.readOffset, done.writeOffset,
+                oldSize, mSize);
         __android_log_error_write(0x534e4554, "34618607", -1, nullptr, 0);
     }
     return done.ok;

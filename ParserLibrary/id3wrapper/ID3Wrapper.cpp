@@ -7,8 +7,8 @@
 #include <cstring>
 #include <optional>
 
+#include "Helper/base/Log.h"
 #include "ParserLibrary/id3/Frames.h"
-#include "platform/Log.h"
 #include "zrcodecparser/FormatKeys.h"
 
 namespace android {
@@ -171,7 +171,7 @@ status_t ID3Wrapper::parseID3GaplessInfo(DataSourceHelper* source, bool ignoreV1
         return OK;
     }
     ID3::Iterator commentV2_3(id3, "COMM");
-    __android_log_print(ANDROID_LOG_INFO, kTag, "ID3Wrapper com->done() : id3 is COMM");
+    ZR_LOGI(kTag, "ID3Wrapper com->done() : id3 is COMM");
     storeGapless(commentV2_3, meta);
     return OK;
 }
