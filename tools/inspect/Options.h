@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "inspect/glue/Glue.h"
+#include "inspect/callers/Component.h"
 #include "platform/Host.h"
 
 namespace inspect {

@@ -10,17 +10,17 @@
 #include <string_view>
 #include <vector>
 
-#include "inspect/Bytes.h"
-#include "inspect/Demuxer.h"
-#include "inspect/InputFile.h"
-#include "inspect/JsonReport.h"
-#include "inspect/KeyFrames.h"
 #include "inspect/Options.h"
-#include "inspect/Parser.h"
-#include "inspect/TextReport.h"
-#include "inspect/explain/Explain.h"
-#include "inspect/pcm/DumpWav.h"
-#include "inspect/tags/Pictures.h"
+#include "inspect/base/Bytes.h"
+#include "inspect/base/InputFile.h"
+#include "inspect/callers/KeyFrames.h"
+#include "inspect/callers/PcmDump.h"
+#include "inspect/callers/Pictures.h"
+#include "inspect/callers/Session.h"
+#include "inspect/media/Demuxer.h"
+#include "inspect/records/Explain.h"
+#include "inspect/report/JsonReport.h"
+#include "inspect/report/TextReport.h"
 
 namespace inspect {
 namespace {
@@ -32,12 +32,12 @@ bool wantsColour() {
            terminal != nullptr && std::string_view(terminal) != "dumb";
 }
 
-void callGlue(FileReport& report, Parser& parser, const GlueOptions& glue) {
+void callGlue(FileReport& report, Session& session, const GlueOptions& glue) {
     for (TrackReport& track : report.tracks) {
         if (track.stream.kind == Kind::kOther) continue;
         if (glue.component) track.component = setUpComponent(track, glue);
         if (glue.legacy) track.legacy = describeToOlderParsers(track);
-        for (host::LogLine& line : parser.takeLog()) track.log.push_back(std::move(line));
+        for (host::LogLine& line : session.takeLog()) track.log.push_back(std::move(line));
     }
 }
 
@@ -86,9 +86,9 @@ FileReport inspectFile(const std::string& path, const Options& options) {
     report.path = path;
     try {
         const MediaFile file = readMediaFile(path);
-        Parser parser(options.device);
-        report = parser.describe(file);
-        callGlue(report, parser, options.glue);
+        Session session(options.device);
+        report = session.describe(file);
+        callGlue(report, session, options.glue);
         addDetails(report, file, options);
     } catch (const std::exception& error) {
         report.error = withFault(error.what(), path);

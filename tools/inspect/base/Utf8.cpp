@@ -1,0 +1,88 @@
+#include "inspect/base/Utf8.h"
+
+#include <array>
+#include <cstdio>
+
+namespace inspect {
+namespace {
+
+struct CodePoint {
+    char32_t value = 0;
+    size_t sizeBytes = 0;  // 0 = this is not UTF-8
+};
+
+// The first character of a text that is not empty.
+CodePoint decode(std::string_view text) {
+    constexpr std::array<char32_t, 5> kLeast = {0, 0, 0x80, 0x800, 0x10000};
+    const auto first = static_cast<unsigned char>(text[0]);
+    if (first < 0x80) return {first, 1};
+    const size_t sizeBytes = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+    if (first < 0xC2 || first > 0xF4 || text.size() < sizeBytes) return {};
+    char32_t value = first & (0x7Fu >> sizeBytes);
+    for (const char next : text.substr(1, sizeBytes - 1)) {
+        const auto byte = static_cast<unsigned char>(next);
+        if ((byte & 0xC0) != 0x80) return {};
+        value = value << 6 | (byte & 0x3F);
+    }
+    const bool isSurrogate = value >= 0xD800 && value <= 0xDFFF;
+    if (value < kLeast[sizeBytes] || value > 0x10FFFF || isSurrogate) return {};
+    return {value, sizeBytes};
+}
+
+bool steers(char32_t c) {
+    return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x200E || c == 0x200F ||
+           (c >= 0x2028 && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
+}
+
+std::string escape(char32_t c) {
+    if (c == '\n') return "\\n";
+    if (c == '\r') return "\\r";
+    if (c == '\t') return "\\t";
+    std::array<char, 16> text{};
+    const char* form = c < 0x100 ? "\\x%02x" : "\\u%04x";
+    std::snprintf(text.data(), text.size(), form, static_cast<unsigned>(c));
+    return text.data();
+}
+
+}  // namespace
+
+bool isUtf8(std::string_view text) {
+    while (!text.empty()) {
+        const size_t sizeBytes = decode(text).sizeBytes;
+        if (sizeBytes == 0) return false;
+        text.remove_prefix(sizeBytes);
+    }
+    return true;
+}
+
+std::string toUtf8(std::string_view text) {
+    if (isUtf8(text)) return std::string(text);
+    std::string utf8;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte >= 0x80) utf8 += static_cast<char>(0xC0 | byte >> 6);
+        utf8 += byte >= 0x80 ? static_cast<char>(0x80 | (byte & 0x3F)) : c;
+    }
+    return utf8;
+}
+
+std::string escaped(std::string_view text) {
+    const std::string utf8 = toUtf8(text);
+    std::string safe;
+    for (std::string_view rest = utf8; !rest.empty();) {
+        const auto [value, sizeBytes] = decode(rest);
+        safe += steers(value) ? escape(value) : std::string(rest.substr(0, sizeBytes));
+        rest.remove_prefix(sizeBytes);
+    }
+    return safe;
+}
+
+std::string shortened(std::string_view text) {
+    constexpr size_t kShown = 200;
+    if (text.size() <= kShown) return std::string(text);
+    size_t end = kShown;
+    while ((static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) end--;
+    return std::string(text.substr(0, end)) + " ... (" + std::to_string(text.size()) + " bytes)";
+}
+
+}  // namespace inspect

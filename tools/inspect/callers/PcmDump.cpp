@@ -1,0 +1,142 @@
+#include "inspect/callers/PcmDump.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <span>
+
+#include "inspect/base/Progress.h"
+#include "inspect/callers/LogSink.h"
+#include "inspect/callers/PcmFormat.h"
+#include "inspect/media/OpenFile.h"
+#include "platform/Host.h"
+#include "zrcodecparser/WavDump.h"
+
+namespace inspect {
+namespace {
+
+using namespace android;
+
+constexpr size_t kMaxNameBytes = 1023;  // WavDump cuts off the rest
+constexpr uint64_t kHeaderBytes = 44;
+constexpr size_t kSampleBytes = 2;      // of those written
+constexpr size_t kBlockSamples = 1024;  // as decoders hand out
+
+TrackReport& firstPcmTrack(FileReport& report) {
+    std::string codecs;
+    for (TrackReport& track : report.tracks) {
+        if (isPcm(track.stream)) return track;
+        codecs += (codecs.empty() ? "" : ", ") + track.stream.codec;
+    }
+    failOn(report.path, "has no track of linear PCM to dump, but: " + codecs);
+}
+
+const PcmFormat& formatOf(const TrackReport& track, const std::string& path) {
+    const PcmFormat* format = findPcmFormat(track.stream);
+    if (format == nullptr) failOn(path, "cannot be dumped: " + track.notes.back());
+    const uint64_t frameBytes = uint64_t{kSampleBytes} * track.stream.audio.channelCount;
+    const uint64_t byteRate = frameBytes * track.stream.audio.sampleRate;
+    if (byteRate == 0 || frameBytes > UINT16_MAX || byteRate > UINT32_MAX) {
+        failOn(path, "cannot be dumped: no WAV header holds its rate and channels");
+    }
+    return *format;
+}
+
+class Dump {
+public:
+    Dump(const std::string& path, const PcmFormat& format, const Stream::Audio& audio)
+        : mPath(path), mFormat(format), mChannels(audio.channelCount), mWav(path.c_str()) {
+        const auto channels = static_cast<uint16_t>(mChannels);
+        if (mWav.open(audio.sampleRate, 8 * kSampleBytes, channels) != 0) {
+            failOn(mPath, "cannot be created");
+        }
+        checkSize();
+    }
+
+    // Leaves out a frame that is cut off, and what no WAV file can hold.
+    void add(Bytes packet) {
+        const size_t bytes = mFormat.bits / 8;
+        const size_t whole = packet.size() / bytes / mChannels;
+        const uint64_t room = (UINT32_MAX - kHeaderBytes) / kSampleBytes / mChannels - frames();
+        mCutBytes += packet.size() % (bytes * mChannels);
+        size_t samples = std::min<size_t>(whole, room) * mChannels;
+        for (; samples > 0; samples -= std::min(samples, kBlockSamples)) {
+            const size_t size = std::min(samples, kBlockSamples) * bytes;
+            write(packet.first(size));
+            packet = packet.subspan(size);
+        }
+        if (whole > room) failOn(mPath, "is full: the lengths in a WAV file end at 4 GiB");
+    }
+
+    uint64_t frames() const { return mWritten / kSampleBytes / mChannels; }
+    uint64_t cutBytes() const { return mCutBytes; }
+
+private:
+    void write(Bytes block) {
+        ByteVector room(block.begin(), block.end());
+        room.resize(std::max(room.size(), room.size() / (mFormat.bits / 8) * kSampleBytes));
+        host::SampleBuffer buffer(room.data(), room.size(), 0, block.size());
+        convertTo16(mFormat, buffer, *mHelper);
+        mWritten += mWav.dump(room.data(), static_cast<uint32_t>(buffer.range_length()));
+        checkSize();
+    }
+
+    // The library does not look at errors while it writes.
+    void checkSize() const {
+        std::error_code error;
+        const uint64_t size = std::filesystem::file_size(mPath, error);
+        if (!error && size == kHeaderBytes + mWritten) return;
+        failOn(mPath, "could not be written: it has " + std::to_string(error ? 0 : size) +
+                              " bytes instead of " + std::to_string(kHeaderBytes + mWritten));
+    }
+
+    const std::string mPath;
+    const PcmFormat& mFormat;
+    const size_t mChannels;
+    WavDump mWav;
+    const sp<MediaExtractorHelper> mHelper = new MediaExtractorHelper;
+    uint64_t mWritten = 0;  // bytes behind the header
+    uint64_t mCutBytes = 0;
+};
+
+void readPackets(const OpenFile& open, int index, const std::string& path, Dump& dump) {
+    AVFormatContext& context = open.context();
+    for (AVStream* stream : std::span(context.streams, context.nb_streams)) {
+        if (stream->index != index) stream->discard = AVDISCARD_ALL;
+    }
+    Progress progress(path, open.input().size());
+    const LibAvPtr<AVPacket> packet(av_packet_alloc());
+    int status = 0;
+    while ((status = av_read_frame(&context, packet.get())) >= 0) {
+        progress.show(avio_tell(context.pb));
+        if (packet->stream_index == index) {
+            dump.add({packet->data, static_cast<size_t>(packet->size)});
+        }
+        av_packet_unref(packet.get());
+    }
+    if (status != AVERROR_EOF) failOn(path, open.complaint(status));
+}
+
+}  // namespace
+
+void dumpWav(const std::string& path, const OutputRules& rules, FileReport& report) {
+    TrackReport& track = firstPcmTrack(report);
+    const PcmFormat& format = formatOf(track, report.path);
+    if (path.size() > kMaxNameBytes) failOn(path, "is too long a name");
+    const OpenFile open(report.path, Samples::kAsStored);
+    close(createFile(path, rules));
+
+    const LogSink log([&track](const host::LogLine& line) {  // each block is logged
+        const bool isNew = std::ranges::count(track.log, line.text, &host::LogLine::text) == 0;
+        if (isNew && track.log.size() < 50) track.log.push_back(line);
+    });
+    Dump dump(path, format, track.stream.audio);
+    readPackets(open, track.stream.index, report.path, dump);
+    track.dump = {path, dump.frames()};
+    const uint64_t bytes = dump.cutBytes();
+    if (bytes == 0) return;
+    track.notes.push_back("not dumped: " + std::to_string(bytes) +
+                          (bytes == 1 ? " byte" : " bytes") + " of frames that are cut off");
+}
+
+}  // namespace inspect

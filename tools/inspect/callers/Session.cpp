@@ -1,0 +1,190 @@
+#include "inspect/callers/Session.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "inspect/callers/PcmFormat.h"
+#include "inspect/media/ContainerMap.h"
+#include "platform/Log.h"
+#include "zrcodecparser/CodecType.h"
+#include "zrcodecparser/FormatKeys.h"
+#include "zrcodecparser/TrackInfo.h"
+
+namespace inspect {
+namespace {
+
+using namespace android;
+
+[[noreturn]] void throwFatal(const char* text) {
+    throw LibraryFatal(text);
+}
+
+const char* orNull(const std::string& text) {
+    return text.empty() ? nullptr : text.c_str();
+}
+
+TrackInfo::Video videoInfo(const Stream& stream, bool hasWholeFrames) {
+    return {.width = stream.video.width,
+            .height = stream.video.height,
+            .bitRate = stream.bitRate,
+            .frameRate = stream.video.frameRate,
+            .hasSyncFrame = hasWholeFrames};
+}
+
+TrackInfo::Audio audioInfo(const Stream& stream) {
+    TrackInfo::Audio info{};
+    info.channelCount = stream.audio.channelCount;
+    info.sampleRate = stream.audio.sampleRate;
+    info.bitsPerSample = stream.audio.bitsPerSample;
+    info.bitRate = stream.bitRate;
+    info.blockAlign = stream.audio.blockAlign;
+    info.language = orNull(stream.language);
+    std::memcpy(info.codecDelay, &stream.audio.codecDelayNs, sizeof info.codecDelay);
+    std::memcpy(info.seekPreRoll, &stream.audio.seekPreRollNs, sizeof info.seekPreRoll);
+    return info;
+}
+
+TrackInfo::Text textInfo(const Stream& stream) {
+    return {.isBitmapSubtitle = stream.text.isBitmap,
+            .isUnsupportedBitmap = stream.text.isUnsupportedBitmap,
+            .bitmapLanguage = orNull(stream.language),
+            .textLanguage = stream.language.empty() ? "und" : stream.language.c_str()};
+}
+
+// The record points into the stream.
+TrackInfo trackInfo(const Stream& stream, bool hasWholeFrames) {
+    TrackInfo info{};
+    info.codecType = stream.codecType;
+    switch (stream.kind) {
+        case Kind::kVideo:
+            info.trackType = kTrackTypeVideo;
+            info.video = videoInfo(stream, hasWholeFrames);
+            break;
+        case Kind::kAudio:
+            info.trackType = kTrackTypeAudio;
+            info.audio = audioInfo(stream);
+            break;
+        default:
+            info.trackType = kTrackTypeText;
+            info.text = textInfo(stream);
+            break;
+    }
+    return info;
+}
+
+status_t storeCodecData(MediaExtractorHelper& helper, const Stream& stream, TrackInfo& info,
+                        AMediaFormat* format) {
+    const uint8_t* data = stream.privateData.data();
+    size_t size = stream.privateData.size();
+    if (size == 0) return OK;
+    if (stream.kind == Kind::kAudio) {
+        return helper.setAudioConfig(info.codecType, data, &size, format);
+    }
+    if (stream.kind == Kind::kVideo) return helper.setVideoConfig(&info, data, size, format);
+    return OK;
+}
+
+bool holdsUnchanged(const Entries& entries, const ByteVector& privateData) {
+    return std::ranges::any_of(entries, [&](const host::FormatEntry& entry) {
+        const auto* bytes = std::get_if<ByteVector>(&entry.value);
+        return bytes != nullptr && *bytes == privateData;
+    });
+}
+
+// What the codec data operation wrote to the log, in one line.
+std::string failureNote(status_t status, const std::vector<host::LogLine>& log, size_t first) {
+    std::string texts;
+    for (size_t i = first; i < log.size(); i++) {
+        if (log[i].priority >= ANDROID_LOG_WARN) texts += (texts.empty() ? "" : "; ") + log[i].text;
+    }
+    if (status == OK) return texts.empty() ? texts : "codec data: " + texts;
+    return "codec data: status " + std::to_string(status) + (texts.empty() ? "" : ": ") + texts;
+}
+
+void setFileFormat(MediaExtractorHelper& helper, const MediaFile& file, AMediaFormat* format) {
+    const Container container = containerOf(file);
+    if (container.fileKind != 0) helper.setFileMeta(container.fileKind, format);
+    if (container.mime != nullptr) {
+        AMediaFormat_setString(format, AMEDIAFORMAT_KEY_MIME, container.mime);
+    }
+    if (file.durationUs) helper.setDuration(*file.durationUs, format);
+}
+
+}  // namespace
+
+Session::Session(host::Device device)
+    : mDevice(std::move(device)),
+      mFormerSink(host::setLogSink([this](const host::LogLine& line) { mLog.push_back(line); })),
+      mFormerHandler(host::setFatalHandler(throwFatal)) {
+    host::setDevice(mDevice);
+}
+
+Session::~Session() {
+    host::setFatalHandler(mFormerHandler);
+    host::setLogSink(mFormerSink);
+    host::setDevice(host::typicalPhone());
+}
+
+std::vector<host::LogLine> Session::takeLog() {
+    return std::exchange(mLog, {});
+}
+
+FileReport Session::describe(const MediaFile& file) {
+    FileReport report{.path = file.path,
+                      .error = {},
+                      .outputErrors = {},
+                      .truncation = file.truncation,
+                      .format = file.format,
+                      .formatName = file.formatName,
+                      .entries = {},
+                      .tracks = {},
+                      .tags = {}};
+    const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
+    const Format format;
+    setFileFormat(*helper, file, format.get());
+    report.entries = format.entries();
+    const bool hasWholeFrames = containerOf(file).hasWholeFrames;
+    for (const Stream& stream : file.streams) {
+        report.tracks.push_back(describeTrack(*helper, stream, hasWholeFrames));
+    }
+    report.tags = readTags(file.path, file.format, {*helper, [this] { return takeLog(); }});
+    return report;
+}
+
+TrackReport Session::describeTrack(MediaExtractorHelper& helper, const Stream& stream,
+                                   bool hasWholeFrames) {
+    TrackReport report;
+    report.stream = stream;
+    if (stream.kind == Kind::kOther) return report;
+
+    const Format format;
+    TrackInfo info = trackInfo(stream, hasWholeFrames);
+    try {
+        helper.setTrackMeta(&info, format.get(), !hasWholeFrames);
+        report.verdict = judge(stream, format.mime(), mLog, mDevice);
+        if (stream.durationUs) helper.setDuration(*stream.durationUs, format.get());
+        if (stream.hasAdtsHeaders) {
+            AMediaFormat_setInt32(format.get(), ZREAMEDIAFORMAT_KEY_ISADTS, 1);
+        }
+        const Entries before = format.entries();
+        const size_t logged = mLog.size();
+        const status_t status = storeCodecData(helper, stream, info, format.get());
+        std::string note = failureNote(status, mLog, logged);
+        if (status != OK && holdsUnchanged(format.entries(), stream.privateData)) {
+            note += "; stored unchanged all the same";
+        }
+        if (!note.empty()) report.notes.push_back(note);
+        report.codecData = describeCodecData(stream.codecType, before, format.entries());
+    } catch (const LibraryFatal& fatal) {
+        report.verdict = {Play::kEndsProcess, fatal.what()};
+    }
+    if (isPcm(stream) && findPcmFormat(stream) == nullptr) {
+        report.notes.push_back(whyNotTo16(stream, helper));
+    }
+    report.entries = format.entries();
+    report.log = takeLog();
+    return report;
+}
+
+}  // namespace inspect

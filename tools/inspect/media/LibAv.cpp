@@ -1,0 +1,94 @@
+#include "inspect/media/LibAv.h"
+
+#include <array>
+#include <cstdarg>
+#include <cstdio>
+#include <new>
+
+namespace inspect {
+namespace {
+
+constexpr int kBufferBytes = 1 << 15;
+
+// libav has one callback for the process, without an argument of the user's.
+std::string& lastComplaint() {
+    static std::string text;
+    return text;
+}
+
+void keepComplaint(void* /*source*/, int level, const char* format, va_list arguments) {
+    if (level > AV_LOG_ERROR) return;
+    std::array<char, 256> line{};
+    std::vsnprintf(line.data(), line.size(), format, arguments);
+    const std::string_view text(line.data());
+    const size_t end = text.find_last_not_of("\n ");
+    if (end != std::string_view::npos) lastComplaint() = text.substr(0, end + 1);
+}
+
+}  // namespace
+
+LibAvPtr<AVBSFContext> openFilter(const char* name, const AVStream& stream) {
+    const AVBitStreamFilter* filter = av_bsf_get_by_name(name);
+    AVBSFContext* context = nullptr;
+    if (filter == nullptr || av_bsf_alloc(filter, &context) < 0) return nullptr;
+    LibAvPtr<AVBSFContext> owner(context);
+    if (avcodec_parameters_copy(context->par_in, stream.codecpar) < 0) return nullptr;
+    context->time_base_in = stream.time_base;
+    if (av_bsf_init(context) < 0) return nullptr;
+    return owner;
+}
+
+void LibAvDelete::operator()(AVIOContext* context) const {
+    av_freep(&context->buffer);
+    avio_context_free(&context);
+}
+
+FileStream::FileStream(const InputFile& file) : mFile(file) {
+    auto* buffer = static_cast<unsigned char*>(av_malloc(kBufferBytes));
+    mContext.reset(avio_alloc_context(buffer, kBufferBytes, 0, this, read, nullptr, seek));
+    if (mContext == nullptr) {
+        av_free(buffer);
+        throw std::bad_alloc();
+    }
+}
+
+int FileStream::read(void* self, uint8_t* out, int size) {
+    auto& stream = *static_cast<FileStream*>(self);
+    const int64_t count = stream.mFile.readAt(stream.mOffset, {out, static_cast<size_t>(size)});
+    if (count < 0) return AVERROR(EIO);
+    if (count == 0) return AVERROR_EOF;
+    stream.mOffset += count;
+    return static_cast<int>(count);
+}
+
+int64_t FileStream::seek(void* self, int64_t offset, int whence) {
+    auto& stream = *static_cast<FileStream*>(self);
+    switch (whence & ~AVSEEK_FORCE) {
+        case AVSEEK_SIZE: return stream.mFile.size();
+        case SEEK_SET: break;
+        case SEEK_CUR: offset += stream.mOffset; break;
+        case SEEK_END: offset += stream.mFile.size(); break;
+        default: return AVERROR(EINVAL);
+    }
+    if (offset < 0) return AVERROR(EINVAL);
+    stream.mOffset = offset;
+    return offset;
+}
+
+LibAvSilence::LibAvSilence() {
+    lastComplaint().clear();
+    av_log_set_callback(keepComplaint);
+}
+
+LibAvSilence::~LibAvSilence() {
+    av_log_set_callback(av_log_default_callback);
+}
+
+std::string LibAvSilence::complaint(int status) const {
+    if (!lastComplaint().empty()) return printable(lastComplaint());
+    std::array<char, AV_ERROR_MAX_STRING_SIZE> text{};
+    av_strerror(status, text.data(), text.size());
+    return text.data();
+}
+
+}  // namespace inspect

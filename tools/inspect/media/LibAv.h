@@ -1,0 +1,60 @@
+// Owning handles for libavformat's objects, and its messages kept from the user.
+
+#pragma once
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavcodec/bsf.h>
+#include <libavformat/avformat.h>
+}
+
+#include <memory>
+#include <string>
+
+#include "inspect/base/InputFile.h"
+
+namespace inspect {
+
+struct LibAvDelete {
+    void operator()(AVFormatContext* context) const { avformat_close_input(&context); }
+    void operator()(AVBSFContext* context) const { av_bsf_free(&context); }
+    void operator()(AVPacket* packet) const { av_packet_free(&packet); }
+    void operator()(AVIOContext* context) const;
+};
+template <typename T>
+using LibAvPtr = std::unique_ptr<T, LibAvDelete>;
+
+// A bitstream filter for the stream's packets; null when there is no such filter for it.
+LibAvPtr<AVBSFContext> openFilter(const char* name, const AVStream& stream);
+
+// A byte stream over the file, which outlives it.
+class FileStream {
+public:
+    explicit FileStream(const InputFile& file);
+    FileStream(const FileStream&) = delete;
+    FileStream& operator=(const FileStream&) = delete;
+
+    AVIOContext* get() const { return mContext.get(); }
+
+private:
+    static int read(void* self, uint8_t* out, int size);
+    static int64_t seek(void* self, int64_t offset, int whence);
+
+    const InputFile& mFile;
+    int64_t mOffset = 0;
+    LibAvPtr<AVIOContext> mContext;
+};
+
+// While it lives, libav's messages go nowhere; the last complaint can be asked for.
+class LibAvSilence {
+public:
+    LibAvSilence();
+    ~LibAvSilence();
+    LibAvSilence(const LibAvSilence&) = delete;
+    LibAvSilence& operator=(const LibAvSilence&) = delete;
+
+    // The last error message, without its end of line; the text of the status when there was none.
+    std::string complaint(int status) const;
+};
+
+}  // namespace inspect

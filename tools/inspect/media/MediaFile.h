@@ -1,0 +1,58 @@
+// What the demuxer found out about a file, free of the demuxer's own types.
+
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "inspect/base/Bytes.h"
+
+namespace inspect {
+
+enum class Kind { kVideo, kAudio, kText, kOther };
+
+struct Stream {
+    int index = 0;
+    Kind kind = Kind::kOther;
+    std::string codec;       // the demuxer's name for it
+    uint32_t codecType = 0;  // android::CodecType
+    ByteVector privateData;  // in the form in which a container parser passes it on
+    bool hasAdtsHeaders = false;
+    uint32_t bitRate = 0;
+    std::string language;  // empty = unknown
+    std::optional<int64_t> durationUs;
+
+    struct Video {
+        uint32_t width = 0;
+        uint32_t height = 0;
+        uint32_t frameRate = 0;
+    } video;
+
+    struct Audio {
+        uint32_t channelCount = 0;
+        uint32_t sampleRate = 0;
+        uint32_t bitsPerSample = 0;
+        uint16_t blockAlign = 0;
+        uint64_t codecDelayNs = 0;
+        uint64_t seekPreRollNs = 0;
+    } audio;
+
+    struct Text {
+        bool isBitmap = false;
+        bool isUnsupportedBitmap = false;
+    } text;
+};
+
+struct MediaFile {
+    std::string path;
+    std::string format;      // the demuxer's name, the first where it has several
+    std::string formatName;  // the same in words
+    std::string majorBrand;  // of the ISO base media family
+    std::optional<int64_t> durationUs;
+    std::optional<std::string> truncation;  // what is missing at the end
+    std::vector<Stream> streams;
+};
+
+}  // namespace inspect

@@ -1,0 +1,155 @@
+#include "inspect/records/Annotator.h"
+
+#include <algorithm>
+
+namespace inspect {
+namespace {
+
+std::string byteCount(uint64_t count) {
+    return std::to_string(count) + (count == 1 ? " byte" : " bytes");
+}
+
+}  // namespace
+
+Annotator::Annotator(Bytes record) : mRecord(record), mParts{{.end = record.size()}} {}
+
+Bytes Annotator::ahead() const {
+    return mRecord.subspan(mPosition, mParts.back().end - mPosition);
+}
+
+Bytes Annotator::take(uint64_t sizeBytes) {
+    Part& part = mParts.back();
+    if (part.isCut) return {};
+    const size_t available = part.end - mPosition;
+    if (sizeBytes > available) {
+        part.isCut = true;
+        part.missing = sizeBytes - available;
+        sizeBytes = available;
+    }
+    const Bytes taken = mRecord.subspan(mPosition, static_cast<size_t>(sizeBytes));
+    mPosition += taken.size();
+    return taken;
+}
+
+Row& Annotator::add(size_t offset, Bytes bytes, const std::string& name) {
+    mRows.push_back({.offset = offset,
+                     .bytes = ByteVector(bytes.begin(), bytes.end()),
+                     .bits = 0,
+                     .depth = mDepth,
+                     .name = name,
+                     .value = {}});
+    return mRows.back();
+}
+
+Bytes Annotator::read(const std::string& name, uint64_t sizeBytes) {
+    const size_t offset = mPosition;
+    const Bytes taken = take(sizeBytes);
+    if (!taken.empty()) add(offset, taken, name);
+    if (!taken.empty() && !ok()) mRows.back().value = "cut short";
+    return taken;
+}
+
+uint64_t Annotator::big(const std::string& name, size_t sizeBytes) {
+    uint64_t value = 0;
+    for (const uint8_t byte : read(name, sizeBytes)) value = value << 8 | byte;
+    say(std::to_string(value));
+    return ok() ? value : 0;
+}
+
+uint64_t Annotator::little(const std::string& name, size_t sizeBytes) {
+    uint64_t value = 0;
+    unsigned shift = 0;
+    for (const uint8_t byte : read(name, sizeBytes)) {
+        value |= uint64_t{byte} << shift;
+        shift += 8;
+    }
+    say(std::to_string(value));
+    return ok() ? value : 0;
+}
+
+Bytes Annotator::bytes(const std::string& name, size_t sizeBytes) {
+    return read(name, sizeBytes);
+}
+
+void Annotator::text(const std::string& name, size_t sizeBytes) {
+    const Bytes taken = read(name, sizeBytes);
+    if (!taken.empty()) say('"' + std::string(taken.begin(), taken.end()) + '"');
+}
+
+void Annotator::rest(const std::string& name) {
+    read(name, remaining());
+}
+
+void Annotator::readPacked(std::span<const BitField> fields, std::span<uint64_t> values) {
+    unsigned bits = 0;
+    for (const BitField& field : fields) bits += field.bits;
+    const size_t offset = mPosition;
+    const Bytes taken = read(fields[0].name, bits / 8);
+    if (!ok()) return;
+    uint64_t number = 0;
+    for (const uint8_t byte : taken) number = number << 8 | byte;
+    for (size_t i = 0; i < fields.size(); i++) {
+        if (i > 0) add(offset, {}, fields[i].name);
+        bits -= fields[i].bits;
+        values[i] = number >> bits & (~uint64_t{0} >> (64 - fields[i].bits));
+        mRows.back().bits = fields[i].bits;
+        say(std::to_string(values[i]));
+        if (fields[i].words != nullptr) say(fields[i].words(static_cast<unsigned>(values[i])));
+    }
+}
+
+void Annotator::say(const std::string& words) {
+    if (!ok() || mRows.empty()) return;
+    std::string& value = mRows.back().value;
+    value += value.empty() ? words : " (" + words + ")";
+}
+
+Annotator::Group Annotator::group(const std::string& heading) {
+    if (ok()) add(mPosition, {}, heading);
+    mDepth++;
+    return {*this, false};
+}
+
+Annotator::Group Annotator::group(const std::string& heading, uint64_t sizeBytes) {
+    if (ok()) add(mPosition, {}, heading).value = byteCount(sizeBytes);
+    mDepth++;
+    Part part = mParts.back();
+    if (!part.isCut) {
+        const size_t available = part.end - mPosition;
+        part.lacking = sizeBytes > available ? sizeBytes - available : 0;
+        part.end = mPosition + static_cast<size_t>(std::min<uint64_t>(sizeBytes, available));
+    }
+    mParts.push_back(part);
+    return {*this, true};
+}
+
+void Annotator::leave(bool isPart) {
+    if (isPart) {
+        const Part part = mParts.back();
+        mParts.back().isCut = false;
+        close(part);
+        mParts.pop_back();
+        if (part.lacking > 0 && ok()) {
+            mParts.back().isCut = true;
+            mParts.back().missing = part.lacking;
+        }
+    }
+    mDepth--;
+}
+
+// The part that holds this one tells of its missing bytes when they are missing there too.
+void Annotator::close(const Part& part) {
+    const bool isTold = part.isCut && part.lacking == 0 &&
+                        (mParts.size() < 2 || !mParts[mParts.size() - 2].isCut);
+    if (!part.isCut) rest("further bytes");
+    if (isTold) add(mPosition, {}, "missing " + byteCount(part.missing));
+}
+
+std::vector<Row> Annotator::finish() {
+    const Part part = mParts.back();
+    mParts.back().isCut = false;
+    close(part);
+    return std::move(mRows);
+}
+
+}  // namespace inspect

@@ -1,0 +1,91 @@
+#include "inspect/records/Explain.h"
+#include "inspect/records/StartCodes.h"
+
+namespace inspect {
+namespace {
+
+constexpr size_t kProfileSize = 1;
+constexpr size_t kSizeAndProfile = 4 + 4 + kProfileSize;
+
+size_t headerSize(const Annotator& out, size_t behind) {
+    return out.remaining() > behind ? out.remaining() - behind : 0;
+}
+
+void explainProfile(Annotator& out) {
+    const uint8_t profile = out.u8("profile");
+    out.say(profile == 0 ? "simple" : profile == 1 ? "main" : "advanced or unknown");
+}
+
+void explainSizeAndProfile(Annotator& out) {
+    out.little("width", 4);
+    out.little("height", 4);
+    explainProfile(out);
+}
+
+// SMPTE 421M Annex J, STRUCT_C
+void explainStructC(Annotator& out) {
+    out.packed({{"PROFILE", 4},
+                {"FRMRTQ_POSTPROC", 3},
+                {"BITRTQ_POSTPROC", 5},
+                {"LOOPFILTER", 1},
+                {"Reserved3", 1},
+                {"MULTIRES", 1},
+                {"Reserved4", 1},
+                {"FASTUVMC", 1},
+                {"EXTENDED_MV", 1},
+                {"DQUANT", 2},
+                {"VSTRANSFORM", 1},
+                {"Reserved5", 1},
+                {"OVERLAP", 1},
+                {"SYNCMARKER", 1},
+                {"RANGERED", 1},
+                {"MAXBFRAMES", 3},
+                {"QUANTIZER", 2},
+                {"FINTERPFLAG", 1},
+                {"Reserved6", 1}});
+}
+
+// SMPTE 421M Annex E: units behind start codes
+void explainUnit(Annotator& out, size_t sizeBytes) {
+    const uint8_t code = out.ahead()[3];
+    const auto unit = out.group(code == 0x0F   ? "sequence header"
+                                : code == 0x0E ? "entry point header"
+                                               : "unit",
+                                sizeBytes);
+    out.bytes("start code", 4);
+    out.rest("data");
+}
+
+void explainUnits(Annotator& out) {
+    const auto first = findStartCode(out.ahead(), 0);
+    out.bytes("before the first start code", first.value_or(out.remaining()));
+    while (out.remaining() > 0) {
+        explainUnit(out, findStartCode(out.ahead(), 1).value_or(out.remaining()));
+    }
+}
+
+}  // namespace
+
+void explainVc1Header(Annotator& out) {
+    {
+        const auto header = out.group("sequence header", headerSize(out, kSizeAndProfile));
+        explainUnits(out);
+    }
+    explainSizeAndProfile(out);
+}
+
+void explainWmv9Header(Annotator& out) {
+    {
+        const auto header = out.group("sequence header", headerSize(out, kSizeAndProfile));
+        if (out.remaining() > 0) explainStructC(out);
+        if (out.ok()) out.rest("rest of the header");
+    }
+    explainSizeAndProfile(out);
+}
+
+void explainWmv7Header(Annotator& out) {
+    out.bytes("sequence header", headerSize(out, kProfileSize));
+    explainProfile(out);
+}
+
+}  // namespace inspect

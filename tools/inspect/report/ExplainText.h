@@ -1,0 +1,14 @@
+// Codec data byte by byte, for a person.
+
+#pragma once
+
+#include <ostream>
+
+#include "inspect/records/Explain.h"
+#include "inspect/report/TextLayout.h"
+
+namespace inspect {
+
+void printExplanation(std::ostream& out, const Explanation& explanation, const TextStyle& style);
+
+}  // namespace inspect
