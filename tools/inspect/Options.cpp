@@ -28,16 +28,17 @@ int32_t numberOf(const std::string& text) {
     return number;
 }
 
-void addGlueOptions(CLI::App& app, GlueOptions& glue) {
-    auto* component = app.add_flag("--component", glue.component,
+void addGlueOptions(CLI::App& app, Scope& scope) {
+    auto* component = app.add_flag("--component", scope.component,
                                    "Print what a decoder component would be sent for each track");
-    app.add_option("--component-name", glue.componentName, "Take it for this Qualcomm decoder")
+    app.add_option("--component-name", scope.componentOptions.name,
+                   "Take it for this Qualcomm decoder")
             ->type_name("NAME")
             ->allow_extra_args(false)
             ->needs(component);
-    const auto addKeys = [&glue](const std::vector<std::string>& words) {
+    const auto addKeys = [&scope](const std::vector<std::string>& words) {
         for (size_t i = 0; i + 1 < words.size(); i += 2) {
-            glue.keys.emplace_back(words[i], numberOf(words[i + 1]));
+            scope.componentOptions.keys.emplace_back(words[i], numberOf(words[i + 1]));
         }
     };
     app.add_option_function<std::vector<std::string>>(
@@ -47,7 +48,7 @@ void addGlueOptions(CLI::App& app, GlueOptions& glue) {
             ->type_size(2)
             ->allow_extra_args(false)
             ->needs(component);
-    app.add_flag("--legacy", glue.legacy, "Print the tracks as older parsers see them");
+    app.add_flag("--legacy", scope.legacy, "Print the tracks as older parsers see them");
 }
 
 // Of these words; the help names them in the option's type already.
@@ -98,17 +99,19 @@ void addOutputOptions(CLI::App& app, Options& options) {
             ->type_name("DIR")
             ->allow_extra_args(false)
             ->check(notEmpty());
-    app.add_option("--dump-wav", options.dumpWav,
+    app.add_option("--dump-wav", options.scope.dumpWav,
                    "Write the first PCM track, converted to 16 bits, to this WAV file")
             ->type_name("OUT")
             ->allow_extra_args(false)
             ->check(notEmpty());
-    app.add_flag("--force", options.force, "Let --pictures and --dump-wav overwrite files");
+    app.add_flag("--force", options.scope.outputs.overwrites,
+                 "Let --pictures and --dump-wav overwrite files");
     app.callback([&options] {
-        if (options.force && options.pictures.empty() && options.dumpWav.empty()) {
+        if (options.scope.outputs.overwrites && options.pictures.empty() &&
+            options.scope.dumpWav.empty()) {
             throw CLI::RequiresError("--force", "--pictures or --dump-wav");
         }
-        if (options.files.size() > 1 && !options.dumpWav.empty()) {
+        if (options.files.size() > 1 && !options.scope.dumpWav.empty()) {
             throw CLI::ValidationError("--dump-wav", "takes one FILE only");
         }
     });
@@ -142,9 +145,9 @@ std::optional<int> readCommandLine(int count, char** arguments, Options& options
     app.add_flag("--json", options.json, "Print one JSON document with every key");
     app.add_flag("--keys", options.keys, "Print every key that the library stored");
     app.add_flag("--log", options.log, "Print what the library wrote to its log");
-    app.add_flag("--explain", options.explain, "Print the codec data byte by byte");
-    addGlueOptions(app, options.glue);
-    app.add_flag("--frames", options.frames,
+    app.add_flag("--explain", options.scope.explain, "Print the codec data byte by byte");
+    addGlueOptions(app, options.scope);
+    app.add_flag("--frames", options.scope.frames,
                  "Compare the key frames that the library finds with those marked");
     addOutputOptions(app, options);
     DeviceOptions device;
@@ -154,7 +157,8 @@ std::optional<int> readCommandLine(int count, char** arguments, Options& options
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : kExitUsage;
     }
-    shape(options.device, device);
+    shape(options.scope.device, device);
+    options.scope.outputs.inputs = options.files;
     return {};
 }
 

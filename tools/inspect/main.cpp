@@ -3,22 +3,13 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <exception>
 #include <iostream>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "inspect/Options.h"
 #include "inspect/base/Bytes.h"
-#include "inspect/base/InputFile.h"
-#include "inspect/callers/KeyFrames.h"
-#include "inspect/callers/PcmDump.h"
-#include "inspect/callers/Pictures.h"
-#include "inspect/callers/Session.h"
-#include "inspect/media/Demuxer.h"
-#include "inspect/records/Explain.h"
 #include "inspect/report/JsonReport.h"
 #include "inspect/report/TextReport.h"
 
@@ -30,70 +21,6 @@ bool wantsColour() {
     const char* terminal = std::getenv("TERM");
     return isatty(STDOUT_FILENO) != 0 && (noColour == nullptr || *noColour == '\0') &&
            terminal != nullptr && std::string_view(terminal) != "dumb";
-}
-
-void callGlue(FileReport& report, Session& session, const GlueOptions& glue) {
-    for (TrackReport& track : report.tracks) {
-        if (track.stream.kind == Kind::kOther) continue;
-        if (glue.component) track.component = setUpComponent(track, glue);
-        if (glue.legacy) track.legacy = describeToOlderParsers(track);
-        for (host::LogLine& line : session.takeLog()) track.log.push_back(std::move(line));
-    }
-}
-
-// The further looks that were asked for.
-void addDetails(FileReport& report, const MediaFile& file, const Options& options) {
-    const auto keyFrames = options.frames ? compareKeyFrames(file) : std::map<int, KeyFrames>{};
-    for (TrackReport& track : report.tracks) {
-        if (options.explain) track.explanations = explainCodecData(track);
-        const auto found = keyFrames.find(track.stream.index);
-        if (found != keyFrames.end()) track.keyFrames = found->second;
-    }
-}
-
-void writePictures(FileReport& report, PictureFiles& files) {
-    for (Tag& tag : report.tags.list) {
-        const ByteVector* picture = tag.picture();
-        if (picture == nullptr || picture->empty()) continue;
-        try {
-            tag.pictureFile = files.write(report.path, *picture);
-        } catch (const FileError& error) {
-            report.outputErrors.emplace_back(error.what());
-        }
-    }
-}
-
-void writeWav(FileReport& report, const Options& options) {
-    try {
-        dumpWav(options.dumpWav, {options.force, options.files}, report);
-    } catch (const FileError& error) {
-        report.outputErrors.emplace_back(error.what());
-    }
-}
-
-// The demuxer may stumble over what stands in front of the media.
-std::string withFault(const std::string& error, const std::string& path) {
-    try {
-        const std::string fault = faultBeforeMedia(path);
-        return fault.empty() ? error : error + "; " + fault;
-    } catch (const std::exception&) {
-        return error;  // it cannot be read at all
-    }
-}
-
-FileReport inspectFile(const std::string& path, const Options& options) {
-    FileReport report;
-    report.path = path;
-    try {
-        const MediaFile file = readMediaFile(path);
-        Session session(options.device);
-        report = session.describe(file);
-        callGlue(report, session, options.glue);
-        addDetails(report, file, options);
-    } catch (const std::exception& error) {
-        report.error = withFault(error.what(), path);
-    }
-    return report;
 }
 
 void complain(const std::string& text) {
@@ -116,9 +43,7 @@ int inspectFiles(const Options& options, PictureFiles* pictures) {
     int status = EXIT_SUCCESS;
     bool isFirst = true;
     for (const std::string& path : options.files) {
-        FileReport report = inspectFile(path, options);
-        if (pictures != nullptr) writePictures(report, *pictures);
-        if (!options.dumpWav.empty() && report.error.empty()) writeWav(report, options);
+        FileReport report = makeReport(path, options.scope, pictures);
         if (!options.json && report.error.empty()) {
             if (!isFirst) std::cout << '\n';
             isFirst = false;
@@ -134,7 +59,7 @@ int inspectFiles(const Options& options, PictureFiles* pictures) {
 int run(const Options& options) {
     if (options.pictures.empty()) return inspectFiles(options, nullptr);
     try {
-        PictureFiles pictures(options.pictures, {options.force, options.files});
+        PictureFiles pictures(options.pictures, options.scope.outputs);
         return inspectFiles(options, &pictures);
     } catch (const FileError& error) {
         complain(error.what());

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 namespace inspect {
 namespace {
@@ -22,8 +23,10 @@ int64_t regularFileSize(const std::string& path) {
 
 }  // namespace
 
-InputFile::InputFile(const std::string& path) : mDescriptor(-1), mSize(regularFileSize(path)) {
-    mDescriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+InputFile::InputFile(std::string path)
+    : mPath(std::move(path)),
+      mSize(regularFileSize(mPath)),
+      mDescriptor(open(mPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
     if (mDescriptor < 0) throw FileError(std::strerror(errno));
 }
 

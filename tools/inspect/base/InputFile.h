@@ -19,19 +19,21 @@ public:
 class InputFile {
 public:
     // Throws a FileError for what is missing, unreadable, empty, or no regular file.
-    explicit InputFile(const std::string& path);
+    explicit InputFile(std::string path);
     ~InputFile();
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
 
+    const std::string& path() const { return mPath; }
     int64_t size() const { return mSize; }
 
     // The bytes read, fewer only at the end; negative for an error.
     int64_t readAt(int64_t offset, std::span<uint8_t> out) const;
 
 private:
+    std::string mPath;
+    int64_t mSize;
     int mDescriptor;
-    int64_t mSize = 0;
 };
 
 }  // namespace inspect

@@ -1,11 +1,11 @@
-// Setting up a pretended component.
+#include "inspect/callers/Component.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
 
-#include "inspect/callers/Component.h"
-#include "inspect/report/Report.h"
+#include "inspect/callers/Hooks.h"
+#include "inspect/records/Parameters.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/MediaCodecHelper.h"
 #include "zrcodecparser/MediaDefs.h"
@@ -67,9 +67,9 @@ struct ToMessage {
 };
 
 // Formats and messages have the same keys.
-sp<AMessage> makeMessage(const TrackReport& track, const GlueOptions& options) {
+sp<AMessage> makeMessage(const Entries& entries, const ComponentOptions& options) {
     const sp<AMessage> message = new AMessage;
-    for (const auto& [key, value] : track.entries) {
+    for (const auto& [key, value] : entries) {
         std::visit(ToMessage{*message, key.c_str()}, value);
     }
     for (const auto& [key, value] : options.keys) message->setInt32(key.c_str(), value);
@@ -129,9 +129,10 @@ using OnComponent = std::function<std::optional<status_t>(const sp<Component>&)>
 Call record(const char* name, const OnComponent& operation) {
     const sp<Component> zeros = new Component(0);
     const sp<Component> ones = new Component(0xFF);
-    const host::LogSink sink = host::setLogSink([](const host::LogLine&) {});
-    callLibrary(name, [&] { return operation(ones); });
-    host::setLogSink(sink);
+    {
+        const LogSink silence(LogSink::drop);
+        callLibrary(name, [&] { return operation(ones); });
+    }
     Call call = callLibrary(name, [&] { return operation(zeros); });
     call.parameters = explain(*zeros, *ones);
     return call;
@@ -152,12 +153,13 @@ Call configureVideo(const sp<AMessage>& format, const std::string& qualcomm) {
 
 }  // namespace
 
-std::vector<Call> setUpComponent(const TrackReport& track, const GlueOptions& options) {
+std::vector<Call> setUpComponent(const Stream& stream, const TrackFindings& track,
+                                 const ComponentOptions& options) {
     if (track.verdict.play != Play::kPlays && track.verdict.play != Play::kPlaysInSoftware) {
         return {{"none", "a track that does not play has no component", {}, {}}};
     }
-    const sp<AMessage> format = makeMessage(track, options);
-    const uint32_t codec = track.stream.codecType;
+    const sp<AMessage> format = makeMessage(track.entries, options);
+    const uint32_t codec = stream.codecType;
     // The MPEG-4 decoder may play DivX.
     const auto* mime = findValue<std::string>(track.entries, AMEDIAFORMAT_KEY_MIME);
     const bool isMpeg4 = mime != nullptr && *mime == ZRE_MEDIA_MIMETYPE_VIDEO_MPEG4;
@@ -166,8 +168,8 @@ std::vector<Call> setUpComponent(const TrackReport& track, const GlueOptions& op
         if (codec < each.firstCodec || codec > each.lastCodec || isMpeg4) continue;
         calls.push_back(record(each.name, [&](const auto& node) { return each(format, node); }));
     }
-    if (track.stream.kind == Kind::kVideo) {
-        calls.push_back(configureVideo(format, options.componentName));
+    if (stream.kind == Kind::kVideo) {
+        calls.push_back(configureVideo(format, options.name));
     }
     if (calls.empty()) return {{"none", "the library sets up nothing for this codec", {}, {}}};
     return calls;

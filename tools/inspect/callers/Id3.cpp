@@ -1,5 +1,6 @@
 #include "inspect/callers/Id3.h"
 
+#include "inspect/media/Id3Header.h"
 #include "zrcodecparser/ID3.h"
 
 namespace inspect {
@@ -65,19 +66,6 @@ void identify(Tag& tag, const ID3& id3, const InputFile& file, Bytes header) {
 }
 
 }  // namespace
-
-std::optional<ByteVector> readId3Header(const InputFile& file, int64_t offset) {
-    ByteVector bytes(kId3HeaderSize);
-    const int64_t count = file.readAt(offset, bytes);
-    if (count < 3 || bytes[0] != 'I' || bytes[1] != 'D' || bytes[2] != '3') return {};
-    return bytes;
-}
-
-std::optional<uint32_t> syncsafe(Bytes bytes) {
-    size_t value = 0;
-    if (!ID3::ParseSyncsafeInteger(bytes.data(), &value)) return {};
-    return static_cast<uint32_t>(value);
-}
 
 std::optional<Tag> readId3(const InputFile& file, bool mayBeAtTheEnd, const TagLibrary& library) {
     FileSource source(file);

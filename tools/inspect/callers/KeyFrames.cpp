@@ -1,11 +1,8 @@
 #include "inspect/callers/KeyFrames.h"
 
-#include <span>
-
 #include "inspect/base/Progress.h"
-#include "inspect/callers/LogSink.h"
-#include "inspect/media/ContainerMap.h"
-#include "inspect/media/OpenFile.h"
+#include "inspect/callers/Hooks.h"
+#include "inspect/media/Demuxer.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
@@ -65,10 +62,9 @@ private:
     KeyFrames mResult;
 };
 
-std::map<int, Track> openTracks(const MediaFile& file, AVFormatContext& context,
-                                bool isMarkedByContainer) {
+std::map<int, Track> openTracks(const MediaFile& file, const Demuxer& demuxer) {
     std::map<int, Track> tracks;
-    for (AVStream* stream : std::span(context.streams, context.nb_streams)) {
+    for (AVStream* stream : demuxer.streams()) {
         const auto index = static_cast<size_t>(stream->index);
         const bool isVideo =
                 index < file.streams.size() && file.streams[index].kind == Kind::kVideo;
@@ -76,8 +72,8 @@ std::map<int, Track> openTracks(const MediaFile& file, AVFormatContext& context,
             stream->discard = AVDISCARD_ALL;
             continue;
         }
-        tracks.emplace(stream->index,
-                       Track(*stream, file.streams[index].codecType, isMarkedByContainer));
+        tracks.emplace(stream->index, Track(*stream, file.streams[index].codecType,
+                                            file.container.hasWholeFrames));
     }
     return tracks;
 }
@@ -95,15 +91,15 @@ void readTracks(AVFormatContext& context, std::map<int, Track>& tracks, Progress
 
 }  // namespace
 
-std::map<int, KeyFrames> compareKeyFrames(const MediaFile& file) {
-    const bool hasMarks = containerOf(file).hasWholeFrames;
-    const OpenFile open(file.path, hasMarks ? Samples::kAsStored : Samples::kWhole);
-    const LogSink silence([](const host::LogLine&) {});  // each H.263 picture is logged
-    auto tracks = openTracks(file, open.context(), hasMarks);
+std::map<int, KeyFrames> compareKeyFrames(const OpenFile& open, const MediaFile& file) {
+    const bool hasMarks = file.container.hasWholeFrames;
+    const Demuxer demuxer(open, hasMarks ? Samples::kAsStored : Samples::kWhole);
+    const LogSink silence(LogSink::drop);  // each H.263 picture is logged
+    auto tracks = openTracks(file, demuxer);
     std::map<int, KeyFrames> results;
     if (tracks.empty()) return results;
     Progress progress(file.path, open.input().size());
-    readTracks(open.context(), tracks, progress);
+    readTracks(demuxer.context(), tracks, progress);
     for (const auto& [index, track] : tracks) results.emplace(index, track.result());
     return results;
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "inspect/media/MediaFile.h"
+#include "inspect/media/OpenFile.h"
 
 namespace inspect {
 
@@ -33,6 +34,6 @@ inline constexpr size_t kKeyFramesListed = 20;  // at most, in each list above
 
 // By the index of the stream. Reads the file to its end and shows on a terminal how far it is.
 // Throws a FileError for a file that can no longer be read.
-std::map<int, KeyFrames> compareKeyFrames(const MediaFile& file);
+std::map<int, KeyFrames> compareKeyFrames(const OpenFile& open, const MediaFile& file);
 
 }  // namespace inspect

@@ -1,9 +1,8 @@
-// The store of older parsers.
+#include "inspect/callers/OlderParsers.h"
 
 #include <array>
 
-#include "inspect/callers/Component.h"
-#include "inspect/report/Report.h"
+#include "zrcodecparser/MediaExtractorHelper.h"
 
 namespace inspect {
 namespace {
@@ -53,17 +52,17 @@ struct ToFormat {
 
 }  // namespace
 
-std::vector<Call> describeToOlderParsers(const TrackReport& track) {
+std::vector<Call> describeToOlderParsers(const Stream& stream, const Entries& entries) {
     const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
     const Format format;
-    for (const auto& [key, value] : track.entries) {
+    for (const auto& [key, value] : entries) {
         std::visit(ToFormat{format.get(), key.c_str()}, value);
     }
     const sp<MetaData> selected = new MetaData;
     sp<MetaData> converted = new MetaData;
     std::vector<Call> calls;
     calls.push_back(callLibrary("SupportCodecEx", [&] {
-        return helper->SupportCodecEx(static_cast<int>(track.stream.codecType), *selected);
+        return helper->SupportCodecEx(static_cast<int>(stream.codecType), *selected);
     }));
     calls.back().entries = entriesOf(*selected);
     calls.push_back(callLibrary("convertZRAMediaFormatToMeta", [&] {

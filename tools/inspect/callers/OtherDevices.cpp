@@ -4,6 +4,7 @@
 #include <array>
 
 #include "inspect/callers/Format.h"
+#include "inspect/callers/Hooks.h"
 #include "zrcodecparser/MediaDefs.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
@@ -86,12 +87,8 @@ constexpr auto kStreamMimes = std::to_array<const char*>({
 // Silent questions; the device and the log sink come back afterwards.
 class OtherDevice {
 public:
-    explicit OtherDevice(host::Device device)
-        : mDevice(std::move(device)), mSink(host::setLogSink([](const host::LogLine&) {})) {}
-    ~OtherDevice() {
-        host::setDevice(mDevice);
-        host::setLogSink(mSink);
-    }
+    explicit OtherDevice(host::Device device) : mDevice(std::move(device)) {}
+    ~OtherDevice() { host::setDevice(mDevice); }
     OtherDevice(const OtherDevice&) = delete;
     OtherDevice& operator=(const OtherDevice&) = delete;
 
@@ -106,7 +103,7 @@ public:
 
 private:
     host::Device mDevice;
-    host::LogSink mSink;
+    LogSink mSilence{LogSink::drop};
 };
 
 host::Device withDecoders(host::Device device, std::vector<std::string> decoders) {

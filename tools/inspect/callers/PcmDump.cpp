@@ -3,12 +3,11 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <span>
 
 #include "inspect/base/Progress.h"
-#include "inspect/callers/LogSink.h"
+#include "inspect/callers/Hooks.h"
 #include "inspect/callers/PcmFormat.h"
-#include "inspect/media/OpenFile.h"
+#include "inspect/media/Demuxer.h"
 #include "platform/Host.h"
 #include "zrcodecparser/WavDump.h"
 
@@ -22,20 +21,14 @@ constexpr uint64_t kHeaderBytes = 44;
 constexpr size_t kSampleBytes = 2;      // of those written
 constexpr size_t kBlockSamples = 1024;  // as decoders hand out
 
-TrackReport& firstPcmTrack(FileReport& report) {
-    std::string codecs;
-    for (TrackReport& track : report.tracks) {
-        if (isPcm(track.stream)) return track;
-        codecs += (codecs.empty() ? "" : ", ") + track.stream.codec;
+const PcmFormat& formatOf(const Stream& stream, const std::string& path) {
+    const PcmFormat* format = findPcmFormat(stream);
+    if (format == nullptr) {
+        const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
+        failOn(path, "cannot be dumped: " + whyNotTo16(stream, *helper));
     }
-    failOn(report.path, "has no track of linear PCM to dump, but: " + codecs);
-}
-
-const PcmFormat& formatOf(const TrackReport& track, const std::string& path) {
-    const PcmFormat* format = findPcmFormat(track.stream);
-    if (format == nullptr) failOn(path, "cannot be dumped: " + track.notes.back());
-    const uint64_t frameBytes = uint64_t{kSampleBytes} * track.stream.audio.channelCount;
-    const uint64_t byteRate = frameBytes * track.stream.audio.sampleRate;
+    const uint64_t frameBytes = uint64_t{kSampleBytes} * stream.audio.channelCount;
+    const uint64_t byteRate = frameBytes * stream.audio.sampleRate;
     if (byteRate == 0 || frameBytes > UINT16_MAX || byteRate > UINT32_MAX) {
         failOn(path, "cannot be dumped: no WAV header holds its rate and channels");
     }
@@ -99,12 +92,12 @@ private:
     uint64_t mCutBytes = 0;
 };
 
-void readPackets(const OpenFile& open, int index, const std::string& path, Dump& dump) {
-    AVFormatContext& context = open.context();
-    for (AVStream* stream : std::span(context.streams, context.nb_streams)) {
+void readPackets(const InputFile& input, const Demuxer& demuxer, int index, Dump& dump) {
+    AVFormatContext& context = demuxer.context();
+    for (AVStream* stream : demuxer.streams()) {
         if (stream->index != index) stream->discard = AVDISCARD_ALL;
     }
-    Progress progress(path, open.input().size());
+    Progress progress(input.path(), input.size());
     const LibAvPtr<AVPacket> packet(av_packet_alloc());
     int status = 0;
     while ((status = av_read_frame(&context, packet.get())) >= 0) {
@@ -114,29 +107,35 @@ void readPackets(const OpenFile& open, int index, const std::string& path, Dump&
         }
         av_packet_unref(packet.get());
     }
-    if (status != AVERROR_EOF) failOn(path, open.complaint(status));
+    if (status != AVERROR_EOF) failOn(input.path(), demuxer.complaint(status));
 }
 
 }  // namespace
 
-void dumpWav(const std::string& path, const OutputRules& rules, FileReport& report) {
-    TrackReport& track = firstPcmTrack(report);
-    const PcmFormat& format = formatOf(track, report.path);
+size_t firstPcmStream(const MediaFile& file) {
+    const auto found = std::ranges::find_if(file.streams, isPcm);
+    if (found != file.streams.end()) return static_cast<size_t>(found - file.streams.begin());
+    std::string codecs;
+    for (const Stream& stream : file.streams) {
+        codecs += (codecs.empty() ? "" : ", ") + stream.codec;
+    }
+    failOn(file.path, "has no track of linear PCM to dump, but: " + codecs);
+}
+
+PcmDump dumpPcm(const std::string& path, const OutputRules& rules, const OpenFile& open,
+                const Stream& stream, std::vector<host::LogLine>& log) {
+    const LogSink sink([&log](const host::LogLine& line) {  // each block is logged
+        const bool isNew = std::ranges::count(log, line.text, &host::LogLine::text) == 0;
+        if (isNew && log.size() < 50) log.push_back(line);
+    });
+    const PcmFormat& format = formatOf(stream, open.input().path());
     if (path.size() > kMaxNameBytes) failOn(path, "is too long a name");
-    const OpenFile open(report.path, Samples::kAsStored);
+    const Demuxer demuxer(open, Samples::kAsStored);
     close(createFile(path, rules));
 
-    const LogSink log([&track](const host::LogLine& line) {  // each block is logged
-        const bool isNew = std::ranges::count(track.log, line.text, &host::LogLine::text) == 0;
-        if (isNew && track.log.size() < 50) track.log.push_back(line);
-    });
-    Dump dump(path, format, track.stream.audio);
-    readPackets(open, track.stream.index, report.path, dump);
-    track.dump = {path, dump.frames()};
-    const uint64_t bytes = dump.cutBytes();
-    if (bytes == 0) return;
-    track.notes.push_back("not dumped: " + std::to_string(bytes) +
-                          (bytes == 1 ? " byte" : " bytes") + " of frames that are cut off");
+    Dump dump(path, format, stream.audio);
+    readPackets(open.input(), demuxer, stream.index, dump);
+    return {path, dump.frames(), dump.cutBytes()};
 }
 
 }  // namespace inspect

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "inspect/callers/PcmFormat.h"
-#include "inspect/media/ContainerMap.h"
 #include "platform/Log.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
@@ -102,27 +101,17 @@ std::string failureNote(status_t status, const std::vector<host::LogLine>& log, 
     return "codec data: status " + std::to_string(status) + (texts.empty() ? "" : ": ") + texts;
 }
 
-void setFileFormat(MediaExtractorHelper& helper, const MediaFile& file, AMediaFormat* format) {
-    const Container container = containerOf(file);
-    if (container.fileKind != 0) helper.setFileMeta(container.fileKind, format);
-    if (container.mime != nullptr) {
-        AMediaFormat_setString(format, AMEDIAFORMAT_KEY_MIME, container.mime);
-    }
-    if (file.durationUs) helper.setDuration(*file.durationUs, format);
-}
-
 }  // namespace
 
 Session::Session(host::Device device)
     : mDevice(std::move(device)),
-      mFormerSink(host::setLogSink([this](const host::LogLine& line) { mLog.push_back(line); })),
+      mSink([this](const host::LogLine& line) { mLog.push_back(line); }),
       mFormerHandler(host::setFatalHandler(throwFatal)) {
     host::setDevice(mDevice);
 }
 
 Session::~Session() {
     host::setFatalHandler(mFormerHandler);
-    host::setLogSink(mFormerSink);
     host::setDevice(host::typicalPhone());
 }
 
@@ -130,61 +119,52 @@ std::vector<host::LogLine> Session::takeLog() {
     return std::exchange(mLog, {});
 }
 
-FileReport Session::describe(const MediaFile& file) {
-    FileReport report{.path = file.path,
-                      .error = {},
-                      .outputErrors = {},
-                      .truncation = file.truncation,
-                      .format = file.format,
-                      .formatName = file.formatName,
-                      .entries = {},
-                      .tracks = {},
-                      .tags = {}};
-    const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
-    const Format format;
-    setFileFormat(*helper, file, format.get());
-    report.entries = format.entries();
-    const bool hasWholeFrames = containerOf(file).hasWholeFrames;
-    for (const Stream& stream : file.streams) {
-        report.tracks.push_back(describeTrack(*helper, stream, hasWholeFrames));
-    }
-    report.tags = readTags(file.path, file.format, {*helper, [this] { return takeLog(); }});
-    return report;
+Tags Session::readTags(const OpenFile& open) {
+    return inspect::readTags(open, {*mHelper, [this] { return takeLog(); }});
 }
 
-TrackReport Session::describeTrack(MediaExtractorHelper& helper, const Stream& stream,
-                                   bool hasWholeFrames) {
-    TrackReport report;
-    report.stream = stream;
-    if (stream.kind == Kind::kOther) return report;
+Entries Session::describeFile(const MediaFile& file) {
+    const Format format;
+    const Container& container = file.container;
+    if (container.fileKind != 0) mHelper->setFileMeta(container.fileKind, format.get());
+    if (container.mime != nullptr) {
+        AMediaFormat_setString(format.get(), AMEDIAFORMAT_KEY_MIME, container.mime);
+    }
+    if (file.durationUs) mHelper->setDuration(*file.durationUs, format.get());
+    return format.entries();
+}
+
+TrackFindings Session::describeTrack(const Stream& stream, bool hasWholeFrames) {
+    TrackFindings found;
+    if (stream.kind == Kind::kOther) return found;
 
     const Format format;
     TrackInfo info = trackInfo(stream, hasWholeFrames);
     try {
-        helper.setTrackMeta(&info, format.get(), !hasWholeFrames);
-        report.verdict = judge(stream, format.mime(), mLog, mDevice);
-        if (stream.durationUs) helper.setDuration(*stream.durationUs, format.get());
+        mHelper->setTrackMeta(&info, format.get(), !hasWholeFrames);
+        found.verdict = judge(stream, format.mime(), mLog, mDevice);
+        if (stream.durationUs) mHelper->setDuration(*stream.durationUs, format.get());
         if (stream.hasAdtsHeaders) {
             AMediaFormat_setInt32(format.get(), ZREAMEDIAFORMAT_KEY_ISADTS, 1);
         }
         const Entries before = format.entries();
         const size_t logged = mLog.size();
-        const status_t status = storeCodecData(helper, stream, info, format.get());
+        const status_t status = storeCodecData(*mHelper, stream, info, format.get());
         std::string note = failureNote(status, mLog, logged);
         if (status != OK && holdsUnchanged(format.entries(), stream.privateData)) {
             note += "; stored unchanged all the same";
         }
-        if (!note.empty()) report.notes.push_back(note);
-        report.codecData = describeCodecData(stream.codecType, before, format.entries());
+        if (!note.empty()) found.notes.push_back(note);
+        found.codecData = describeCodecData(stream.codecType, before, format.entries());
     } catch (const LibraryFatal& fatal) {
-        report.verdict = {Play::kEndsProcess, fatal.what()};
+        found.verdict = {Play::kEndsProcess, fatal.what()};
     }
     if (isPcm(stream) && findPcmFormat(stream) == nullptr) {
-        report.notes.push_back(whyNotTo16(stream, helper));
+        found.notes.push_back(whyNotTo16(stream, *mHelper));
     }
-    report.entries = format.entries();
-    report.log = takeLog();
-    return report;
+    found.entries = format.entries();
+    found.log = takeLog();
+    return found;
 }
 
 }  // namespace inspect

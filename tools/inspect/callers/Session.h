@@ -2,11 +2,28 @@
 
 #pragma once
 
-#include "inspect/report/Report.h"
-#include "platform/Host.h"
+#include <string>
+#include <vector>
+
+#include "inspect/callers/CodecData.h"
+#include "inspect/callers/Format.h"
+#include "inspect/callers/Hooks.h"
+#include "inspect/callers/Tags.h"
+#include "inspect/callers/Verdict.h"
+#include "inspect/media/MediaFile.h"
+#include "inspect/media/OpenFile.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
 namespace inspect {
+
+// What the library made of a track.
+struct TrackFindings {
+    Entries entries;
+    std::vector<CodecDatum> codecData;
+    Verdict verdict;
+    std::vector<std::string> notes;  // what went wrong beside the verdict
+    std::vector<host::LogLine> log;
+};
 
 // Owns the platform's device, log sink and fatal handler while it lives: one at a time.
 class Session {
@@ -16,19 +33,20 @@ public:
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    FileReport describe(const MediaFile& file);
+    Entries describeFile(const MediaFile& file);
+    // Nothing of a stream that is no track to the library.
+    TrackFindings describeTrack(const Stream& stream, bool hasWholeFrames);
+    Tags readTags(const OpenFile& open);
 
     // What the library has logged since the last call.
     std::vector<host::LogLine> takeLog();
 
 private:
-    TrackReport describeTrack(android::MediaExtractorHelper& helper, const Stream& stream,
-                              bool hasWholeFrames);
-
     host::Device mDevice;
     std::vector<host::LogLine> mLog;
-    host::LogSink mFormerSink;
+    LogSink mSink;
     host::FatalHandler mFormerHandler;
+    const android::sp<android::MediaExtractorHelper> mHelper = new android::MediaExtractorHelper;
 };
 
 }  // namespace inspect

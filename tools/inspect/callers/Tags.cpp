@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "inspect/callers/Hooks.h"
 #include "inspect/callers/Id3.h"
 #include "inspect/media/Comments.h"
 #include "platform/Log.h"
@@ -93,31 +94,16 @@ void TagLibrary::read(Tag& tag, const std::function<void(AMediaFormat*)>& fill) 
     }
 }
 
-Tags readTags(const std::string& path, std::string_view format, const TagLibrary& library) {
-    const auto row = std::ranges::find(kRows, format, &Row::format);
+Tags readTags(const OpenFile& open, const TagLibrary& library) {
+    const auto row = std::ranges::find(kRows, open.format(), &Row::format);
     const bool isKnown = row != kRows.end();
     const bool hasComments = isKnown && row->find != nullptr;
-    const InputFile file(path);
     Tags tags;
-    if (auto tag = readId3(file, isKnown && !hasComments, library)) tags.list.push_back(*tag);
-    if (hasComments) addComments(tags.list, row->find(file), library);
+    if (auto tag = readId3(open.input(), isKnown && !hasComments, library))
+        tags.list.push_back(*tag);
+    if (hasComments) addComments(tags.list, row->find(open.input()), library);
     tags.areLookedFor = isKnown || !tags.list.empty();
     return tags;
-}
-
-std::string faultBeforeMedia(const std::string& path) {
-    const InputFile file(path);
-    if (const auto header = readId3Header(file, 0)) {
-        const std::string fault = id3Fault(file, *header);
-        if (!fault.empty()) return "malformed ID3v2 tag: " + fault;
-    }
-    std::array<uint8_t, 4> magic{};
-    file.readAt(0, magic);
-    const std::string name(magic.begin(), magic.end());
-    CommentHeaders headers;
-    if (name == "OggS") headers = findOggComments(file);
-    if (name == "fLaC") headers = findFlacComments(file);
-    return headers.notes.empty() ? std::string() : headers.notes.front();
 }
 
 }  // namespace inspect

@@ -3,12 +3,12 @@
 #pragma once
 
 #include <functional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "inspect/base/Bytes.h"
 #include "inspect/callers/Format.h"
+#include "inspect/media/OpenFile.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
 namespace inspect {
@@ -32,11 +32,6 @@ struct Tags {
     std::vector<Tag> list;
 };
 
-// A fatal assertion of the library: on a device the process would have ended.
-struct LibraryFatal : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
 struct TagLibrary {
     android::MediaExtractorHelper& helper;
     std::function<std::vector<host::LogLine>()> takeLog;
@@ -46,11 +41,7 @@ struct TagLibrary {
 };
 
 // Finds the tags as a container parser does and lets the library read them: ID3 at the start of any
-// file, and at the end of MP3 and ADTS; the Vorbis comments of Ogg and FLAC. format is the
-// demuxer's name of the file's kind. Throws a FileError for a file that can no longer be read.
-Tags readTags(const std::string& path, std::string_view format, const TagLibrary& library);
-
-// What is wrong at the beginning of a file whose kind its first bytes tell; empty when nothing is.
-std::string faultBeforeMedia(const std::string& path);
+// file, and at the end of MP3 and ADTS; the Vorbis comments of Ogg and FLAC.
+Tags readTags(const OpenFile& open, const TagLibrary& library);
 
 }  // namespace inspect

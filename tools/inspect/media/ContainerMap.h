@@ -1,4 +1,4 @@
-// How a container parser names the kind of a file.
+// The kind of file that a container parser takes a file for.
 
 #pragma once
 
@@ -6,12 +6,7 @@
 
 namespace inspect {
 
-struct Container {
-    int fileKind = 0;             // an android::FileKind for setFileMeta; 0 = it has none
-    const char* mime = nullptr;   // what the parser then stores itself; null = there is none
-    bool hasWholeFrames = false;  // one video frame a sample, and key frames are marked
-};
-
+// From the demuxer's name, the brand and the streams.
 Container containerOf(const MediaFile& file);
 
 }  // namespace inspect

@@ -1,120 +1,49 @@
 #include "inspect/media/Demuxer.h"
 
 #include <algorithm>
-#include <array>
-#include <limits>
-#include <span>
-
-#include "inspect/media/CodecMap.h"
-#include "inspect/media/LibAv.h"
-#include "inspect/media/OpenFile.h"
-#include "inspect/media/PrivateData.h"
+#include <new>
 
 namespace inspect {
 namespace {
 
-template <typename T>
-T atLeastZero(int64_t value) {
-    const auto most = static_cast<int64_t>(std::numeric_limits<T>::max());
-    return static_cast<T>(std::clamp<int64_t>(value, 0, most));
+// Playlists and the like: only the file that was named is read.
+int refuseOtherFiles(AVFormatContext*, AVIOContext**, const char*, int, AVDictionary**) {
+    return AVERROR(EPERM);
 }
 
-std::optional<int64_t> toMicroseconds(int64_t time, AVRational base) {
-    if (time == AV_NOPTS_VALUE || time <= 0) return {};
-    return av_rescale_q(time, base, av_get_time_base_q());
-}
-
-uint32_t frameRateOf(AVFormatContext& context, AVStream& stream) {
-    const AVRational rate = av_guess_frame_rate(&context, &stream, nullptr);
-    if (rate.num <= 0 || rate.den <= 0) return 0;
-    return atLeastZero<uint32_t>((int64_t{rate.num} + rate.den / 2) / rate.den);
-}
-
-std::string tagOf(AVDictionary* dictionary, const char* key) {
-    const AVDictionaryEntry* entry = av_dict_get(dictionary, key, nullptr, 0);
-    return entry != nullptr ? entry->value : std::string();
-}
-
-// libavformat's name for the codec, or the four-character code of one that it does not know.
-std::string codecName(const AVCodecParameters& codec) {
-    if (codec.codec_id != AV_CODEC_ID_NONE || codec.codec_tag == 0) {
-        return avcodec_get_name(codec.codec_id);
-    }
-    std::array<char, AV_FOURCC_MAX_STRING_SIZE> text{};
-    return av_fourcc_make_string(text.data(), codec.codec_tag);
-}
-
-void readVideo(Stream& out, AVFormatContext& context, AVStream& stream) {
-    out.kind = Kind::kVideo;
-    out.video = {.width = atLeastZero<uint32_t>(stream.codecpar->width),
-                 .height = atLeastZero<uint32_t>(stream.codecpar->height),
-                 .frameRate = frameRateOf(context, stream)};
-}
-
-void readAudio(Stream& out, const AVCodecParameters& codec) {
-    const int bits =
-            codec.bits_per_raw_sample > 0 ? codec.bits_per_raw_sample : codec.bits_per_coded_sample;
-    out.kind = Kind::kAudio;
-    out.audio.channelCount = atLeastZero<uint32_t>(codec.ch_layout.nb_channels);
-    out.audio.sampleRate = atLeastZero<uint32_t>(codec.sample_rate);
-    out.audio.bitsPerSample = atLeastZero<uint32_t>(bits);
-    out.audio.blockAlign = atLeastZero<uint16_t>(codec.block_align);
-}
-
-void readText(Stream& out, const AVCodecParameters& codec) {
-    const AVCodecDescriptor* descriptor = avcodec_descriptor_get(codec.codec_id);
-    out.kind = Kind::kText;
-    out.text.isBitmap =
-            descriptor != nullptr && (descriptor->props & AV_CODEC_PROP_BITMAP_SUB) != 0;
-    out.text.isUnsupportedBitmap = codec.codec_id != AV_CODEC_ID_XSUB;
-}
-
-Stream readStream(AVFormatContext& context, AVStream& stream) {
-    const AVCodecParameters& codec = *stream.codecpar;
-    Stream out;
-    out.index = stream.index;
-    out.codec = codecName(codec);
-    out.codecType = codecTypeOf(stream);
-    out.bitRate = atLeastZero<uint32_t>(codec.bit_rate);
-    out.language = tagOf(stream.metadata, "language");
-    out.durationUs = toMicroseconds(stream.duration, stream.time_base);
-    if (codec.extradata_size > 0) {
-        out.privateData.assign(codec.extradata, codec.extradata + codec.extradata_size);
-    }
-    if ((stream.disposition & AV_DISPOSITION_ATTACHED_PIC) != 0) {
-        out.codec = "cover picture, " + out.codec;
-        return out;
-    }
+bool isKnown(const AVCodecParameters& codec) {
     switch (codec.codec_type) {
-        case AVMEDIA_TYPE_VIDEO: readVideo(out, context, stream); break;
-        case AVMEDIA_TYPE_AUDIO: readAudio(out, codec); break;
-        case AVMEDIA_TYPE_SUBTITLE: readText(out, codec); break;
-        default: break;
+        case AVMEDIA_TYPE_VIDEO: return codec.width > 0;
+        case AVMEDIA_TYPE_AUDIO: return codec.sample_rate > 0;
+        default: return true;
     }
-    return out;
+}
+
+std::string whyUnreadable(int status, const std::optional<std::string>& truncation,
+                          const LibAvSilence& silence) {
+    const std::string truncated = "is truncated: ";
+    if (status == AVERROR_EOF && !truncation) return truncated + "it ends inside its headers";
+    const std::string why = status < 0 ? silence.complaint(status) : "no track can be read";
+    return truncation ? truncated + *truncation + "; " + why : why;
 }
 
 }  // namespace
 
-MediaFile readMediaFile(const std::string& path) {
-    const OpenFile open(path, Samples::kWhole);
-    AVFormatContext& context = open.context();
-    MediaFile file;
-    file.path = path;
-    file.format = open.format();
-    file.formatName = open.formatName();
-    file.truncation = open.truncation();
-    file.majorBrand = tagOf(context.metadata, "major_brand");
-    file.durationUs = toMicroseconds(context.duration, av_get_time_base_q());
-    for (AVStream* each : std::span(context.streams, context.nb_streams)) {
-        file.streams.push_back(readStream(context, *each));
-    }
-    completeFromPackets(context, file.streams);
-    for (Stream& each : file.streams) {
-        adaptPrivateData(each);
-        if (!each.durationUs) each.durationUs = file.durationUs;
-    }
-    return file;
+Demuxer::Demuxer(const OpenFile& file, Samples samples) : mStream(file.input()) {
+    AVFormatContext* context = avformat_alloc_context();
+    if (context == nullptr) throw std::bad_alloc();
+    context->pb = mStream.get();
+    context->io_open = refuseOtherFiles;
+    if (samples == Samples::kAsStored) context->flags |= AVFMT_FLAG_NOPARSE;
+    const char* path = file.input().path().c_str();
+    int status = avformat_open_input(&context, path, &file.demuxer(), nullptr);
+    mContext.reset(status < 0 ? nullptr : context);
+    if (status >= 0) status = avformat_find_stream_info(context, nullptr);
+    const auto isStreamKnown = [](const AVStream* each) { return isKnown(*each->codecpar); };
+    if (status >= 0 && std::ranges::any_of(streams(), isStreamKnown)) return;
+
+    if (!file.isSure()) throw FileError(kNotMedia);
+    throw FileError(whyUnreadable(status, file.truncation(), mSilence));
 }
 
 }  // namespace inspect

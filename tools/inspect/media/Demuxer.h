@@ -1,15 +1,35 @@
-// Opens a file as a container parser would.
+// The demuxer at work on an open file.
 
 #pragma once
 
+#include <optional>
+#include <span>
 #include <string>
 
-#include "inspect/media/MediaFile.h"
+#include "inspect/media/LibAv.h"
+#include "inspect/media/OpenFile.h"
 
 namespace inspect {
 
-// Throws a FileError for a file that cannot be read or holds no media. A file that ends too early
-// is described as far as it goes, with what is missing in truncation.
-MediaFile readMediaFile(const std::string& path);
+enum class Samples {
+    kWhole,     // parsed into whole frames, whose kind the demuxer looks up where need be
+    kAsStored,  // as the container cuts and marks them
+};
+
+// One at a time, since libav's messages have one way out of the process.
+class Demuxer {
+public:
+    // Throws a FileError for a file whose tracks cannot be read.
+    Demuxer(const OpenFile& file, Samples samples);
+
+    AVFormatContext& context() const { return *mContext; }
+    std::span<AVStream*> streams() const { return {mContext->streams, mContext->nb_streams}; }
+    std::string complaint(int status) const { return mSilence.complaint(status); }
+
+private:
+    LibAvSilence mSilence;
+    FileStream mStream;
+    LibAvPtr<AVFormatContext> mContext;
+};
 
 }  // namespace inspect

@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "inspect/callers/Id3.h"
 #include "inspect/media/Comments.h"
+#include "inspect/media/Id3Header.h"
 
 namespace inspect {
 namespace {

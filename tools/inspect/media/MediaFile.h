@@ -1,4 +1,4 @@
-// What the demuxer found out about a file, free of the demuxer's own types.
+// What a container parser finds out about a file, free of the demuxer's own types.
 
 #pragma once
 
@@ -45,14 +45,28 @@ struct Stream {
     } text;
 };
 
+// How a container parser names the kind of a file.
+struct Container {
+    int fileKind = 0;             // an android::FileKind for setFileMeta; 0 = it has none
+    const char* mime = nullptr;   // what the parser then stores itself; null = there is none
+    bool hasWholeFrames = false;  // one video frame a sample, and key frames are marked
+};
+
 struct MediaFile {
     std::string path;
     std::string format;      // the demuxer's name, the first where it has several
     std::string formatName;  // the same in words
     std::string majorBrand;  // of the ISO base media family
+    Container container;
     std::optional<int64_t> durationUs;
     std::optional<std::string> truncation;  // what is missing at the end
     std::vector<Stream> streams;
 };
+
+class OpenFile;
+
+// Throws a FileError for a file whose tracks cannot be read. One that ends too early is described
+// as far as it goes, with what is missing in truncation.
+MediaFile readMediaFile(const OpenFile& open);
 
 }  // namespace inspect

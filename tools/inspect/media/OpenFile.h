@@ -1,4 +1,4 @@
-// A media file with the demuxer at work on it.
+// A file that is open and known to be media; everybody reads it through this.
 
 #pragma once
 
@@ -10,31 +10,32 @@
 
 namespace inspect {
 
-enum class Samples {
-    kWhole,     // parsed into whole frames, whose kind the demuxer looks up where need be
-    kAsStored,  // as the container cuts and marks them
-};
-
 class OpenFile {
 public:
-    // Throws a FileError for a file that cannot be read or holds no media.
-    OpenFile(const std::string& path, Samples samples);
+    // Finds out what the file is, which stays open elsewhere. Throws a FileError when it is no
+    // media file.
+    explicit OpenFile(const InputFile& input);
 
-    AVFormatContext& context() const { return *mContext; }
     const InputFile& input() const { return mInput; }
+    const AVInputFormat& demuxer() const { return *mDemuxer; }
+    bool isSure() const { return mIsSure; }  // from the content alone, without the file's name
     const std::string& format() const { return mFormat; }          // see MediaFile
     const std::string& formatName() const { return mFormatName; }  // see MediaFile
     const std::optional<std::string>& truncation() const { return mTruncation; }
-    std::string complaint(int status) const { return mSilence.complaint(status); }
 
 private:
-    LibAvSilence mSilence;
-    InputFile mInput;
-    FileStream mStream;
+    const InputFile& mInput;
+    const AVInputFormat* mDemuxer = nullptr;
+    bool mIsSure = false;
     std::string mFormat;
     std::string mFormatName;
     std::optional<std::string> mTruncation;
-    LibAvPtr<AVFormatContext> mContext;
 };
+
+inline constexpr const char* kNotMedia = "is not a media file";
+
+// What is wrong at the beginning of a file whose kind its first bytes tell, over which a demuxer
+// may stumble; empty when nothing is.
+std::string faultBeforeMedia(const InputFile& file);
 
 }  // namespace inspect

@@ -2,26 +2,11 @@
 
 #pragma once
 
-#include <cstdint>
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "inspect/base/Bytes.h"
-#include "inspect/callers/Format.h"
 
 namespace inspect {
-
-struct CodecDatum {
-    std::string key;
-    std::optional<size_t> sizeBytes;  // of a buffer; a number has none
-    std::string words;
-};
-
-// Every buffer in a track's format; the numbers that the codec data operation added where it added
-// no buffer. before and after are the format around that operation.
-std::vector<CodecDatum> describeCodecData(uint32_t codecType, const Entries& before,
-                                          const Entries& after);
 
 // One kind of codec data each. The bytes may hold anything; what cannot be read is said to be so.
 std::string describeAvcRecord(Bytes data);          // ISO/IEC 14496-15 5.3.3.1.2

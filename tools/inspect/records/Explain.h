@@ -1,25 +1,10 @@
-// Codec data byte by byte.
+// The readers of records.
 
 #pragma once
-
-#include <string>
-#include <vector>
 
 #include "inspect/records/Annotator.h"
 
 namespace inspect {
-
-struct TrackReport;
-
-struct Explanation {
-    std::string key;  // of the format; "private data" for what the library only reads numbers from
-    size_t sizeBytes = 0;
-    std::vector<Row> rows;
-};
-
-// Every buffer in a track's format, by key; where the library stored numbers instead, the private
-// data that it took them from.
-std::vector<Explanation> explainCodecData(const TrackReport& track);
 
 // One family of records each. They read what there is of a record, whatever it holds.
 void explainAvcRecord(Annotator& out);          // ISO/IEC 14496-15 5.3.3.1.2

@@ -1,10 +1,9 @@
-// The structures of parameters.
+#include "inspect/records/Parameters.h"
 
 #include <algorithm>
 #include <array>
 #include <string_view>
 
-#include "inspect/callers/Component.h"
 #include "platform/Omx.h"
 
 namespace inspect {

@@ -4,7 +4,7 @@
 
 #include <ostream>
 
-#include "inspect/records/Explain.h"
+#include "inspect/records/Explanation.h"
 #include "inspect/report/TextLayout.h"
 
 namespace inspect {

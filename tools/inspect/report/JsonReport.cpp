@@ -124,17 +124,17 @@ Json trackToJson(const TrackReport& track) {
                  {"codec", track.stream.codec}};
     if (track.stream.kind == Kind::kOther) return json;
     json["codecType"] = track.stream.codecType;
-    json["mime"] = mimeToJson(track.entries);
-    json["verdict"] = toString(track.verdict.play);
-    json["reason"] = textOrNull(track.verdict.reason);
-    json["notes"] = track.notes;
+    json["mime"] = mimeToJson(track.found.entries);
+    json["verdict"] = toString(track.found.verdict.play);
+    json["reason"] = textOrNull(track.found.verdict.reason);
+    json["notes"] = track.found.notes;
     const PcmFormat* pcm = findPcmFormat(track.stream);
     if (isPcm(track.stream))
         json["conversionTo16"] = pcm != nullptr ? Json(pcm->conversion) : Json();
     if (track.dump) json["dump"] = {{"path", track.dump->path}, {"frames", track.dump->frames}};
-    json["codecData"] = codecDataToJson(track.codecData);
-    json["keys"] = keysToJson(track.entries);
-    json["log"] = logToJson(track.log);
+    json["codecData"] = codecDataToJson(track.found.codecData);
+    json["keys"] = keysToJson(track.found.entries);
+    json["log"] = logToJson(track.found.log);
     if (!track.explanations.empty()) json["explanations"] = explanationsToJson(track.explanations);
     if (track.keyFrames) json["keyFrames"] = keyFramesToJson(*track.keyFrames);
     if (!track.component.empty()) json["component"] = callsToJson(track.component);

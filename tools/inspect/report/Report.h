@@ -1,4 +1,4 @@
-// What the library made of a file: all that there is to print.
+// What is to be said about a file.
 
 #pragma once
 
@@ -7,33 +7,33 @@
 #include <vector>
 
 #include "inspect/callers/Component.h"
-#include "inspect/callers/Format.h"
 #include "inspect/callers/KeyFrames.h"
-#include "inspect/callers/Tags.h"
-#include "inspect/callers/Verdict.h"
-#include "inspect/media/MediaFile.h"
-#include "inspect/records/Describe.h"
-#include "inspect/records/Explain.h"
+#include "inspect/callers/PcmDump.h"
+#include "inspect/callers/Pictures.h"
+#include "inspect/callers/Session.h"
 
 namespace inspect {
 
-struct WavFile {
-    std::string path;
-    uint64_t frames;
+// What a report looks at.
+struct Scope {
+    host::Device device = host::typicalPhone();
+    bool explain = false;    // codec data byte by byte
+    bool frames = false;     // key frames
+    bool component = false;  // what a component is sent
+    bool legacy = false;     // what older parsers get
+    ComponentOptions componentOptions;
+    std::string dumpWav;  // the file to write samples to; empty = none
+    OutputRules outputs;
 };
 
 struct TrackReport {
     Stream stream;
-    Entries entries;
-    std::vector<CodecDatum> codecData;
-    std::optional<WavFile> dump;  // of PCM, when asked for
-    Verdict verdict;
-    std::vector<std::string> notes;  // what went wrong beside the verdict
-    std::vector<host::LogLine> log;
-    std::vector<Explanation> explanations;  // when asked for
-    std::optional<KeyFrames> keyFrames;     // of a video track, when asked for
-    std::vector<Call> component;            // when asked for
-    std::vector<Call> legacy;               // when asked for
+    TrackFindings found;
+    std::optional<PcmDump> dump;
+    std::vector<Explanation> explanations;
+    std::optional<KeyFrames> keyFrames;  // of a video track
+    std::vector<Call> component;
+    std::vector<Call> legacy;
 };
 
 struct FileReport {
@@ -47,5 +47,8 @@ struct FileReport {
     std::vector<TrackReport> tracks;  // also what is no track to the library: Kind::kOther
     Tags tags;
 };
+
+// pictures: takes those of the tags; null = they are not written.
+FileReport makeReport(const std::string& path, const Scope& scope, PictureFiles* pictures);
 
 }  // namespace inspect

@@ -5,6 +5,7 @@
 
 #include "inspect/base/Bytes.h"
 #include "inspect/callers/PcmFormat.h"
+#include "inspect/report/CallsText.h"
 #include "inspect/report/ExplainText.h"
 #include "inspect/report/KeyFramesText.h"
 #include "inspect/report/TagText.h"
@@ -33,7 +34,7 @@ std::string mimeOf(const Entries& entries) {
 class Facts {
 public:
     explicit Facts(const TrackReport& track)
-        : mEntries(track.entries), mText(printable(track.stream.codec)) {
+        : mEntries(track.found.entries), mText(printable(track.stream.codec)) {
         const int32_t width = number(AMEDIAFORMAT_KEY_WIDTH);
         const int32_t height = number(AMEDIAFORMAT_KEY_HEIGHT);
         if (width > 0) add(std::to_string(width) + "x" + std::to_string(height));
@@ -115,8 +116,8 @@ void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
         out << printable(track.stream.codec) << ": not a track to the library\n";
         return;
     }
-    out << paint(style, kBold, padded(mimeOf(track.entries), mimeWidth)) << "  "
-        << verdictText(track.verdict, style) << '\n'
+    out << paint(style, kBold, padded(mimeOf(track.found.entries), mimeWidth)) << "  "
+        << verdictText(track.found.verdict, style) << '\n'
         << kIndent << Facts(track).text() << '\n';
     if (const PcmFormat* pcm = findPcmFormat(track.stream)) {
         out << kIndent << "conversion to 16 bits: " << pcm->conversion << '\n';
@@ -125,16 +126,16 @@ void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
         out << kIndent << "dumped " << track.dump->frames << " frames -> "
             << printable(track.dump->path) << '\n';
     }
-    printCodecData(out, track.codecData);
-    for (const std::string& note : track.notes) {
+    printCodecData(out, track.found.codecData);
+    for (const std::string& note : track.found.notes) {
         out << kIndent << paint(style, kYellow, printable(note)) << '\n';
     }
     if (track.keyFrames) printKeyFrames(out, *track.keyFrames);
     for (const Explanation& each : track.explanations) printExplanation(out, each, style);
     printCalls(out, "component", track.component, style);
     printCalls(out, "older parsers", track.legacy, style);
-    if (style.keys) printKeys(out, track.entries, kIndent);
-    if (style.log) printLog(out, track.log, style);
+    if (style.keys) printKeys(out, track.found.entries, kIndent);
+    if (style.log) printLog(out, track.found.log, style);
 }
 
 }  // namespace
@@ -154,7 +155,7 @@ void printText(std::ostream& out, const FileReport& report, const TextStyle& sty
     size_t mimeWidth = 0;
     for (const TrackReport& track : report.tracks) {
         if (track.stream.kind == Kind::kOther) continue;
-        mimeWidth = std::max(mimeWidth, mimeOf(track.entries).size());
+        mimeWidth = std::max(mimeWidth, mimeOf(track.found.entries).size());
     }
     for (const TrackReport& track : report.tracks) printTrack(out, track, mimeWidth, style);
     printTags(out, report.tags, style);

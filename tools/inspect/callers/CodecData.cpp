@@ -1,4 +1,4 @@
-#include "inspect/records/Describe.h"
+#include "inspect/callers/CodecData.h"
 
 #include <algorithm>
 
@@ -27,6 +27,12 @@ std::string describeNumber(std::string_view key, int32_t value) {
     return key.starts_with("wma-") ? hexNumber(value) : std::to_string(value);
 }
 
+Explanation explain(uint32_t codecType, std::string_view key, Bytes record) {
+    Annotator out(record);
+    recordKind(codecType, key).explain(out);
+    return {.key = std::string(key), .sizeBytes = record.size(), .rows = out.finish()};
+}
+
 }  // namespace
 
 std::vector<CodecDatum> describeCodecData(uint32_t codecType, const Entries& before,
@@ -45,6 +51,22 @@ std::vector<CodecDatum> describeCodecData(uint32_t codecType, const Entries& bef
         data.push_back({key, {}, describeNumber(key, *number)});
     }
     return data;
+}
+
+std::vector<Explanation> explainCodecData(const Stream& stream, const Entries& entries,
+                                          const std::vector<CodecDatum>& codecData) {
+    std::vector<Explanation> explanations;
+    for (const auto& [key, value] : entries) {
+        if (const auto* bytes = std::get_if<ByteVector>(&value)) {
+            explanations.push_back(explain(stream.codecType, key, *bytes));
+        }
+    }
+    std::ranges::sort(explanations, {}, &Explanation::key);
+    const bool hasNumbers = explanations.empty() && !codecData.empty();
+    if (hasNumbers && !stream.privateData.empty()) {
+        explanations.push_back(explain(stream.codecType, kPrivateData, stream.privateData));
+    }
+    return explanations;
 }
 
 }  // namespace inspect

@@ -1,8 +1,10 @@
+#include "inspect/media/Id3Header.h"
+
 #include <algorithm>
 #include <array>
 
 #include "inspect/base/Utf8.h"
-#include "inspect/callers/Id3.h"
+#include "zrcodecparser/ID3.h"
 
 namespace inspect {
 namespace {
@@ -55,6 +57,19 @@ std::string frameFault(const InputFile& file, int64_t offset, int64_t end) {
 }
 
 }  // namespace
+
+std::optional<ByteVector> readId3Header(const InputFile& file, int64_t offset) {
+    ByteVector bytes(kId3HeaderSize);
+    const int64_t count = file.readAt(offset, bytes);
+    if (count < 3 || bytes[0] != 'I' || bytes[1] != 'D' || bytes[2] != '3') return {};
+    return bytes;
+}
+
+std::optional<uint32_t> syncsafe(Bytes bytes) {
+    size_t value = 0;
+    if (!android::ID3::ParseSyncsafeInteger(bytes.data(), &value)) return {};
+    return static_cast<uint32_t>(value);
+}
 
 std::string id3Fault(const InputFile& file, Bytes header) {
     if (std::string fault = headerFault(header, file.size()); !fault.empty()) return fault;

@@ -1,0 +1,26 @@
+// Operations of the library's and what came of them.
+
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "inspect/callers/Format.h"
+#include "inspect/records/Explanation.h"
+
+namespace inspect {
+
+struct Call {
+    std::string operation;
+    std::string result;                   // in words; empty for an operation without a status
+    std::vector<Explanation> parameters;  // that a component received
+    Entries entries;                      // of metadata, by four-character code
+};
+
+// Wants a fatal handler that throws a LibraryFatal.
+Call callLibrary(const char* name, const std::function<std::optional<int32_t>()>& operation);
+
+}  // namespace inspect

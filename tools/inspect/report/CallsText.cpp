@@ -1,0 +1,26 @@
+#include "inspect/report/CallsText.h"
+
+#include "inspect/report/ExplainText.h"
+#include "inspect/report/TextEntries.h"
+
+namespace inspect {
+
+void printCalls(std::ostream& out, const char* heading, const std::vector<Call>& calls,
+                const TextStyle& style) {
+    for (const Call& call : calls) {
+        out << kIndent << heading << "  " << call.operation << (call.result.empty() ? "" : ": ")
+            << printable(call.result) << '\n';
+        for (const Explanation& each : call.parameters) printExplanation(out, each, style);
+        for (const auto& entry : call.entries) {
+            const auto* bytes = std::get_if<ByteVector>(&entry.value);
+            if (bytes == nullptr) {
+                printKeys(out, {entry}, std::string(kIndent) + "  ");
+            } else {
+                out << kIndent << "  " << entry.key << "  buffer  " << bytes->size() << " bytes, "
+                    << shortHex(*bytes) << '\n';
+            }
+        }
+    }
+}
+
+}  // namespace inspect
