@@ -9,15 +9,15 @@
 #include <vector>
 
 #include "inspect/callers/Format.h"
-#include "inspect/records/Explanation.h"
+#include "inspect/records/Record.h"
 
 namespace inspect {
 
 struct Call {
     std::string operation;
-    std::string result;                   // in words; empty for an operation without a status
-    std::vector<Explanation> parameters;  // that a component received
-    Entries entries;                      // of metadata, by four-character code
+    std::string result;              // in words; empty for an operation without a status
+    std::vector<Record> parameters;  // that a component received
+    Entries entries;                 // of metadata, by four-character code
 };
 
 // Wants a fatal handler that throws a LibraryFatal.

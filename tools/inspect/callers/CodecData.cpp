@@ -27,12 +27,6 @@ std::string describeNumber(std::string_view key, int32_t value) {
     return key.starts_with("wma-") ? hexNumber(value) : std::to_string(value);
 }
 
-Explanation explain(uint32_t codecType, std::string_view key, Bytes record) {
-    Annotator out(record);
-    recordKind(codecType, key).explain(out);
-    return {.key = std::string(key), .sizeBytes = record.size(), .rows = out.finish()};
-}
-
 }  // namespace
 
 std::vector<CodecDatum> describeCodecData(uint32_t codecType, const Entries& before,
@@ -40,7 +34,8 @@ std::vector<CodecDatum> describeCodecData(uint32_t codecType, const Entries& bef
     std::vector<CodecDatum> data;
     for (const auto& [key, value] : after) {
         if (const auto* bytes = std::get_if<ByteVector>(&value)) {
-            data.push_back({key, bytes->size(), recordKind(codecType, key).describe(*bytes)});
+            data.push_back(
+                    {key, bytes->size(), summarise(codecType, readRecord(codecType, key, *bytes))});
         }
     }
     std::ranges::sort(data, {}, &CodecDatum::key);
@@ -53,18 +48,18 @@ std::vector<CodecDatum> describeCodecData(uint32_t codecType, const Entries& bef
     return data;
 }
 
-std::vector<Explanation> explainCodecData(const Stream& stream, const Entries& entries,
-                                          const std::vector<CodecDatum>& codecData) {
-    std::vector<Explanation> explanations;
+std::vector<Record> explainCodecData(const Stream& stream, const Entries& entries,
+                                     const std::vector<CodecDatum>& codecData) {
+    std::vector<Record> explanations;
     for (const auto& [key, value] : entries) {
         if (const auto* bytes = std::get_if<ByteVector>(&value)) {
-            explanations.push_back(explain(stream.codecType, key, *bytes));
+            explanations.push_back(readRecord(stream.codecType, key, *bytes));
         }
     }
-    std::ranges::sort(explanations, {}, &Explanation::key);
+    std::ranges::sort(explanations, {}, &Record::key);
     const bool hasNumbers = explanations.empty() && !codecData.empty();
     if (hasNumbers && !stream.privateData.empty()) {
-        explanations.push_back(explain(stream.codecType, kPrivateData, stream.privateData));
+        explanations.push_back(readRecord(stream.codecType, kPrivateData, stream.privateData));
     }
     return explanations;
 }

@@ -9,7 +9,7 @@
 
 #include "inspect/callers/Format.h"
 #include "inspect/media/MediaFile.h"
-#include "inspect/records/Explanation.h"
+#include "inspect/records/Record.h"
 
 namespace inspect {
 
@@ -26,7 +26,7 @@ std::vector<CodecDatum> describeCodecData(uint32_t codecType, const Entries& bef
 
 // Every buffer in a track's format byte by byte, by key; where the library stored numbers instead,
 // the private data that it took them from.
-std::vector<Explanation> explainCodecData(const Stream& stream, const Entries& entries,
-                                          const std::vector<CodecDatum>& codecData);
+std::vector<Record> explainCodecData(const Stream& stream, const Entries& entries,
+                                     const std::vector<CodecDatum>& codecData);
 
 }  // namespace inspect

@@ -110,12 +110,12 @@ constexpr auto kOperations = std::to_array<Operation>({
 // clang-format on
 
 // Bytes that go with the component's answers are its own.
-std::vector<Explanation> explain(const Component& zeros, const Component& ones) {
-    std::vector<Explanation> all;
+std::vector<Record> explain(const Component& zeros, const Component& ones) {
+    std::vector<Record> all;
     for (size_t i = 0; i < zeros.received().size(); i++) {
         const auto& [index, bytes] = zeros.received()[i];
         const ByteVector& others = ones.received()[i].bytes;
-        all.push_back(explainParameter(index, zeros.askedFor(), bytes));
+        all.push_back(readParameter(index, zeros.askedFor(), bytes));
         for (Row& row : all.back().rows) {
             const bool isOwn = !row.bytes.empty() && others[row.offset] != row.bytes.front();
             if (isOwn) row.value = "as the component returned it";
@@ -126,7 +126,7 @@ std::vector<Explanation> explain(const Component& zeros, const Component& ones) 
 
 using OnComponent = std::function<std::optional<status_t>(const sp<Component>&)>;
 
-Call record(const char* name, const OnComponent& operation) {
+Call takeDown(const char* name, const OnComponent& operation) {
     const sp<Component> zeros = new Component(0);
     const sp<Component> ones = new Component(0xFF);
     {
@@ -141,14 +141,14 @@ Call record(const char* name, const OnComponent& operation) {
 // These have no status.
 Call configureVideo(const sp<AMessage>& format, const std::string& qualcomm) {
     const bool isOther = qualcomm.empty();
-    return record(isOther ? "configureFramePackingFormat" : "configureQCOMVideoDecoder",
-                  [&](const sp<Component>& node) {
-                      if (isOther)
-                          Helper::configureFramePackingFormat(format, node);
-                      else
-                          Helper::configureQCOMVideoDecoder(format, node, 0, qualcomm.c_str());
-                      return std::nullopt;
-                  });
+    return takeDown(isOther ? "configureFramePackingFormat" : "configureQCOMVideoDecoder",
+                    [&](const sp<Component>& node) {
+                        if (isOther)
+                            Helper::configureFramePackingFormat(format, node);
+                        else
+                            Helper::configureQCOMVideoDecoder(format, node, 0, qualcomm.c_str());
+                        return std::nullopt;
+                    });
 }
 
 }  // namespace
@@ -166,7 +166,7 @@ std::vector<Call> setUpComponent(const Stream& stream, const TrackFindings& trac
     std::vector<Call> calls;
     for (const Operation& each : kOperations) {
         if (codec < each.firstCodec || codec > each.lastCodec || isMpeg4) continue;
-        calls.push_back(record(each.name, [&](const auto& node) { return each(format, node); }));
+        calls.push_back(takeDown(each.name, [&](const auto& node) { return each(format, node); }));
     }
     if (stream.kind == Kind::kVideo) {
         calls.push_back(configureVideo(format, options.name));

@@ -11,6 +11,10 @@ std::string byteCount(uint64_t count) {
 
 }  // namespace
 
+bool Row::holds(std::string_view text) const {
+    return std::ranges::equal(bytes, text, {}, {}, [](char c) { return static_cast<uint8_t>(c); });
+}
+
 Annotator::Annotator(Bytes record) : mRecord(record), mParts{{.end = record.size()}} {}
 
 Bytes Annotator::ahead() const {
@@ -37,7 +41,9 @@ Row& Annotator::add(size_t offset, Bytes bytes, const std::string& name) {
                      .bits = 0,
                      .depth = mDepth,
                      .name = name,
-                     .value = {}});
+                     .value = {},
+                     .number = {},
+                     .words = {}});
     return mRows.back();
 }
 
@@ -52,7 +58,7 @@ Bytes Annotator::read(const std::string& name, uint64_t sizeBytes) {
 uint64_t Annotator::big(const std::string& name, size_t sizeBytes) {
     uint64_t value = 0;
     for (const uint8_t byte : read(name, sizeBytes)) value = value << 8 | byte;
-    say(std::to_string(value));
+    show(value);
     return ok() ? value : 0;
 }
 
@@ -63,7 +69,7 @@ uint64_t Annotator::little(const std::string& name, size_t sizeBytes) {
         value |= uint64_t{byte} << shift;
         shift += 8;
     }
-    say(std::to_string(value));
+    show(value);
     return ok() ? value : 0;
 }
 
@@ -92,16 +98,59 @@ void Annotator::readPacked(std::span<const BitField> fields, std::span<uint64_t>
         if (i > 0) add(offset, {}, fields[i].name);
         bits -= fields[i].bits;
         values[i] = number >> bits & (~uint64_t{0} >> (64 - fields[i].bits));
-        mRows.back().bits = fields[i].bits;
-        say(std::to_string(values[i]));
-        if (fields[i].words != nullptr) say(fields[i].words(static_cast<unsigned>(values[i])));
+        show(fields[i], values[i]);
     }
+}
+
+void Annotator::show(const BitField& field, uint64_t value) {
+    mRows.back().bits = field.bits;
+    show(value);
+    if (field.words != nullptr) say(field.words(static_cast<unsigned>(value)));
+}
+
+void Annotator::show(uint64_t value) {
+    if (!ok() || mRows.empty()) return;
+    mRows.back().value = std::to_string(value);
+    mRows.back().number = value;
+}
+
+uint64_t Annotator::BitRun::take(const BitField& field) {
+    if (!mOut.ok()) return 0;
+    const Bytes ahead = mOut.ahead();
+    const size_t left = ahead.size() * 8 - mBits;
+    const size_t bits = std::min<size_t>(field.bits, left);
+    uint64_t value = 0;
+    for (size_t i = 0; i < bits; i++, mBits++) {
+        value = value << 1 | (ahead[mBits / 8] >> (7 - mBits % 8) & 1u);
+    }
+    if (bits > 0) mOut.add(mOut.mPosition, {}, field.name);
+    if (bits == field.bits) {
+        mOut.show(field, value);
+        return value;
+    }
+    if (bits > 0) mOut.mRows.back().value = "cut short";
+    if (bits > 0) mOut.mRows.back().bits = static_cast<unsigned>(bits);
+    mOut.mParts.back().isCut = true;
+    mOut.mParts.back().missing = (field.bits - bits + 7) / 8;
+    return 0;
+}
+
+Annotator::BitRun::~BitRun() {
+    if (mBits % 8 != 0) take({"rest of the byte", static_cast<unsigned>(8 - mBits % 8)});
+    const Bytes taken = mOut.mRecord.subspan(mOut.mPosition, mBits / 8);
+    mOut.mPosition += taken.size();
+    if (!taken.empty()) mOut.mRows[mFirstRow].bytes.assign(taken.begin(), taken.end());
 }
 
 void Annotator::say(const std::string& words) {
     if (!ok() || mRows.empty()) return;
     std::string& value = mRows.back().value;
     value += value.empty() ? words : " (" + words + ")";
+    mRows.back().words = words;
+}
+
+void Annotator::number(uint64_t value) {
+    if (ok() && !mRows.empty()) mRows.back().number = value;
 }
 
 Annotator::Group Annotator::group(const std::string& heading) {
@@ -111,7 +160,11 @@ Annotator::Group Annotator::group(const std::string& heading) {
 }
 
 Annotator::Group Annotator::group(const std::string& heading, uint64_t sizeBytes) {
-    if (ok()) add(mPosition, {}, heading).value = byteCount(sizeBytes);
+    if (ok()) {
+        Row& row = add(mPosition, {}, heading);
+        row.value = byteCount(sizeBytes);
+        row.number = sizeBytes;
+    }
     mDepth++;
     Part part = mParts.back();
     if (!part.isCut) {
@@ -142,7 +195,7 @@ void Annotator::close(const Part& part) {
     const bool isTold = part.isCut && part.lacking == 0 &&
                         (mParts.size() < 2 || !mParts[mParts.size() - 2].isCut);
     if (!part.isCut) rest("further bytes");
-    if (isTold) add(mPosition, {}, "missing " + byteCount(part.missing));
+    if (isTold) add(mPosition, {}, "missing " + byteCount(part.missing)).isGap = true;
 }
 
 std::vector<Row> Annotator::finish() {

@@ -4,7 +4,9 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "inspect/base/Bytes.h"
@@ -20,13 +22,21 @@ struct Row {
     unsigned depth = 0;
     std::string name;
     std::string value;
+    std::optional<uint64_t> number;  // of a field that is one; of a heading, the part's size
+    std::string words;               // that explain the number
+    bool isGap = false;              // tells that bytes are missing
+
+    bool isHeading() const { return bytes.empty() && bits == 0 && !isGap; }
+    bool holds(std::string_view text) const;
 };
+
+using Words = std::string (*)(unsigned value);  // explains a value
 
 // A run of bits, the most significant first.
 struct BitField {
     const char* name;
     unsigned bits;
-    std::string (*words)(unsigned value) = nullptr;  // explains the value
+    Words words = nullptr;
 };
 
 // Every read writes a row. A read past the end writes what there is, and "missing N bytes" ends the
@@ -52,8 +62,26 @@ public:
         return values;
     }
 
+    // Fields whose widths follow from one another. What they leave of their last byte becomes a row
+    // when the run goes; nothing else is read before.
+    class BitRun {
+    public:
+        explicit BitRun(Annotator& out) : mOut(out), mFirstRow(out.mRows.size()) {}
+        ~BitRun();
+        BitRun(const BitRun&) = delete;
+        BitRun& operator=(const BitRun&) = delete;
+
+        uint64_t take(const BitField& field);
+
+    private:
+        Annotator& mOut;
+        size_t mFirstRow;
+        size_t mBits = 0;
+    };
+
     // Explains the value of the last row, unless that was cut.
     void say(const std::string& words);
+    void number(uint64_t value);  // the same for its number, which words do not tell
 
     // Rows written while the group lives stand under its heading. One with a size is a part of its
     // own: reads end where it ends, and what it leaves unread becomes a row when it goes.
@@ -90,6 +118,8 @@ private:
     Bytes take(uint64_t sizeBytes);
     Row& add(size_t offset, Bytes bytes, const std::string& name);
     Bytes read(const std::string& name, uint64_t sizeBytes);  // a row without a value
+    void show(uint64_t value);                                // as the last row's
+    void show(const BitField& field, uint64_t value);
     void readPacked(std::span<const BitField> fields, std::span<uint64_t> values);
     void leave(bool isPart);
     void close(const Part& part);

@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <bit>
 
-#include "inspect/records/Explain.h"
+#include "inspect/records/Record.h"
 #include "inspect/records/StandardNames.h"
 
 namespace inspect {
 namespace {
 
 // RFC 9639 8.2
-void explainStreamInfo(Annotator& out) {
+void readStreamInfo(Annotator& out) {
     constexpr size_t kMd5 = 16;
     out.big("minimum block size", 2);
     out.big("maximum block size", 2);
@@ -23,9 +23,7 @@ void explainStreamInfo(Annotator& out) {
     out.bytes("MD5 of the samples", kMd5);
 }
 
-}  // namespace
-
-void explainOpusHead(Annotator& out) {
+void readOpusHead(Annotator& out) {
     out.text("signature", 8);
     out.u8("version");
     const uint8_t channels = out.u8("output channel count");
@@ -40,26 +38,74 @@ void explainOpusHead(Annotator& out) {
     out.bytes("channel mapping", channels);
 }
 
-void explainFlacStream(Annotator& out) {
+void readFlacStream(Annotator& out) {
     out.text("marker", 4);
     while (out.ok() && out.remaining() > 0) {
         const auto header = out.packed({{"last block", 1}, {"block type", 7}, {"block size", 24}});
         const bool isStreamInfo = header[1] == 0;
         const auto block = out.group(isStreamInfo ? "STREAMINFO" : "metadata block", header[2]);
-        if (isStreamInfo) explainStreamInfo(out);
+        if (isStreamInfo) readStreamInfo(out);
         if (out.ok()) out.rest("data");
     }
 }
 
-void explainNativeNumber(Annotator& out) {
+void readNativeNumber(Annotator& out) {
     const size_t size = std::min<size_t>(out.remaining(), 8);
     if (size == 0) return;
     std::endian::native == std::endian::little ? out.little("number", size)
                                                : out.big("number", size);
 }
 
-void explainUnknown(Annotator& out) {
-    out.rest("data");
+std::string summariseOpusHead(const Record& record) {
+    if (!record["signature"].holds("OpusHead")) return "no OpusHead";
+    if (!record.has("channel mapping family")) return "not a complete OpusHead";
+    return "OpusHead: " + channelText(record.number("output channel count")) + ", pre-skip " +
+           std::to_string(record.number("pre-skip")) + ", made from " +
+           std::to_string(record.number("input sample rate")) + " Hz, mapping family " +
+           std::to_string(record.number("channel mapping family"));
 }
+
+std::string range(uint64_t least, uint64_t most) {
+    const std::string text = std::to_string(least);
+    return least == most ? text : text + " to " + std::to_string(most);
+}
+
+std::string summariseFlacStream(const Record& record) {
+    if (!record["marker"].holds("fLaC")) return "no FLAC stream header";
+    if (!record.has("total samples")) return "not a complete STREAMINFO";
+    return "STREAMINFO: " + std::to_string(record.number("sample rate")) + " Hz " +
+           channelText(record.number("channels less one") + 1) + " " +
+           std::to_string(record.number("bits per sample less one") + 1) + " bits, blocks of " +
+           range(record.number("minimum block size"), record.number("maximum block size")) +
+           " samples, frames of " +
+           range(record.number("minimum frame size"), record.number("maximum frame size")) +
+           " bytes";
+}
+
+std::string nanoseconds(const Record& record) {
+    if (record.sizeBytes != sizeof(uint64_t)) return "is no 64-bit number";
+    return std::to_string(record.number("number")) + " ns";
+}
+
+std::string summariseCodecDelay(const Record& record) {
+    return "codec delay " + nanoseconds(record);
+}
+
+std::string summariseSeekPreRoll(const Record& record) {
+    return "seek pre-roll " + nanoseconds(record);
+}
+
+std::string summariseBitRate(const Record& record) {
+    if (record.sizeBytes != sizeof(uint32_t)) return "not a 32-bit number";
+    return std::to_string(record.number("number")) + " bits a second";
+}
+
+}  // namespace
+
+const RecordKind kOpusHead = {readOpusHead, summariseOpusHead};
+const RecordKind kFlacStream = {readFlacStream, summariseFlacStream};
+const RecordKind kCodecDelay = {readNativeNumber, summariseCodecDelay};
+const RecordKind kSeekPreRoll = {readNativeNumber, summariseSeekPreRoll};
+const RecordKind kNativeBitRate = {readNativeNumber, summariseBitRate};
 
 }  // namespace inspect

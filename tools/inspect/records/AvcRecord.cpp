@@ -1,4 +1,4 @@
-#include "inspect/records/Explain.h"
+#include "inspect/records/Record.h"
 #include "inspect/records/StandardNames.h"
 
 namespace inspect {
@@ -7,7 +7,7 @@ namespace {
 constexpr uint64_t kSpsType = 7;
 
 // ITU-T H.264 7.3.1 and the first fields of 7.3.2.1.1
-void explainUnit(Annotator& out, const std::string& name, uint64_t sizeBytes) {
+void readUnit(Annotator& out, const std::string& name, uint64_t sizeBytes) {
     const auto unit = out.group(name, sizeBytes);
     const auto header =
             out.packed({{"forbidden_zero_bit", 1}, {"nal_ref_idc", 2}, {"nal_unit_type", 5}});
@@ -27,25 +27,23 @@ void explainUnit(Annotator& out, const std::string& name, uint64_t sizeBytes) {
     out.rest("rest of the unit");
 }
 
-void explainUnits(Annotator& out, const std::string& name, uint64_t count) {
+void readUnits(Annotator& out, const std::string& name, uint64_t count) {
     for (uint64_t i = 1; i <= count && out.ok(); i++) {
         const uint64_t size = out.big(name + "NALUnitLength", 2);
-        explainUnit(out, name + "NALUnit " + std::to_string(i), size);
+        readUnit(out, name + "NALUnit " + std::to_string(i), size);
     }
 }
 
 // There in the profiles that came with the High profile; many writers leave it out all the same.
-void explainHighProfileFields(Annotator& out) {
+void readHighProfileFields(Annotator& out) {
     out.packed({{"reserved", 6}, {"chroma_format", 2}});
     out.packed({{"reserved", 5}, {"bit_depth_luma_minus8", 3}});
     out.packed({{"reserved", 5}, {"bit_depth_chroma_minus8", 3}});
     const uint8_t count = out.u8("numOfSequenceParameterSetExt");
-    explainUnits(out, "sequenceParameterSetExt", count);
+    readUnits(out, "sequenceParameterSetExt", count);
 }
 
-}  // namespace
-
-void explainAvcRecord(Annotator& out) {
+void readRecord(Annotator& out) {
     out.u8("configurationVersion");
     const uint8_t profile = out.u8("AVCProfileIndication");
     out.say(avcProfileName(profile));
@@ -54,10 +52,27 @@ void explainAvcRecord(Annotator& out) {
     out.say(avcLevelText(profile, constraints, level));
     out.packed({{"reserved", 6}, {"lengthSizeMinusOne", 2, lengthsText}});
     const auto counts = out.packed({{"reserved", 3}, {"numOfSequenceParameterSets", 5}});
-    explainUnits(out, "sequenceParameterSet", counts[1]);
-    explainUnits(out, "pictureParameterSet", out.u8("numOfPictureParameterSets"));
+    readUnits(out, "sequenceParameterSet", counts[1]);
+    readUnits(out, "pictureParameterSet", out.u8("numOfPictureParameterSets"));
     const bool isOldProfile = profile == 66 || profile == 77 || profile == 88;
-    if (out.ok() && !isOldProfile && out.remaining() > 0) explainHighProfileFields(out);
+    if (out.ok() && !isOldProfile && out.remaining() > 0) readHighProfileFields(out);
 }
+
+// Whole up to the fields that many writers leave out.
+std::string summarise(const Record& record) {
+    const bool isRead = record.isWhole() || record.has("chroma_format");
+    if (!isRead || record.number("configurationVersion") != 1) {
+        return "not a complete AVC configuration record";
+    }
+    return "AVC " + record.words("AVCProfileIndication") + " " +
+           record.words("AVCLevelIndication") + ", " +
+           std::to_string(record.number("numOfSequenceParameterSets")) + " SPS, " +
+           std::to_string(record.number("numOfPictureParameterSets")) + " PPS, " +
+           record.words("lengthSizeMinusOne");
+}
+
+}  // namespace
+
+const RecordKind kAvcRecord = {readRecord, summarise};
 
 }  // namespace inspect

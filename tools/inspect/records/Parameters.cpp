@@ -146,7 +146,7 @@ void readField(Annotator& out, const Field& field) {
 
 }  // namespace
 
-Explanation explainParameter(uint32_t index, const std::string& name, Bytes parameter) {
+Record readParameter(uint32_t index, const std::string& name, Bytes parameter) {
     const auto* found = std::ranges::find(kStructures, index, &Structure::index);
     const Structure structure =
             found != kStructures.end() ? *found : Structure{index, name, kSwitch};

@@ -5,11 +5,11 @@
 #include <cstdint>
 #include <string>
 
-#include "inspect/records/Explanation.h"
+#include "inspect/records/Record.h"
 
 namespace inspect {
 
 // A parameter by its structure. name is that of an index which a component was asked for.
-Explanation explainParameter(uint32_t index, const std::string& name, Bytes parameter);
+Record readParameter(uint32_t index, const std::string& name, Bytes parameter);
 
 }  // namespace inspect

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "inspect/records/Describe.h"
-#include "inspect/records/Explain.h"
 #include "platform/MediaFormat.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
@@ -19,48 +17,62 @@ constexpr uint32_t kAnyCodec = 0;
 struct RecordRow {
     std::string_view key;
     uint32_t codecType;
-    RecordKind kind;
+    const RecordKind* kind;
 };
 
 // The first row that fits counts.
 // clang-format off
 const auto kRows = std::to_array<RecordRow>({
-    // key                                      codec                  in words                byte by byte
-    {AMEDIAFORMAT_KEY_CSD_AVC,                  kAnyCodec,             {describeAvcRecord,     explainAvcRecord}},
-    {AMEDIAFORMAT_KEY_CSD_HEVC,                 kAnyCodec,             {describeHevcRecord,    explainHevcRecord}},
-    {AMEDIAFORMAT_KEY_ESDS,                     kCodecTypeMpeg1,       {describeMpeg2EsDescriptor, explainMpeg2EsDescriptor}},
-    {AMEDIAFORMAT_KEY_ESDS,                     kCodecTypeMpeg2,       {describeMpeg2EsDescriptor, explainMpeg2EsDescriptor}},
-    {AMEDIAFORMAT_KEY_ESDS,                     kAnyCodec,             {describeEsDescriptor,  explainEsDescriptor}},
-    {ZREAMEDIAFORMAT_KEY_VC1SEQUENCEHEADER,     kCodecTypeWmv7,        {describeWmv7Header,    explainWmv7Header}},
-    {ZREAMEDIAFORMAT_KEY_VC1SEQUENCEHEADER,     kCodecTypeWmv8,        {describeWmv7Header,    explainWmv7Header}},
-    {ZREAMEDIAFORMAT_KEY_VC1SEQUENCEHEADER,     kCodecTypeVc1Advanced, {describeVc1Header,     explainVc1Header}},
-    {ZREAMEDIAFORMAT_KEY_VC1SEQUENCEHEADER,     kAnyCodec,             {describeVc1Header,     explainWmv9Header}},
-    {ZREAMEDIAFORMAT_KEY_THEORASPECIFICDATA,    kAnyCodec,             {describeTheoraHeaders, explainTheoraHeaders}},
-    {ZREAMEDIAFORMAT_KEY_FLACCOECSPECIFICDATA,  kAnyCodec,             {describeFlacStream,    explainFlacStream}},
-    {ZREAMEDIAFORMAT_KEY_ADPCMWAVEFORMAT,       kAnyCodec,             {describeAdpcm,         explainAdpcm}},
-    {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeOpus,        {describeOpusHead,      explainOpusHead}},
-    {AMEDIAFORMAT_KEY_CSD_1,                    kCodecTypeOpus,        {describeCodecDelay,    explainNativeNumber}},
-    {AMEDIAFORMAT_KEY_CSD_2,                    kCodecTypeOpus,        {describeSeekPreRoll,   explainNativeNumber}},
-    {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeVorbis,      {describeVorbisHeader,  explainVorbisHeader}},
-    {AMEDIAFORMAT_KEY_CSD_1,                    kCodecTypeVorbis,      {describeVorbisSetup,   explainVorbisSetup}},
-    {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeG726,        {describeNativeBitRate, explainNativeNumber}},
-    {kPrivateData,                              kCodecTypeWmaV1,       {shortHex,              explainWma1}},
-    {kPrivateData,                              kCodecTypeWmaV2,       {shortHex,              explainWma2}},
-    {kPrivateData,                              kCodecTypeWmaPro,      {shortHex,              explainWma3}},
-    {kPrivateData,                              kCodecTypeWmaLossless, {shortHex,              explainWma3}},
-    {kPrivateData,                              kCodecTypeWmaVoice,    {shortHex,              explainWmaVoice}},
+    // key                                      codec                  kind
+    {AMEDIAFORMAT_KEY_CSD_AVC,                  kAnyCodec,             &kAvcRecord},
+    {AMEDIAFORMAT_KEY_CSD_HEVC,                 kAnyCodec,             &kHevcRecord},
+    {AMEDIAFORMAT_KEY_ESDS,                     kCodecTypeMpeg1,       &kMpeg2EsDescriptor},
+    {AMEDIAFORMAT_KEY_ESDS,                     kCodecTypeMpeg2,       &kMpeg2EsDescriptor},
+    {AMEDIAFORMAT_KEY_ESDS,                     kAnyCodec,             &kEsDescriptor},
+    {ZREAMEDIAFORMAT_KEY_VC1SEQUENCEHEADER,     kCodecTypeWmv7,        &kWmv7Header},
+    {ZREAMEDIAFORMAT_KEY_VC1SEQUENCEHEADER,     kCodecTypeWmv8,        &kWmv7Header},
+    {ZREAMEDIAFORMAT_KEY_VC1SEQUENCEHEADER,     kCodecTypeVc1Advanced, &kVc1Header},
+    {ZREAMEDIAFORMAT_KEY_VC1SEQUENCEHEADER,     kAnyCodec,             &kWmv9Header},
+    {ZREAMEDIAFORMAT_KEY_THEORASPECIFICDATA,    kAnyCodec,             &kTheoraHeaders},
+    {ZREAMEDIAFORMAT_KEY_FLACCOECSPECIFICDATA,  kAnyCodec,             &kFlacStream},
+    {ZREAMEDIAFORMAT_KEY_ADPCMWAVEFORMAT,       kAnyCodec,             &kAdpcm},
+    {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeOpus,        &kOpusHead},
+    {AMEDIAFORMAT_KEY_CSD_1,                    kCodecTypeOpus,        &kCodecDelay},
+    {AMEDIAFORMAT_KEY_CSD_2,                    kCodecTypeOpus,        &kSeekPreRoll},
+    {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeVorbis,      &kVorbisHeader},
+    {AMEDIAFORMAT_KEY_CSD_1,                    kCodecTypeVorbis,      &kVorbisSetup},
+    {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeG726,        &kNativeBitRate},
+    {kPrivateData,                              kCodecTypeWmaV1,       &kWma1},
+    {kPrivateData,                              kCodecTypeWmaV2,       &kWma2},
+    {kPrivateData,                              kCodecTypeWmaPro,      &kWma3},
+    {kPrivateData,                              kCodecTypeWmaLossless, &kWma3},
+    {kPrivateData,                              kCodecTypeWmaVoice,    &kWmaVoice},
 });
 // clang-format on
 
-constexpr RecordKind kUnknown = {shortHex, explainUnknown};
+std::string showBytes(const Record& record) {
+    return shortHex(record.bytes());
+}
 
-}  // namespace
+constexpr RecordKind kUnknown = {[](Annotator& out) { out.rest("data"); }, showBytes};
 
 const RecordKind& recordKind(uint32_t codecType, std::string_view key) {
     const auto row = std::ranges::find_if(kRows, [&](const RecordRow& each) {
         return each.key == key && (each.codecType == kAnyCodec || each.codecType == codecType);
     });
-    return row != kRows.end() ? row->kind : kUnknown;
+    return row != kRows.end() ? *row->kind : kUnknown;
+}
+
+}  // namespace
+
+Record readRecord(uint32_t codecType, std::string_view key, Bytes data) {
+    Annotator out(data);
+    recordKind(codecType, key).read(out);
+    return {.key = std::string(key), .sizeBytes = data.size(), .rows = out.finish()};
+}
+
+std::string summarise(uint32_t codecType, const Record& record) {
+    return recordKind(codecType, record.key).summarise(record);
 }
 
 }  // namespace inspect

@@ -7,19 +7,17 @@
 #include <string_view>
 
 #include "inspect/base/Bytes.h"
-#include "inspect/records/Annotator.h"
+#include "inspect/records/Record.h"
 
 namespace inspect {
-
-struct RecordKind {
-    std::string (*describe)(Bytes);  // in words
-    void (*explain)(Annotator&);     // byte by byte
-};
 
 // For the name of the container's private data, where the library only reads numbers from these.
 inline constexpr std::string_view kPrivateData = "private data";
 
 // Anything unknown counts as a run of bytes.
-const RecordKind& recordKind(uint32_t codecType, std::string_view key);
+Record readRecord(uint32_t codecType, std::string_view key, Bytes data);
+
+// The record in one line.
+std::string summarise(uint32_t codecType, const Record& record);
 
 }  // namespace inspect

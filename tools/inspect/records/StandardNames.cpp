@@ -90,6 +90,7 @@ constexpr auto kAacObjectTypes = std::to_array<Name>({
         {5, "HE-AAC"},
         {23, "AAC LD"},
         {29, "HE-AAC v2"},
+        {31, "escape"},
         {36, "ALS"},
         {39, "AAC ELD"},
         {42, "USAC"},
@@ -180,7 +181,7 @@ std::string aacChannelsText(unsigned configuration) {
                    : numbered("channel configuration", configuration);
 }
 
-std::string channelText(unsigned channels) {
+std::string channelText(uint64_t channels) {
     return std::to_string(channels) + (channels == 1 ? " channel" : " channels");
 }
 

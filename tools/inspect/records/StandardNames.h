@@ -27,7 +27,7 @@ uint32_t aacSampleRate(unsigned index);  // ISO/IEC 14496-3 Table 1.18; 0 = rese
 std::string aacSampleRateText(unsigned index);
 std::string aacChannelsText(unsigned configuration);  // ISO/IEC 14496-3 Table 1.19
 
-std::string channelText(unsigned channels);      // "2 channels"
+std::string channelText(uint64_t channels);      // "2 channels"
 std::string speakersText(uint32_t channelMask);  // dwChannelMask of WAVEFORMATEXTENSIBLE
 
 }  // namespace inspect

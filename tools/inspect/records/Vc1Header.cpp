@@ -1,4 +1,4 @@
-#include "inspect/records/Explain.h"
+#include "inspect/records/Record.h"
 #include "inspect/records/StartCodes.h"
 
 namespace inspect {
@@ -11,19 +11,19 @@ size_t headerSize(const Annotator& out, size_t behind) {
     return out.remaining() > behind ? out.remaining() - behind : 0;
 }
 
-void explainProfile(Annotator& out) {
+void readProfile(Annotator& out) {
     const uint8_t profile = out.u8("profile");
     out.say(profile == 0 ? "simple" : profile == 1 ? "main" : "advanced or unknown");
 }
 
-void explainSizeAndProfile(Annotator& out) {
+void readSizeAndProfile(Annotator& out) {
     out.little("width", 4);
     out.little("height", 4);
-    explainProfile(out);
+    readProfile(out);
 }
 
 // SMPTE 421M Annex J, STRUCT_C
-void explainStructC(Annotator& out) {
+void readStructC(Annotator& out) {
     out.packed({{"PROFILE", 4},
                 {"FRMRTQ_POSTPROC", 3},
                 {"BITRTQ_POSTPROC", 5},
@@ -46,7 +46,7 @@ void explainStructC(Annotator& out) {
 }
 
 // SMPTE 421M Annex E: units behind start codes
-void explainUnit(Annotator& out, size_t sizeBytes) {
+void readUnit(Annotator& out, size_t sizeBytes) {
     const uint8_t code = out.ahead()[3];
     const auto unit = out.group(code == 0x0F   ? "sequence header"
                                 : code == 0x0E ? "entry point header"
@@ -56,36 +56,63 @@ void explainUnit(Annotator& out, size_t sizeBytes) {
     out.rest("data");
 }
 
-void explainUnits(Annotator& out) {
+void readUnits(Annotator& out) {
     const auto first = findStartCode(out.ahead(), 0);
     out.bytes("before the first start code", first.value_or(out.remaining()));
     while (out.remaining() > 0) {
-        explainUnit(out, findStartCode(out.ahead(), 1).value_or(out.remaining()));
+        readUnit(out, findStartCode(out.ahead(), 1).value_or(out.remaining()));
     }
+}
+
+void readVc1Header(Annotator& out) {
+    {
+        const auto header = out.group("sequence header", headerSize(out, kSizeAndProfile));
+        readUnits(out);
+    }
+    readSizeAndProfile(out);
+}
+
+void readWmv9Header(Annotator& out) {
+    {
+        const auto header = out.group("sequence header", headerSize(out, kSizeAndProfile));
+        if (out.remaining() > 0) readStructC(out);
+        if (out.ok()) out.rest("rest of the header");
+    }
+    readSizeAndProfile(out);
+}
+
+void readWmv7Header(Annotator& out) {
+    out.bytes("sequence header", headerSize(out, kProfileSize));
+    readProfile(out);
+}
+
+// With what follows the header in so many bytes.
+std::string headerText(const Record& record, size_t behind, const std::string& picture) {
+    if (record.sizeBytes < behind) return "not a complete sequence header";
+    const ByteVector all = record.bytes();
+    const Bytes header = Bytes(all).first(all.size() - behind);
+    const uint64_t profile = record.number("profile");
+    return "sequence header of " + std::to_string(header.size()) + " bytes: " + shortHex(header) +
+           picture + ", profile byte " + std::to_string(profile) +
+           (profile == 0   ? " (simple)"
+            : profile == 1 ? " (main)"
+                           : "");
+}
+
+std::string summarise(const Record& record) {
+    return headerText(record, kSizeAndProfile,
+                      ", " + std::to_string(record.number("width")) + "x" +
+                              std::to_string(record.number("height")));
+}
+
+std::string summariseWmv7Header(const Record& record) {
+    return headerText(record, kProfileSize, "");
 }
 
 }  // namespace
 
-void explainVc1Header(Annotator& out) {
-    {
-        const auto header = out.group("sequence header", headerSize(out, kSizeAndProfile));
-        explainUnits(out);
-    }
-    explainSizeAndProfile(out);
-}
-
-void explainWmv9Header(Annotator& out) {
-    {
-        const auto header = out.group("sequence header", headerSize(out, kSizeAndProfile));
-        if (out.remaining() > 0) explainStructC(out);
-        if (out.ok()) out.rest("rest of the header");
-    }
-    explainSizeAndProfile(out);
-}
-
-void explainWmv7Header(Annotator& out) {
-    out.bytes("sequence header", headerSize(out, kProfileSize));
-    explainProfile(out);
-}
+const RecordKind kVc1Header = {readVc1Header, summarise};
+const RecordKind kWmv9Header = {readWmv9Header, summarise};
+const RecordKind kWmv7Header = {readWmv7Header, summariseWmv7Header};
 
 }  // namespace inspect

@@ -1,22 +1,23 @@
 // What stands behind the WAVEFORMATEX of a track.
 
-#include "inspect/records/Explain.h"
+#include "inspect/records/Record.h"
 #include "inspect/records/StandardNames.h"
 
 namespace inspect {
+namespace {
 
-void explainWma1(Annotator& out) {
+void readWma1(Annotator& out) {
     out.little("wSamplesPerBlock", 2);
     out.little("wEncodeOptions", 2);
 }
 
-void explainWma2(Annotator& out) {
+void readWma2(Annotator& out) {
     out.little("dwSamplesPerBlock", 4);
     out.little("wEncodeOptions", 2);
     out.little("dwSuperBlockAlign", 4);
 }
 
-void explainWma3(Annotator& out) {
+void readWma3(Annotator& out) {
     out.little("wValidBitsPerSample", 2);
     const auto mask = static_cast<uint32_t>(out.little("dwChannelMask", 4));
     out.say(speakersText(mask));
@@ -28,12 +29,12 @@ void explainWma3(Annotator& out) {
     out.little("wReserved3", 2);
 }
 
-void explainWmaVoice(Annotator& out) {
-    explainWma3(out);
+void readWmaVoice(Annotator& out) {
+    readWma3(out);
     if (out.ok()) out.rest("voice options");
 }
 
-void explainAdpcm(Annotator& out) {
+void readAdpcm(Annotator& out) {
     out.little("wSamplesPerBlock", 2);
     if (!out.ok() || out.remaining() == 0) return;
     const uint64_t count = out.little("wNumCoef", 2);
@@ -45,5 +46,25 @@ void explainAdpcm(Annotator& out) {
         }
     }
 }
+
+std::string summariseAdpcm(const Record& record) {
+    if (!record.has("wSamplesPerBlock")) return "not a complete ADPCM format";
+    const std::string text =
+            "ADPCM: " + std::to_string(record.number("wSamplesPerBlock")) + " samples a block";
+    if (!record.has("wNumCoef")) return text;
+    return text + ", " + std::to_string(record.number("wNumCoef")) + " coefficient pairs";
+}
+
+std::string showBytes(const Record& record) {
+    return shortHex(record.bytes());
+}
+
+}  // namespace
+
+const RecordKind kWma1 = {readWma1, showBytes};
+const RecordKind kWma2 = {readWma2, showBytes};
+const RecordKind kWma3 = {readWma3, showBytes};
+const RecordKind kWmaVoice = {readWmaVoice, showBytes};
+const RecordKind kAdpcm = {readAdpcm, summariseAdpcm};
 
 }  // namespace inspect

@@ -3,13 +3,15 @@
 #include <algorithm>
 #include <array>
 
-#include "inspect/records/Explain.h"
+#include "inspect/records/Record.h"
 #include "inspect/records/StandardNames.h"
 
 namespace inspect {
 namespace {
 
-void explainComments(Annotator& out) {
+constexpr uint8_t kIdentification = 0x80;
+
+void readComments(Annotator& out) {
     out.text("vendor", out.little("vendor length", 4));
     const uint64_t count = out.little("comment count", 4);
     for (uint64_t i = 1; i <= count && out.ok(); i++) {
@@ -18,7 +20,7 @@ void explainComments(Annotator& out) {
 }
 
 // Theora 6.2
-void explainTheoraIdentification(Annotator& out) {
+void readTheoraIdentification(Annotator& out) {
     out.u8("VMAJ");
     out.u8("VMIN");
     out.u8("VREV");
@@ -45,8 +47,7 @@ void explainTheoraIdentification(Annotator& out) {
 }
 
 // Theora 6.1
-void explainTheoraHeader(Annotator& out, uint64_t sizeBytes) {
-    constexpr uint8_t kIdentification = 0x80;
+void readTheoraHeader(Annotator& out, uint64_t sizeBytes) {
     constexpr uint8_t kComment = 0x81;
     const Bytes ahead = out.ahead();
     const uint8_t type = ahead.empty() ? 0 : ahead[0];
@@ -56,13 +57,13 @@ void explainTheoraHeader(Annotator& out, uint64_t sizeBytes) {
                                   sizeBytes);
     out.u8("HEADERTYPE");
     out.text("signature", 6);
-    if (type == kIdentification) explainTheoraIdentification(out);
-    if (type == kComment) explainComments(out);
+    if (type == kIdentification) readTheoraIdentification(out);
+    if (type == kComment) readComments(out);
     if (out.ok()) out.rest("data");
 }
 
 // A size of as many 255 as fit and a last byte below that.
-uint64_t explainLacing(Annotator& out, const std::string& name) {
+uint64_t readLacing(Annotator& out, const std::string& name) {
     const Bytes ahead = out.ahead();
     const auto last = std::ranges::find_if(ahead, [](uint8_t byte) { return byte != 255; });
     const auto count = static_cast<size_t>(last - ahead.begin());
@@ -72,57 +73,110 @@ uint64_t explainLacing(Annotator& out, const std::string& name) {
     return size;
 }
 
-void explainLaced(Annotator& out) {
+void readLaced(Annotator& out) {
     out.u8("packet count less one");
     std::array<uint64_t, 2> sizes;
-    for (uint64_t& size : sizes) size = explainLacing(out, "packet size");
+    for (uint64_t& size : sizes) size = readLacing(out, "packet size");
     for (const uint64_t size : sizes) {
-        if (out.ok()) explainTheoraHeader(out, size);
+        if (out.ok()) readTheoraHeader(out, size);
     }
-    if (out.ok()) explainTheoraHeader(out, out.remaining());
+    if (out.ok()) readTheoraHeader(out, out.remaining());
 }
 
-void explainSignature(Annotator& out) {
+void readSignature(Annotator& out) {
     out.u8("packet_type");
     out.text("signature", 6);
 }
 
-void explainBitRate(Annotator& out, const std::string& name) {
+void readBitRate(Annotator& out, const std::string& name) {
     const auto value = static_cast<int32_t>(out.little(name, 4));
     if (value < 0) out.say(std::to_string(value));
 }
 
-}  // namespace
-
 // Matroska has the three headers behind Xiph lacing, as Vorbis; others each behind its size.
-void explainTheoraHeaders(Annotator& out) {
+void readTheoraHeaders(Annotator& out) {
     constexpr uint8_t kThreePackets = 2;
     if (out.remaining() > 0 && out.ahead()[0] == kThreePackets) {
-        explainLaced(out);
+        readLaced(out);
         return;
     }
-    while (out.ok() && out.remaining() > 0) explainTheoraHeader(out, out.big("packet size", 2));
+    while (out.ok() && out.remaining() > 0) readTheoraHeader(out, out.big("packet size", 2));
 }
 
-void explainVorbisHeader(Annotator& out) {
-    explainSignature(out);
+void readVorbisHeader(Annotator& out) {
+    readSignature(out);
     out.little("vorbis_version", 4);
     out.u8("audio_channels");
     out.little("audio_sample_rate", 4);
-    explainBitRate(out, "bitrate_maximum");
-    explainBitRate(out, "bitrate_nominal");
-    explainBitRate(out, "bitrate_minimum");
+    readBitRate(out, "bitrate_maximum");
+    readBitRate(out, "bitrate_nominal");
+    readBitRate(out, "bitrate_minimum");
     const auto blocks = out.packed({{"blocksize_1", 4}, {"blocksize_0", 4}});
     out.say(std::to_string(1u << blocks[1]) + " samples, long blocks " +
             std::to_string(1u << blocks[0]));
     out.packed({{"unused", 7}, {"framing_flag", 1}});
 }
 
-void explainVorbisSetup(Annotator& out) {
-    explainSignature(out);
+void readVorbisSetup(Annotator& out) {
+    readSignature(out);
     const unsigned count = out.u8("vorbis_codebook_count less one");
     out.say(std::to_string(count + 1) + " codebooks");
     out.rest("codebooks, floors, residues, mappings, modes");
 }
+
+std::string dotted(const Record& record) {
+    return std::to_string(record.number("VMAJ")) + "." + std::to_string(record.number("VMIN")) +
+           "." + std::to_string(record.number("VREV"));
+}
+
+std::string summariseTheoraHeaders(const Record& record) {
+    const bool isIdentification = record.number("HEADERTYPE") == kIdentification;
+    if (!isIdentification || !record.has("FRD")) return "no Theora identification header";
+    std::array<uint64_t, 3> sizes{};
+    size_t count = 0;
+    for (const Row& row : record.rows) {
+        const bool isHeader = row.isHeading() && row.depth == 0;
+        if (isHeader && count < sizes.size()) sizes[count++] = row.number.value_or(0);
+    }
+    return "Theora " + dotted(record) + ", " + std::to_string(record.number("PICW")) + "x" +
+           std::to_string(record.number("PICH")) + ", " + std::to_string(record.number("FRN")) +
+           "/" + std::to_string(record.number("FRD")) + " fps, headers of " +
+           std::to_string(sizes[0]) + ", " + std::to_string(sizes[1]) + " and " +
+           std::to_string(sizes[2]) + " bytes";
+}
+
+bool isVorbis(const Record& record, uint64_t type) {
+    return record.number("packet_type") == type && record["signature"].holds("vorbis");
+}
+
+std::string summariseVorbisHeader(const Record& record) {
+    constexpr auto kRates =
+            std::to_array<std::array<const char*, 2>>({{"bitrate_maximum", "at most "},
+                                                       {"bitrate_nominal", "nominal "},
+                                                       {"bitrate_minimum", "at least "}});
+    const std::string what = "Vorbis identification header";
+    if (!isVorbis(record, 1)) return "no " + what;
+    if (!record.has("bitrate_minimum")) return "not a complete " + what;
+    std::string rates;
+    for (const auto& [name, words] : kRates) {
+        const auto rate = static_cast<int32_t>(record.number(name));
+        if (rate > 0) rates += ", " + (words + std::to_string(rate)) + " b/s";
+    }
+    return what + ": " + std::to_string(record.number("audio_sample_rate")) + " Hz " +
+           channelText(record.number("audio_channels")) + rates;
+}
+
+std::string summariseVorbisSetup(const Record& record) {
+    const Row& codebooks = record["vorbis_codebook_count less one"];
+    if (!isVorbis(record, 5)) return "no Vorbis setup header";
+    if (!codebooks.number) return "not a complete Vorbis setup header";
+    return "Vorbis setup header: " + codebooks.words;
+}
+
+}  // namespace
+
+const RecordKind kTheoraHeaders = {readTheoraHeaders, summariseTheoraHeaders};
+const RecordKind kVorbisHeader = {readVorbisHeader, summariseVorbisHeader};
+const RecordKind kVorbisSetup = {readVorbisSetup, summariseVorbisSetup};
 
 }  // namespace inspect

@@ -10,7 +10,7 @@ void printCalls(std::ostream& out, const char* heading, const std::vector<Call>&
     for (const Call& call : calls) {
         out << kIndent << heading << "  " << call.operation << (call.result.empty() ? "" : ": ")
             << printable(call.result) << '\n';
-        for (const Explanation& each : call.parameters) printExplanation(out, each, style);
+        for (const Record& each : call.parameters) printRecord(out, each, style);
         for (const auto& entry : call.entries) {
             const auto* bytes = std::get_if<ByteVector>(&entry.value);
             if (bytes == nullptr) {

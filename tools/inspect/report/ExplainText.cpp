@@ -69,12 +69,12 @@ void printRow(std::ostream& out, const Row& row, const Widths& widths) {
 
 }  // namespace
 
-void printExplanation(std::ostream& out, const Explanation& explanation, const TextStyle& style) {
+void printRecord(std::ostream& out, const Record& record, const TextStyle& style) {
     const std::string heading =
-            explanation.key + ", " + std::to_string(explanation.sizeBytes) + " bytes, one by one:";
+            record.key + ", " + std::to_string(record.sizeBytes) + " bytes, one by one:";
     out << kIndent << paint(style, kBold, printable(heading)) << '\n';
-    const Widths widths = widthsOf(explanation.rows);
-    for (const Row& row : explanation.rows) printRow(out, row, widths);
+    const Widths widths = widthsOf(record.rows);
+    for (const Row& row : record.rows) printRow(out, row, widths);
 }
 
 }  // namespace inspect

@@ -4,11 +4,11 @@
 
 #include <ostream>
 
-#include "inspect/records/Explanation.h"
+#include "inspect/records/Record.h"
 #include "inspect/report/TextLayout.h"
 
 namespace inspect {
 
-void printExplanation(std::ostream& out, const Explanation& explanation, const TextStyle& style);
+void printRecord(std::ostream& out, const Record& record, const TextStyle& style);
 
 }  // namespace inspect

@@ -69,9 +69,9 @@ Json rowToJson(const Row& row) {
     return json;
 }
 
-Json explanationsToJson(const std::vector<Explanation>& explanations) {
+Json explanationsToJson(const std::vector<Record>& explanations) {
     Json array = Json::array();
-    for (const Explanation& each : explanations) {
+    for (const Record& each : explanations) {
         Json rows = Json::array();
         for (const Row& row : each.rows) rows.push_back(rowToJson(row));
         array.push_back({{"key", each.key}, {"bytes", each.sizeBytes}, {"rows", rows}});

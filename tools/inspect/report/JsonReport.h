@@ -15,7 +15,7 @@ namespace inspect {
 // "tags" is there for files in which tags are looked for: {"kind", "place", "names", "picture",
 // "eightBit", "notes", "keys", "log"} each, with the names of all frames or comments, and the keys
 // of texts whose 8-bit encoding is unknown. "explanations" and "keyFrames" of a track are there
-// when they were asked for, so "component" and "legacy"; the "bytes" of an explanation's rows,
+// when they were asked for, so "component" and "legacy"; the "bytes" of an record's rows,
 // joined, are the buffer.
 void printJson(std::ostream& out, const std::vector<FileReport>& reports);
 

@@ -30,7 +30,7 @@ struct TrackReport {
     Stream stream;
     TrackFindings found;
     std::optional<PcmDump> dump;
-    std::vector<Explanation> explanations;
+    std::vector<Record> explanations;
     std::optional<KeyFrames> keyFrames;  // of a video track
     std::vector<Call> component;
     std::vector<Call> legacy;

@@ -131,7 +131,7 @@ void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
         out << kIndent << paint(style, kYellow, printable(note)) << '\n';
     }
     if (track.keyFrames) printKeyFrames(out, *track.keyFrames);
-    for (const Explanation& each : track.explanations) printExplanation(out, each, style);
+    for (const Record& each : track.explanations) printRecord(out, each, style);
     printCalls(out, "component", track.component, style);
     printCalls(out, "older parsers", track.legacy, style);
     if (style.keys) printKeys(out, track.found.entries, kIndent);
