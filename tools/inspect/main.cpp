@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "inspect/Options.h"
-#include "inspect/base/Bytes.h"
+#include "inspect/base/Utf8.h"
 #include "inspect/report/JsonReport.h"
 #include "inspect/report/TextReport.h"
 
@@ -25,7 +25,7 @@ bool wantsColour() {
 
 void complain(const std::string& text) {
     std::cout.flush();
-    std::cerr << "zrinspect: " << printable(text) << '\n';
+    std::cerr << "zrinspect: " << escaped(text) << '\n';
 }
 
 // One line for each thing that went wrong. Returns whether something did.
@@ -33,7 +33,7 @@ bool complain(const FileReport& report) {
     for (const std::string& text : report.outputErrors) complain(text);
     std::string text = report.error;
     if (report.truncation) text = "is truncated: " + *report.truncation;
-    if (!text.empty()) complain(report.path + ": " + text);
+    if (!text.empty()) complain(escaped(report.path) + ": " + text);
     return !text.empty() || !report.outputErrors.empty();
 }
 

@@ -47,16 +47,4 @@ std::string shortHex(Bytes data) {
            (data.size() > kShown ? " ..." : "");
 }
 
-std::string printable(std::string_view text) {
-    std::string safe(text);
-    std::ranges::replace_if(
-            safe,
-            [](char c) {
-                const auto byte = static_cast<unsigned char>(c);
-                return byte < 0x20 || byte == 0x7F;
-            },
-            '?');
-    return safe;
-}
-
 }  // namespace inspect

@@ -49,7 +49,4 @@ std::string hex(Bytes data, std::string_view separator);
 // The first dozen bytes.
 std::string shortHex(Bytes data);
 
-// The text with everything that could steer a terminal replaced.
-std::string printable(std::string_view text);
-
 }  // namespace inspect

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <iostream>
 
-#include "inspect/base/Bytes.h"
+#include "inspect/base/Utf8.h"
 
 namespace inspect {
 namespace {
@@ -19,7 +19,7 @@ constexpr const char* kEraseLine = "\r\x1b[K";
 }  // namespace
 
 Progress::Progress(const std::string& name, int64_t total)
-    : mName(printable(name)),
+    : mName(escaped(name)),
       mTotal(std::max<int64_t>(total, 1)),
       mIsTerminal(isatty(STDERR_FILENO) != 0),
       mNext(Clock::now() + kPatience) {}

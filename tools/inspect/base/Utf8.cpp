@@ -1,5 +1,6 @@
 #include "inspect/base/Utf8.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 
@@ -29,9 +30,29 @@ CodePoint decode(std::string_view text) {
     return {value, sizeBytes};
 }
 
-bool steers(char32_t c) {
-    return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x200E || c == 0x200F ||
-           (c >= 0x2028 && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
+struct Range {
+    char32_t first;
+    char32_t last;
+};
+
+// Unicode's categories Cc, Cf, Zl and Zp, but for those that only a script of its own uses.
+constexpr auto kUnseen = std::to_array<Range>({
+        {0x00, 0x1F},
+        {0x7F, 0x9F},
+        {0xAD, 0xAD},        // soft hyphen
+        {0x61C, 0x61C},      // Arabic letter mark
+        {0x180E, 0x180E},    // Mongolian vowel separator
+        {0x200B, 0x200F},    // zero width, and marks of direction
+        {0x2028, 0x202E},    // line and paragraph separator, embeddings and overrides
+        {0x2060, 0x206F},    // zero width, isolates
+        {0xFEFF, 0xFEFF},    // byte order mark
+        {0xFFF9, 0xFFFB},    // interlinear annotation
+        {0xE0000, 0xE007F},  // tags
+});
+
+bool isUnseen(char32_t c) {
+    return std::ranges::any_of(
+            kUnseen, [c](const Range& each) { return each.first <= c && c <= each.last; });
 }
 
 std::string escape(char32_t c) {
@@ -39,7 +60,7 @@ std::string escape(char32_t c) {
     if (c == '\r') return "\\r";
     if (c == '\t') return "\\t";
     std::array<char, 16> text{};
-    const char* form = c < 0x100 ? "\\x%02x" : "\\u%04x";
+    const char* form = c < 0x100 ? "\\x%02x" : c < 0x10000 ? "\\u%04x" : "\\U%08x";
     std::snprintf(text.data(), text.size(), form, static_cast<unsigned>(c));
     return text.data();
 }
@@ -71,7 +92,7 @@ std::string escaped(std::string_view text) {
     std::string safe;
     for (std::string_view rest = utf8; !rest.empty();) {
         const auto [value, sizeBytes] = decode(rest);
-        safe += steers(value) ? escape(value) : std::string(rest.substr(0, sizeBytes));
+        safe += isUnseen(value) ? escape(value) : std::string(rest.substr(0, sizeBytes));
         rest.remove_prefix(sizeBytes);
     }
     return safe;

@@ -85,7 +85,7 @@ LibAvSilence::~LibAvSilence() {
 }
 
 std::string LibAvSilence::complaint(int status) const {
-    if (!lastComplaint().empty()) return printable(lastComplaint());
+    if (!lastComplaint().empty()) return lastComplaint();
     std::array<char, AV_ERROR_MAX_STRING_SIZE> text{};
     av_strerror(status, text.data(), text.size());
     return text.data();

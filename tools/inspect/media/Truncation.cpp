@@ -5,6 +5,8 @@
 #include <bit>
 #include <limits>
 
+#include "inspect/base/Utf8.h"
+
 namespace inspect {
 namespace {
 
@@ -34,7 +36,7 @@ Finding lacking(const std::string& what, uint64_t offset, uint64_t size, uint64_
 }
 
 std::string fourcc(Bytes name) {
-    return printable(std::string(name.begin(), name.end()));
+    return escaped(std::string(name.begin(), name.end()));
 }
 
 // ISO/IEC 14496-12 4.2: size, type, and the large size where size is 1.

@@ -14,6 +14,10 @@ const Row& firstRow(const std::vector<Row>& rows, Fits fits) {
 
 }  // namespace
 
+std::string showBytes(const Record& record) {
+    return shortHex(record.bytes());
+}
+
 const Row& Record::operator[](std::string_view name) const {
     return firstRow(rows, [&](const Row& row) { return row.name == name; });
 }

@@ -36,6 +36,8 @@ struct RecordKind {
     std::string (*summarise)(const Record& record);
 };
 
+std::string showBytes(const Record& record);  // the summary of those that say no more
+
 // They read what there is of a record, whatever it holds, and say so when it cannot be read.
 extern const RecordKind kAvcRecord;          // ISO/IEC 14496-15 5.3.3.1.2
 extern const RecordKind kHevcRecord;         // ISO/IEC 14496-15 8.3.3.1.2

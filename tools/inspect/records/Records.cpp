@@ -50,10 +50,6 @@ const auto kRows = std::to_array<RecordRow>({
 });
 // clang-format on
 
-std::string showBytes(const Record& record) {
-    return shortHex(record.bytes());
-}
-
 constexpr RecordKind kUnknown = {[](Annotator& out) { out.rest("data"); }, showBytes};
 
 const RecordKind& recordKind(uint32_t codecType, std::string_view key) {

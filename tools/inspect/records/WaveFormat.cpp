@@ -55,10 +55,6 @@ std::string summariseAdpcm(const Record& record) {
     return text + ", " + std::to_string(record.number("wNumCoef")) + " coefficient pairs";
 }
 
-std::string showBytes(const Record& record) {
-    return shortHex(record.bytes());
-}
-
 }  // namespace
 
 const RecordKind kWma1 = {readWma1, showBytes};

@@ -1,5 +1,6 @@
 #include "inspect/report/CallsText.h"
 
+#include "inspect/base/Utf8.h"
 #include "inspect/report/ExplainText.h"
 #include "inspect/report/TextEntries.h"
 
@@ -9,7 +10,7 @@ void printCalls(std::ostream& out, const char* heading, const std::vector<Call>&
                 const TextStyle& style) {
     for (const Call& call : calls) {
         out << kIndent << heading << "  " << call.operation << (call.result.empty() ? "" : ": ")
-            << printable(call.result) << '\n';
+            << escaped(call.result) << '\n';
         for (const Record& each : call.parameters) printRecord(out, each, style);
         for (const auto& entry : call.entries) {
             const auto* bytes = std::get_if<ByteVector>(&entry.value);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "inspect/base/Utf8.h"
+
 namespace inspect {
 namespace {
 
@@ -19,7 +21,7 @@ std::string besideName(const Row& row) {
 }
 
 std::string nameText(const Row& row) {
-    return std::string(2 * size_t{row.depth}, ' ') + printable(row.name);
+    return std::string(2 * size_t{row.depth}, ' ') + escaped(row.name);
 }
 
 std::string bitsText(const Row& row) {
@@ -63,7 +65,7 @@ void printRow(std::ostream& out, const Row& row, const Widths& widths) {
                            padded(besideName(row), widths.hex) + "  " +
                            padded(nameText(row), widths.name) + "  " +
                            rightAligned(bitsText(row), widths.bits) +
-                           (widths.bits > 0 ? "  " : "") + printable(row.value));
+                           (widths.bits > 0 ? "  " : "") + escaped(row.value));
     if (isLong(row)) printLongBytes(out, row);
 }
 
@@ -72,7 +74,7 @@ void printRow(std::ostream& out, const Row& row, const Widths& widths) {
 void printRecord(std::ostream& out, const Record& record, const TextStyle& style) {
     const std::string heading =
             record.key + ", " + std::to_string(record.sizeBytes) + " bytes, one by one:";
-    out << kIndent << paint(style, kBold, printable(heading)) << '\n';
+    out << kIndent << paint(style, kBold, escaped(heading)) << '\n';
     const Widths widths = widthsOf(record.rows);
     for (const Row& row : record.rows) printRow(out, row, widths);
 }

@@ -5,7 +5,7 @@
 #include "inspect/base/Bytes.h"
 #include "inspect/base/Utf8.h"
 #include "inspect/callers/PcmFormat.h"
-#include "inspect/report/TagText.h"
+#include "inspect/report/TagRows.h"
 #include "zrcodecparser/MediaDefs.h"
 
 namespace inspect {
@@ -13,11 +13,23 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+// As it is; what is no UTF-8 as if it were ISO-8859-1.
+Json toText(const std::string& text) {
+    return toUtf8(text);
+}
+
+// The path, and in hex beside it the bytes of one that is no UTF-8.
+void addPath(Json& json, const char* key, const std::string& path) {
+    json[key] = toText(path);
+    if (!isUtf8(path))
+        json[key + std::string("Bytes")] = hex(ByteVector(path.begin(), path.end()), "");
+}
+
 struct ValueToJson {
     Json operator()(int32_t value) const { return {{"type", "int32"}, {"value", value}}; }
     Json operator()(int64_t value) const { return {{"type", "int64"}, {"value", value}}; }
     Json operator()(const std::string& value) const {
-        Json json = {{"type", "string"}, {"value", toUtf8(value)}};
+        Json json = {{"type", "string"}, {"value", toText(value)}};
         if (!isUtf8(value)) json["bytes"] = hex(ByteVector(value.begin(), value.end()), "");
         return json;
     }
@@ -34,11 +46,17 @@ Json keysToJson(const Entries& entries) {
 
 Json mimeToJson(const Entries& entries) {
     const auto* mime = findValue<std::string>(entries, AMEDIAFORMAT_KEY_MIME);
-    return mime != nullptr ? Json(*mime) : Json();
+    return mime != nullptr ? toText(*mime) : Json();
 }
 
 Json textOrNull(const std::string& text) {
-    return text.empty() ? Json() : Json(text);
+    return text.empty() ? Json() : toText(text);
+}
+
+Json textsToJson(const std::vector<std::string>& texts) {
+    Json array = Json::array();
+    for (const std::string& text : texts) array.push_back(toText(text));
+    return array;
 }
 
 Json codecDataToJson(const std::vector<CodecDatum>& data) {
@@ -46,7 +64,7 @@ Json codecDataToJson(const std::vector<CodecDatum>& data) {
     for (const CodecDatum& datum : data) {
         array.push_back({{"key", datum.key},
                          {"bytes", datum.sizeBytes ? Json(*datum.sizeBytes) : Json()},
-                         {"text", datum.words}});
+                         {"text", toText(datum.words)}});
     }
     return array;
 }
@@ -54,7 +72,7 @@ Json codecDataToJson(const std::vector<CodecDatum>& data) {
 Json logToJson(const std::vector<host::LogLine>& log) {
     Json array = Json::array();
     for (const auto& [priority, tag, text] : log) {
-        array.push_back({{"priority", priority}, {"tag", tag}, {"text", text}});
+        array.push_back({{"priority", priority}, {"tag", tag}, {"text", toText(text)}});
     }
     return array;
 }
@@ -63,7 +81,7 @@ Json rowToJson(const Row& row) {
     Json json = {{"offset", row.offset},
                  {"bytes", hex(row.bytes, "")},
                  {"depth", row.depth},
-                 {"name", row.name},
+                 {"name", toText(row.name)},
                  {"value", textOrNull(row.value)}};
     if (row.bits > 0) json["bits"] = row.bits;
     return json;
@@ -121,17 +139,20 @@ const char* kindName(Kind kind) {
 Json trackToJson(const TrackReport& track) {
     Json json = {{"index", track.stream.index},
                  {"kind", kindName(track.stream.kind)},
-                 {"codec", track.stream.codec}};
+                 {"codec", toText(track.stream.codec)}};
     if (track.stream.kind == Kind::kOther) return json;
     json["codecType"] = track.stream.codecType;
     json["mime"] = mimeToJson(track.found.entries);
     json["verdict"] = toString(track.found.verdict.play);
     json["reason"] = textOrNull(track.found.verdict.reason);
-    json["notes"] = track.found.notes;
+    json["notes"] = textsToJson(track.found.notes);
     const PcmFormat* pcm = findPcmFormat(track.stream);
     if (isPcm(track.stream))
         json["conversionTo16"] = pcm != nullptr ? Json(pcm->conversion) : Json();
-    if (track.dump) json["dump"] = {{"path", track.dump->path}, {"frames", track.dump->frames}};
+    if (track.dump) {
+        addPath(json["dump"], "path", track.dump->path);
+        json["dump"]["frames"] = track.dump->frames;
+    }
     json["codecData"] = codecDataToJson(track.found.codecData);
     json["keys"] = keysToJson(track.found.entries);
     json["log"] = logToJson(track.found.log);
@@ -142,19 +163,37 @@ Json trackToJson(const TrackReport& track) {
     return json;
 }
 
+Json pictureToJson(const Tag& tag) {
+    const ByteVector* data = tag.picture();
+    if (data == nullptr) return {};
+    Json picture = {{"bytes", data->size()}, {"kind", pictureKind(*data).name}};
+    if (!tag.pictureFile.empty()) addPath(picture, "file", tag.pictureFile);
+    return picture;
+}
+
+Json tagToJson(const Tag& tag) {
+    Json eightBit = Json::array();
+    for (const TagRow* row : eightBitRows(tag.entries)) eightBit.push_back(row->key);
+    return {{"kind", tag.kind},
+            {"place", toText(tag.place)},
+            {"names", textsToJson(tag.names)},
+            {"picture", pictureToJson(tag)},
+            {"eightBit", eightBit},
+            {"notes", textsToJson(tag.notes)},
+            {"keys", keysToJson(tag.entries)},
+            {"log", logToJson(tag.log)}};
+}
+
 Json tagsToJson(const Tags& tags) {
     Json array = Json::array();
-    for (const Tag& tag : tags.list) {
-        Json json = tagToJson(tag);
-        json["keys"] = keysToJson(tag.entries);
-        json["log"] = logToJson(tag.log);
-        array.push_back(json);
-    }
+    for (const Tag& tag : tags.list) array.push_back(tagToJson(tag));
     return array;
 }
 
 Json fileToJson(const FileReport& report) {
-    Json json = {{"path", report.path}, {"error", textOrNull(report.error)}};
+    Json json;
+    addPath(json, "path", report.path);
+    json["error"] = textOrNull(report.error);
     if (!report.error.empty()) return json;
     json["truncated"] = textOrNull(report.truncation.value_or(""));
     json["container"] = {{"format", report.format},

@@ -1,8 +1,7 @@
-// Tags, for a person and for a script.
+// Tags, for a person.
 
 #pragma once
 
-#include <nlohmann/json.hpp>
 #include <ostream>
 
 #include "inspect/callers/Tags.h"
@@ -11,8 +10,5 @@
 namespace inspect {
 
 void printTags(std::ostream& out, const Tags& tags, const TextStyle& style);
-
-// Without "keys" and "log".
-nlohmann::ordered_json tagToJson(const Tag& tag);
 
 }  // namespace inspect

@@ -39,7 +39,7 @@ void printLog(std::ostream& out, const std::vector<host::LogLine>& log, const Te
     for (const auto& [priority, tag, text] : log) {
         const auto index = static_cast<size_t>(std::clamp(priority, 0, 7));
         const std::string line = std::string(1, kLetters[index]) + "/" + tag + ": " + text;
-        out << kIndent << paint(style, kDim, printable(line)) << '\n';
+        out << kIndent << paint(style, kDim, escaped(line)) << '\n';
     }
 }
 

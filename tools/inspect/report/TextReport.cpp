@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "inspect/base/Bytes.h"
+#include "inspect/base/Utf8.h"
 #include "inspect/callers/PcmFormat.h"
 #include "inspect/report/CallsText.h"
 #include "inspect/report/ExplainText.h"
@@ -27,14 +28,14 @@ std::string bitRateText(int32_t bitRate) {
 
 std::string mimeOf(const Entries& entries) {
     const auto* mime = findValue<std::string>(entries, AMEDIAFORMAT_KEY_MIME);
-    return mime != nullptr ? printable(*mime) : "-";
+    return mime != nullptr ? escaped(*mime) : "-";
 }
 
 // What the format says, in the words of a person. Values of 0 mean that nobody knows.
 class Facts {
 public:
     explicit Facts(const TrackReport& track)
-        : mEntries(track.found.entries), mText(printable(track.stream.codec)) {
+        : mEntries(track.found.entries), mText(escaped(track.stream.codec)) {
         const int32_t width = number(AMEDIAFORMAT_KEY_WIDTH);
         const int32_t height = number(AMEDIAFORMAT_KEY_HEIGHT);
         if (width > 0) add(std::to_string(width) + "x" + std::to_string(height));
@@ -48,7 +49,7 @@ public:
         const int32_t bitRate = number(AMEDIAFORMAT_KEY_BIT_RATE);
         if (bitRate > 0) add(bitRateText(bitRate));
         const auto* language = findValue<std::string>(mEntries, AMEDIAFORMAT_KEY_LANGUAGE);
-        if (language != nullptr && *language != "und") add("language " + printable(*language));
+        if (language != nullptr && *language != "und") add("language " + escaped(*language));
         const auto* duration = findValue<int64_t>(mEntries, AMEDIAFORMAT_KEY_DURATION);
         if (duration != nullptr) add(durationText(*duration));
     }
@@ -77,7 +78,7 @@ std::string verdictText(const Verdict& verdict, const TextStyle& style) {
     if (verdict.play == Play::kPlays) colour = kGreen;
     if (verdict.play == Play::kPlaysInSoftware) colour = kYellow;
     std::string text = paint(style, colour, std::string(toString(verdict.play)));
-    if (!verdict.reason.empty()) text += ": " + printable(verdict.reason);
+    if (!verdict.reason.empty()) text += ": " + escaped(verdict.reason);
     return text;
 }
 
@@ -94,7 +95,7 @@ void printCodecData(std::ostream& out, const std::vector<CodecDatum>& data) {
     for (const CodecDatum& datum : data) {
         out << kIndent << padded(datum.key, keyWidth) << "  "
             << rightAligned(sizeText(datum), sizeWidth) << (sizeWidth > 0 ? "  " : "")
-            << printable(datum.words) << '\n';
+            << escaped(datum.words) << '\n';
     }
 }
 
@@ -113,7 +114,7 @@ void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
     const std::string index = rightAligned(std::to_string(track.stream.index), 4);
     out << index << "  " << kindName(track.stream.kind) << "  ";
     if (track.stream.kind == Kind::kOther) {
-        out << printable(track.stream.codec) << ": not a track to the library\n";
+        out << escaped(track.stream.codec) << ": not a track to the library\n";
         return;
     }
     out << paint(style, kBold, padded(mimeOf(track.found.entries), mimeWidth)) << "  "
@@ -124,11 +125,11 @@ void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
     }
     if (track.dump) {
         out << kIndent << "dumped " << track.dump->frames << " frames -> "
-            << printable(track.dump->path) << '\n';
+            << escaped(track.dump->path) << '\n';
     }
     printCodecData(out, track.found.codecData);
     for (const std::string& note : track.found.notes) {
-        out << kIndent << paint(style, kYellow, printable(note)) << '\n';
+        out << kIndent << paint(style, kYellow, escaped(note)) << '\n';
     }
     if (track.keyFrames) printKeyFrames(out, *track.keyFrames);
     for (const Record& each : track.explanations) printRecord(out, each, style);
@@ -142,9 +143,9 @@ void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
 
 void printText(std::ostream& out, const FileReport& report, const TextStyle& style) {
     const bool hasMime = findValue<std::string>(report.entries, AMEDIAFORMAT_KEY_MIME) != nullptr;
-    out << paint(style, kBold, printable(report.path)) << "  "
+    out << paint(style, kBold, escaped(report.path)) << "  "
         << (hasMime ? mimeOf(report.entries) : "no container MIME type") << ", "
-        << printable(report.formatName);
+        << escaped(report.formatName);
     const auto* duration = findValue<int64_t>(report.entries, AMEDIAFORMAT_KEY_DURATION);
     if (duration != nullptr) out << ", " << durationText(*duration);
     out << '\n';
