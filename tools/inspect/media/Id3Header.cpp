@@ -4,7 +4,6 @@
 #include <array>
 
 #include "inspect/base/Utf8.h"
-#include "zrcodecparser/ID3.h"
 
 namespace inspect {
 namespace {
@@ -66,9 +65,12 @@ std::optional<ByteVector> readId3Header(const InputFile& file, int64_t offset) {
 }
 
 std::optional<uint32_t> syncsafe(Bytes bytes) {
-    size_t value = 0;
-    if (!android::ID3::ParseSyncsafeInteger(bytes.data(), &value)) return {};
-    return static_cast<uint32_t>(value);
+    uint32_t value = 0;
+    for (const uint8_t byte : bytes.first(4)) {
+        if ((byte & 0x80) != 0) return {};
+        value = value << 7 | byte;
+    }
+    return value;
 }
 
 std::string id3Fault(const InputFile& file, Bytes header) {

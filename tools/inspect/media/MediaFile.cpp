@@ -95,6 +95,16 @@ Stream readStream(AVFormatContext& context, AVStream& stream) {
 
 }  // namespace
 
+const char* toString(Kind kind) {
+    switch (kind) {
+        case Kind::kVideo: return "video";
+        case Kind::kAudio: return "audio";
+        case Kind::kText: return "text";
+        case Kind::kOther: break;
+    }
+    return "other";
+}
+
 MediaFile readMediaFile(const OpenFile& open) {
     const Demuxer demuxer(open, Samples::kWhole);
     AVFormatContext& context = demuxer.context();

@@ -13,6 +13,8 @@ namespace inspect {
 
 enum class Kind { kVideo, kAudio, kText, kOther };
 
+const char* toString(Kind kind);  // "video"
+
 struct Stream {
     int index = 0;
     Kind kind = Kind::kOther;

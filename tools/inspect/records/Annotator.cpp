@@ -89,17 +89,12 @@ void Annotator::rest(const std::string& name) {
 void Annotator::readPacked(std::span<const BitField> fields, std::span<uint64_t> values) {
     unsigned bits = 0;
     for (const BitField& field : fields) bits += field.bits;
-    const size_t offset = mPosition;
-    const Bytes taken = read(fields[0].name, bits / 8);
-    if (!ok()) return;
-    uint64_t number = 0;
-    for (const uint8_t byte : taken) number = number << 8 | byte;
-    for (size_t i = 0; i < fields.size(); i++) {
-        if (i > 0) add(offset, {}, fields[i].name);
-        bits -= fields[i].bits;
-        values[i] = number >> bits & (~uint64_t{0} >> (64 - fields[i].bits));
-        show(fields[i], values[i]);
+    if (remaining() * 8 < bits) {
+        read(fields[0].name, bits / 8);  // cuts the part
+        return;
     }
+    BitRun run(*this);
+    for (size_t i = 0; i < fields.size(); i++) values[i] = run.take(fields[i]);
 }
 
 void Annotator::show(const BitField& field, uint64_t value) {

@@ -60,9 +60,8 @@ std::string summariseOpusHead(const Record& record) {
     if (!record["signature"].holds("OpusHead")) return "no OpusHead";
     if (!record.has("channel mapping family")) return "not a complete OpusHead";
     return "OpusHead: " + channelText(record.number("output channel count")) + ", pre-skip " +
-           std::to_string(record.number("pre-skip")) + ", made from " +
-           std::to_string(record.number("input sample rate")) + " Hz, mapping family " +
-           std::to_string(record.number("channel mapping family"));
+           record.digits("pre-skip") + ", made from " + record.digits("input sample rate") +
+           " Hz, mapping family " + record.digits("channel mapping family");
 }
 
 std::string range(uint64_t least, uint64_t most) {
@@ -73,7 +72,7 @@ std::string range(uint64_t least, uint64_t most) {
 std::string summariseFlacStream(const Record& record) {
     if (!record["marker"].holds("fLaC")) return "no FLAC stream header";
     if (!record.has("total samples")) return "not a complete STREAMINFO";
-    return "STREAMINFO: " + std::to_string(record.number("sample rate")) + " Hz " +
+    return "STREAMINFO: " + record.digits("sample rate") + " Hz " +
            channelText(record.number("channels less one") + 1) + " " +
            std::to_string(record.number("bits per sample less one") + 1) + " bits, blocks of " +
            range(record.number("minimum block size"), record.number("maximum block size")) +
@@ -84,7 +83,7 @@ std::string summariseFlacStream(const Record& record) {
 
 std::string nanoseconds(const Record& record) {
     if (record.sizeBytes != sizeof(uint64_t)) return "is no 64-bit number";
-    return std::to_string(record.number("number")) + " ns";
+    return record.digits("number") + " ns";
 }
 
 std::string summariseCodecDelay(const Record& record) {
@@ -97,7 +96,7 @@ std::string summariseSeekPreRoll(const Record& record) {
 
 std::string summariseBitRate(const Record& record) {
     if (record.sizeBytes != sizeof(uint32_t)) return "not a 32-bit number";
-    return std::to_string(record.number("number")) + " bits a second";
+    return record.digits("number") + " bits a second";
 }
 
 }  // namespace

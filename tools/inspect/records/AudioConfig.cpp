@@ -69,7 +69,9 @@ std::string summariseAudioConfig(const Record& record, Bytes config) {
             isExtension(type) ? sampleRate(record, "extensionSamplingFrequencyIndex",
                                            "extensionSamplingFrequency")
                               : sampleRate(record, "samplingFrequencyIndex", "samplingFrequency");
-    if (!record.has("channelConfiguration")) return text + "not complete";
+    const bool isRead = record.has(isExtension(type) ? "extensionSamplingFrequencyIndex"
+                                                     : "channelConfiguration");
+    if (!isRead) return text + "not complete";
     return text + record.words(type == kEscape ? "audioObjectTypeExt" : "audioObjectType") + " " +
            std::to_string(rate) + " Hz " + record.words("channelConfiguration");
 }

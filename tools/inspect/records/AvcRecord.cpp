@@ -65,9 +65,8 @@ std::string summarise(const Record& record) {
         return "not a complete AVC configuration record";
     }
     return "AVC " + record.words("AVCProfileIndication") + " " +
-           record.words("AVCLevelIndication") + ", " +
-           std::to_string(record.number("numOfSequenceParameterSets")) + " SPS, " +
-           std::to_string(record.number("numOfPictureParameterSets")) + " PPS, " +
+           record.words("AVCLevelIndication") + ", " + record.digits("numOfSequenceParameterSets") +
+           " SPS, " + record.digits("numOfPictureParameterSets") + " PPS, " +
            record.words("lengthSizeMinusOne");
 }
 

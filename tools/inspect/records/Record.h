@@ -21,6 +21,7 @@ struct Record {
 
     uint64_t number(std::string_view name) const { return (*this)[name].number.value_or(0); }
     bool has(std::string_view name) const { return (*this)[name].number.has_value(); }
+    std::string digits(std::string_view name) const { return std::to_string(number(name)); }
     const std::string& words(std::string_view name) const { return (*this)[name].words; }
 
     // Whether nothing is missing down to this depth.

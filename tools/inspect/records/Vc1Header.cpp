@@ -101,8 +101,7 @@ std::string headerText(const Record& record, size_t behind, const std::string& p
 
 std::string summarise(const Record& record) {
     return headerText(record, kSizeAndProfile,
-                      ", " + std::to_string(record.number("width")) + "x" +
-                              std::to_string(record.number("height")));
+                      ", " + record.digits("width") + "x" + record.digits("height"));
 }
 
 std::string summariseWmv7Header(const Record& record) {

@@ -49,10 +49,9 @@ void readAdpcm(Annotator& out) {
 
 std::string summariseAdpcm(const Record& record) {
     if (!record.has("wSamplesPerBlock")) return "not a complete ADPCM format";
-    const std::string text =
-            "ADPCM: " + std::to_string(record.number("wSamplesPerBlock")) + " samples a block";
+    const std::string text = "ADPCM: " + record.digits("wSamplesPerBlock") + " samples a block";
     if (!record.has("wNumCoef")) return text;
-    return text + ", " + std::to_string(record.number("wNumCoef")) + " coefficient pairs";
+    return text + ", " + record.digits("wNumCoef") + " coefficient pairs";
 }
 
 }  // namespace

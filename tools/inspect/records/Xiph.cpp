@@ -125,8 +125,7 @@ void readVorbisSetup(Annotator& out) {
 }
 
 std::string dotted(const Record& record) {
-    return std::to_string(record.number("VMAJ")) + "." + std::to_string(record.number("VMIN")) +
-           "." + std::to_string(record.number("VREV"));
+    return record.digits("VMAJ") + "." + record.digits("VMIN") + "." + record.digits("VREV");
 }
 
 std::string summariseTheoraHeaders(const Record& record) {
@@ -138,9 +137,8 @@ std::string summariseTheoraHeaders(const Record& record) {
         const bool isHeader = row.isHeading() && row.depth == 0;
         if (isHeader && count < sizes.size()) sizes[count++] = row.number.value_or(0);
     }
-    return "Theora " + dotted(record) + ", " + std::to_string(record.number("PICW")) + "x" +
-           std::to_string(record.number("PICH")) + ", " + std::to_string(record.number("FRN")) +
-           "/" + std::to_string(record.number("FRD")) + " fps, headers of " +
+    return "Theora " + dotted(record) + ", " + record.digits("PICW") + "x" + record.digits("PICH") +
+           ", " + record.digits("FRN") + "/" + record.digits("FRD") + " fps, headers of " +
            std::to_string(sizes[0]) + ", " + std::to_string(sizes[1]) + " and " +
            std::to_string(sizes[2]) + " bytes";
 }
@@ -162,7 +160,7 @@ std::string summariseVorbisHeader(const Record& record) {
         const auto rate = static_cast<int32_t>(record.number(name));
         if (rate > 0) rates += ", " + (words + std::to_string(rate)) + " b/s";
     }
-    return what + ": " + std::to_string(record.number("audio_sample_rate")) + " Hz " +
+    return what + ": " + record.digits("audio_sample_rate") + " Hz " +
            channelText(record.number("audio_channels")) + rates;
 }
 

@@ -99,20 +99,10 @@ void printCodecData(std::ostream& out, const std::vector<CodecDatum>& data) {
     }
 }
 
-const char* kindName(Kind kind) {
-    switch (kind) {
-        case Kind::kVideo: return "video";
-        case Kind::kAudio: return "audio";
-        case Kind::kText: return "text ";
-        case Kind::kOther: break;
-    }
-    return "other";
-}
-
 void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
                 const TextStyle& style) {
     const std::string index = rightAligned(std::to_string(track.stream.index), 4);
-    out << index << "  " << kindName(track.stream.kind) << "  ";
+    out << index << "  " << padded(toString(track.stream.kind), 5) << "  ";
     if (track.stream.kind == Kind::kOther) {
         out << escaped(track.stream.codec) << ": not a track to the library\n";
         return;
