@@ -35,7 +35,9 @@ TEST_F(Escape, NamesSteerNoTerminal) {
         const std::string path = (mFolder / shown).string();
         EXPECT_TRUE(result.out.starts_with(path + "  audio/")) << result.out;
         EXPECT_EQ(result.err, "zrinspect: " + path + ".no: No such file or directory\n");
-        const json file = inspectFile("'" + good + "'");
+        const std::string document = inspect("--json '" + good + "'").out;
+        EXPECT_EQ(document.find(name), std::string::npos) << document;
+        const json file = json::parse(document)["files"][0];
         EXPECT_EQ(file["path"], good);
         EXPECT_FALSE(file.contains("pathBytes"));
     }

@@ -55,14 +55,35 @@ bool isUnseen(char32_t c) {
             kUnseen, [c](const Range& each) { return each.first <= c && c <= each.last; });
 }
 
+std::string print(const char* form, char32_t c) {
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), form, static_cast<unsigned>(c));
+    return text.data();
+}
+
 std::string escape(char32_t c) {
     if (c == '\n') return "\\n";
     if (c == '\r') return "\\r";
     if (c == '\t') return "\\t";
-    std::array<char, 16> text{};
-    const char* form = c < 0x100 ? "\\x%02x" : c < 0x10000 ? "\\u%04x" : "\\U%08x";
-    std::snprintf(text.data(), text.size(), form, static_cast<unsigned>(c));
-    return text.data();
+    return print(c < 0x100 ? "\\x%02x" : c < 0x10000 ? "\\u%04x" : "\\U%08x", c);
+}
+
+// RFC 8259 7; what has to be escaped in JSON is so already.
+std::string escapeInJson(char32_t c) {
+    if (c < 0x7F) return {static_cast<char>(c)};
+    if (c < 0x10000) return print("\\u%04x", c);
+    return print("\\u%04x", 0xD800 + ((c - 0x10000) >> 10)) +
+           print("\\u%04x", 0xDC00 + (c & 0x3FF));
+}
+
+std::string withoutUnseen(std::string_view utf8, std::string (*form)(char32_t)) {
+    std::string safe;
+    while (!utf8.empty()) {
+        const auto [value, sizeBytes] = decode(utf8);
+        safe += isUnseen(value) ? form(value) : std::string(utf8.substr(0, sizeBytes));
+        utf8.remove_prefix(sizeBytes);
+    }
+    return safe;
 }
 
 }  // namespace
@@ -88,14 +109,11 @@ std::string toUtf8(std::string_view text) {
 }
 
 std::string escaped(std::string_view text) {
-    const std::string utf8 = toUtf8(text);
-    std::string safe;
-    for (std::string_view rest = utf8; !rest.empty();) {
-        const auto [value, sizeBytes] = decode(rest);
-        safe += isUnseen(value) ? escape(value) : std::string(rest.substr(0, sizeBytes));
-        rest.remove_prefix(sizeBytes);
-    }
-    return safe;
+    return withoutUnseen(toUtf8(text), escape);
+}
+
+std::string escapedJson(std::string_view document) {
+    return withoutUnseen(document, escapeInJson);
 }
 
 std::string shortened(std::string_view text) {

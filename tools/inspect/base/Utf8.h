@@ -16,6 +16,9 @@ std::string toUtf8(std::string_view text);
 // what changes the direction of writing and what takes no room as \n, \x1b, \u202e.
 std::string escaped(std::string_view text);
 
+// A JSON document, which is UTF-8, with the same characters as \u escapes; it means what it meant.
+std::string escapedJson(std::string_view document);
+
 // No more than the beginning of a long text, which is UTF-8.
 std::string shortened(std::string_view text);
 

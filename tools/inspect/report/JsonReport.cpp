@@ -126,19 +126,9 @@ Json keyFramesToJson(const KeyFrames& frames) {
             {"firstDisputed", disputes}};
 }
 
-const char* kindName(Kind kind) {
-    switch (kind) {
-        case Kind::kVideo: return "video";
-        case Kind::kAudio: return "audio";
-        case Kind::kText: return "text";
-        case Kind::kOther: break;
-    }
-    return "other";
-}
-
 Json trackToJson(const TrackReport& track) {
     Json json = {{"index", track.stream.index},
-                 {"kind", kindName(track.stream.kind)},
+                 {"kind", toString(track.stream.kind)},
                  {"codec", toText(track.stream.codec)}};
     if (track.stream.kind == Kind::kOther) return json;
     json["codecType"] = track.stream.codecType;
@@ -213,7 +203,8 @@ void printJson(std::ostream& out, const std::vector<FileReport>& reports) {
     Json files = Json::array();
     for (const FileReport& report : reports) files.push_back(fileToJson(report));
     const Json document = {{"version", android::ZRCODECPARSER_VERSION}, {"files", files}};
-    out << document.dump(kSpaces, ' ', false, Json::error_handler_t::replace) << '\n';
+    const std::string text = document.dump(kSpaces, ' ', false, Json::error_handler_t::replace);
+    out << escapedJson(text) << '\n';
 }
 
 }  // namespace inspect
