@@ -19,6 +19,9 @@ namespace test {
 
 using Bytes = std::vector<uint8_t>;
 
+// Bytes as pairs of digits, blanks wherever they help.
+Bytes fromHex(const std::string& text);
+
 // A format of its own. The getters are empty when no value of that type stands under the key.
 class Format {
 public:
@@ -56,6 +59,11 @@ private:
     std::vector<Line> mLines;
     host::LogSink mFormer;
 };
+
+// What a call stores in a format, which is empty before, and logs: an entry's text for each line
+// and for the stores between two lines, in the order in which they happen, separated by line ends.
+std::string trace(const Format& format, const std::function<void()>& call,
+                  const std::string& tag = "MediaExtractorHelper");
 
 // The text of the fatal assertion that the call ends in, or empty when it returns.
 std::string fatalText(const std::function<void()>& call);
