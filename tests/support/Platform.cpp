@@ -25,22 +25,6 @@ Bytes fromHex(const std::string& text) {
     return bytes;
 }
 
-std::optional<int32_t> Format::int32(const char* key) const {
-    int32_t value;
-    return AMediaFormat_getInt32(get(), key, &value) ? std::optional(value) : std::nullopt;
-}
-
-std::optional<int64_t> Format::int64(const char* key) const {
-    int64_t value;
-    return AMediaFormat_getInt64(get(), key, &value) ? std::optional(value) : std::nullopt;
-}
-
-std::optional<std::string> Format::string(const char* key) const {
-    const char* value;
-    return AMediaFormat_getString(get(), key, &value) ? std::optional<std::string>(value)
-                                                      : std::nullopt;
-}
-
 std::optional<Bytes> Format::buffer(const char* key) const {
     void* data;
     size_t size;

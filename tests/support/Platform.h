@@ -26,15 +26,22 @@ Bytes fromHex(const std::string& text);
 class Format {
 public:
     AMediaFormat* get() const { return mFormat.get(); }
-    std::optional<int32_t> int32(const char* key) const;
-    std::optional<int64_t> int64(const char* key) const;
-    std::optional<std::string> string(const char* key) const;
+    std::optional<int32_t> int32(const char* key) const { return find(AMediaFormat_getInt32, key); }
+    std::optional<int64_t> int64(const char* key) const { return find(AMediaFormat_getInt64, key); }
+    std::optional<std::string> string(const char* key) const {
+        return find(AMediaFormat_getString, key);
+    }
     std::optional<Bytes> buffer(const char* key) const;
     // Every entry as the platform prints it, in the order in which the keys were first set.
     std::string text() const { return AMediaFormat_toString(get()); }
     std::optional<std::string> mime() const { return string(AMEDIAFORMAT_KEY_MIME); }
 
 private:
+    template <typename T>
+    std::optional<T> find(bool (*getter)(AMediaFormat*, const char*, T*), const char* key) const {
+        T value;
+        return getter(get(), key, &value) ? std::optional(value) : std::nullopt;
+    }
     struct Delete {
         void operator()(AMediaFormat* format) const { AMediaFormat_delete(format); }
     };
