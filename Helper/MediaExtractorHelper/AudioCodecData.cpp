@@ -1,6 +1,7 @@
 // Codec data of audio tracks, and the elementary stream descriptors that MPEG-4 video shares.
 
 #include <algorithm>
+#include <vector>
 
 #include "Helper/base/Checked.h"
 #include "Helper/base/Log.h"
