@@ -172,24 +172,42 @@ public:
 
     // --- Audio codec data ---
 
-    // Stores an audio track's codec private data, of *size bytes, in the form for its CodecType:
-    //   AAC           AudioSpecificConfig; as setESDS for audio
-    //   FLAC          "flac-codec-specific-data"; block and frame sizes if "fLaC" and STREAMINFO
-    //   Vorbis        as setVorbisCodecSpecificData, whose failure is logged and not returned
-    //   WMA           "wma-..." keys; layouts by version
-    //   ADPCM, Opus   the whole data: "adpcm-codec-specific-data", AMEDIAFORMAT_KEY_CSD_0
-    // Any other code stores nothing. Returns 0, or -1 for WMA 1 and 2 data that are too short
-    // (logged, nothing stored). Other WMA data that are too short are logged and count as zeros.
+    // Stores an audio track's codec private data, of *size bytes, in the form for its CodecType.
+    // data may be a buffer of format itself; *size is not changed.
+    //   201 AAC       an AudioSpecificConfig of any length, as setESDS for audio
+    //   207 FLAC      the whole data: "flac-codec-specific-data". If they are 26 bytes or more and
+    //                 begin with "fLaC" in any case of letters, the numbers of the STREAMINFO
+    //                 (RFC 9639 8.2) taken to stand behind the next 4 bytes, big-endian:
+    //                 "min-block-size", "max-block-size", "min-frame-size", "max-frame-size"
+    //   208 Vorbis    as setVorbisCodecSpecificData, whose failure is logged and not returned
+    //   210 WMA 1     "wma-encode-opt": 16 bits at byte 2. Less than 4 bytes: an error
+    //   211 WMA 2     "wma-encode-opt": 16 bits at byte 4. Less than 6 bytes: an error
+    //   212 WMA Pro, 213 WMA lossless
+    //                 "wma-channel-mask", "wma-adv-enc-opt1", "wma-adv-enc-opt2": 32 bits at bytes
+    //                 2, 6, 10; "wma-encode-opt": 16 bits at byte 14
+    //   214 WMA voice "wma-channel-mask": 32 bits at byte 2; "wma-encode-opt", "wma-adv-enc-opt1":
+    //                 16 bits at bytes 14, 16; "wma-voice-enc-opt1", "wma-voice-enc-opt2_0",
+    //                 "wma-voice-enc-opt2_1": 32 bits at bytes 18, 22, 26
+    //   218 ADPCM     the whole data: "adpcm-codec-specific-data"
+    //   228 Opus      the whole data: AMEDIAFORMAT_KEY_CSD_0
+    // Any other code stores nothing, 209 (WMA of an unknown version) and 226 (AAC behind ADTS
+    // headers) among them; data and size are not looked at then and may be null. WMA fields are
+    // little-endian; those of 32 bits are stored as the int32 of the same bits. Of 212 to 214, data
+    // of less than 18 bytes are logged and all their fields are 0; in longer data a field's bytes
+    // past the end read as 0.
+    // Returns 0, or -1 for too short data of 210 and 211 (logged, nothing stored).
     status_t setAudioConfig(uint32_t codecType, const uint8_t* data, size_t* size,
                             AMediaFormat* format);
 
     // Stores an elementary stream descriptor (ISO/IEC 14496-1 7.2.6.5) around the decoder-specific
-    // data under AMEDIAFORMAT_KEY_ESDS: MPEG-4 audio or MPEG-4 Visual. Returns 0.
+    // data of *size bytes under AMEDIAFORMAT_KEY_ESDS: objectTypeIndication 0x40 (MPEG-4 audio) or
+    // 0x20 (MPEG-4 Visual), all other numbers 0, streamType too; no SLConfigDescriptor. *size is
+    // not changed. Returns 0.
     status_t setESDS(const uint8_t* data, size_t* size, AMediaFormat* format, bool isAudio);
 
     // Writes an MPEG-4 Visual descriptor with one-byte sizes, of which data of more than 107 bytes
     // deserve longer ones: only their low 8 bits are kept. Requires room for *size + 22 bytes at
-    // out.
+    // out. *size is not changed.
     void makeESDS(const uint8_t* data, size_t* size, uint8_t* out);
 
     // Writes the descriptor for the two bytes of an AudioSpecificConfig (ISO/IEC 14496-3 1.6.2.1)
@@ -201,14 +219,16 @@ public:
 
     // The expandable size field (ISO/IEC 14496-1 8.3.3): its length for a value, 1 to 4 bytes; and
     // the field itself, written at out + offset, which moves on past it. Values of 2^28 and above
-    // lose their top bits.
+    // lose their top bits. An offset that would leave its type is fatal, before anything is
+    // written.
     size_t bytesForSize(size_t value);
     void storeSize(uint8_t* out, size_t& offset, size_t value);
 
-    // Splits the three Vorbis headers out of a block with Xiph lacing and stores the identification
-    // header under AMEDIAFORMAT_KEY_CSD_0 and the setup header under AMEDIAFORMAT_KEY_CSD_1.
-    // Returns 0; -1007 when the block is malformed or its first packet no identification header,
-    // with nothing stored; -10001 when the second or third packet is of a wrong type, with
+    // Splits the three Vorbis headers out of a block with Xiph lacing, of *size bytes, and stores
+    // the identification header under AMEDIAFORMAT_KEY_CSD_0 and the setup header under
+    // AMEDIAFORMAT_KEY_CSD_1. data may be a buffer of format itself; *size is not changed.
+    // Returns 0; -1007 when the block is empty or malformed or its first packet no identification
+    // header, with nothing stored; -10001 when the second or third packet is of a wrong type, with
     // AMEDIAFORMAT_KEY_CSD_0 stored all the same.
     status_t setVorbisCodecSpecificData(const uint8_t* data, size_t* size, AMediaFormat* format);
 

@@ -32,12 +32,14 @@ const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
 // What becomes of the codec private data.
 enum class Form {
     kNothing,     // not stored
-    kElsewhere,   // for AvcRefereeTest and AudioRefereeTest to judge
+    kElsewhere,   // for AvcRefereeTest to judge
     kWhole,       // the buffer under the row's key
     kWholeNoVps,  // that, when the VPS is taken out before
     kFront,       // the buffer but for a profile byte at its end
     kBack,        // the buffer but for descriptors at its front
     kWmaOptions,  // a number
+    kFlac,        // the buffer, and numbers out of it
+    kVorbis,      // two of its three packets
 };
 
 struct Row {
@@ -71,6 +73,7 @@ const Row kRows[] = {
     {"Hevc422",     129, "video/hevc",        {98, 50},     HEVC "yuv422p10le", Form::kWhole, AMEDIAFORMAT_KEY_CSD_HEVC},
     {"Hevc444",     129, "video/hevc",        {99, 51},     HEVC "yuv444p",     Form::kWhole, AMEDIAFORMAT_KEY_CSD_HEVC},
     {"AvcWithAud",  104, "video/avc",         {98, 50},     "-c:v libx264 -x264-params scenecut=0:aud=1 -pix_fmt yuv420p -f h264", Form::kElsewhere},
+    {"Mpeg4Fields", 102, "video/mp4v-es",     {96, 64},     GLOBAL "-c:v mpeg4 -flags +ildct+ilme -f mp4", ESDS},
     {"Mpeg4InBand", 102, "video/mp4v-es",     {98, 50},     "-c:v mpeg4 -bf 2 -f m4v", ESDS},
     {"Xvid",        120, "video/mp4v-es",     {98, 50},     GLOBAL "-c:v mpeg4 -bf 2 -vtag XVID -f avi", ESDS},
     {"Divx",        124, "video/divx",        {98, 50},     GLOBAL "-c:v mpeg4 -bf 2 -vtag DIVX -f avi", ESDS},
@@ -83,9 +86,16 @@ const Row kRows[] = {
     {"TheoraOgg",   121, "video/theora",      {98, 50},     "-c:v libtheora -f ogg", KEY(THEORASPECIFICDATA)},
     {"Mpeg2",       101, "video/mpeg2",       {98, 50},     "-c:v mpeg2video -bf 2 -f matroska", ESDS},
     {"Mjpeg",       114, "video/mjpg",        {98, 50},     "-c:v mjpeg -pix_fmt yuvj420p -f avi"},
-    {"Vorbis",      208, "audio/vorbis",      {},           "-c:a libvorbis -f ogg", Form::kElsewhere},
+    {"Aac7350",     201, "audio/mp4a-latm",   {},           "-ar 7350 -ac 1 -c:a aac -f mp4", ESDS},
+    {"Aac96000",    201, "audio/mp4a-latm",   {},           "-ar 96000 -ac 2 -c:a aac -f matroska", ESDS},
+    {"Aac51",       201, "audio/mp4a-latm",   {},           "-af aformat=channel_layouts=5.1 -c:a aac -f mp4", ESDS},
+    {"AacQuad",     201, "audio/mp4a-latm",   {},           "-af aformat=channel_layouts=quad -c:a aac -f mp4", ESDS},  // a program config element
+    {"VorbisOgg",   208, "audio/vorbis",      {},           "-ar 44100 -ac 2 -c:a libvorbis -f ogg", Form::kVorbis},
+    {"VorbisMkv",   208, "audio/vorbis",      {},           "-ar 8000 -ac 1 -c:a libvorbis -f matroska", Form::kVorbis},
+    {"Vorbis51",    208, "audio/vorbis",      {},           "-af aformat=channel_layouts=5.1 -c:a libvorbis -f matroska", Form::kVorbis},
     {"Opus51",      228, "audio/opus",        {},           "-af aformat=channel_layouts=5.1 -c:a libopus -f ogg", Form::kWhole, AMEDIAFORMAT_KEY_CSD_0},
-    {"Flac",        207, "audio/flac",        {},           "-ar 44100 -ac 2 -c:a flac -f flac", KEY(FLACCOECSPECIFICDATA)},
+    {"Flac",        207, "audio/flac",        {},           "-ar 44100 -ac 2 -c:a flac -f flac", Form::kFlac, ZREAMEDIAFORMAT_KEY_FLACCOECSPECIFICDATA},
+    {"FlacLarge",   207, "audio/flac",        {},           "-ar 96000 -ac 2 -sample_fmt s32 -frame_size 16384 -c:a flac -f flac", Form::kFlac, ZREAMEDIAFORMAT_KEY_FLACCOECSPECIFICDATA},
     {"WmaV1",       210, "audio/x-zr-ms-wma", {},           "-ar 44100 -ac 2 -c:a wmav1 -f asf", Form::kWmaOptions},
     {"WmaV2",       211, "audio/x-zr-ms-wma", {},           "-ar 22050 -ac 1 -b:a 32k -c:a wmav2 -f asf", Form::kWmaOptions},
     {"AdpcmMs",     218, "audio/adpcm",       {},           "-ar 44100 -ac 2 -c:a adpcm_ms -f wav", KEY(ADPCMWAVEFORMAT)},
@@ -98,7 +108,7 @@ const Row kRows[] = {
 // With a decoder for whatever the rows' codecs are looked up by.
 const host::Device kDevice{{
     "video/avc", "video/hevc", "video/mp4v-es", "video/divx", "video/3gpp", "video/x-ms-wmv7", "video/x-ms-wmv8",
-    "video/theora", "video/mpeg2", "video/mjpg", "audio/vorbis", "audio/opus", "audio/flac", "audio/x-zr-ms-wma",
+    "video/theora", "video/mpeg2", "video/mjpg", "audio/mp4a-latm", "audio/vorbis", "audio/opus", "audio/flac", "audio/x-zr-ms-wma",
     "audio/adpcm", "audio/mpeg", "audio/ac3", "audio/eac3", "audio/alac", "audio/x-zr-alac"}};
 // clang-format on
 
@@ -188,6 +198,18 @@ protected:
             data.at(at + 1) = static_cast<uint8_t>(options >> 8);
             return data;
         }
+        if (row.form == Form::kVorbis) {  // libavcodec takes the packets behind 16-bit lengths, too
+            const Bytes comment{3, 'v', 'o', 'r', 'b', 'i', 's', 0, 0, 0, 0, 0, 0, 0, 0, 1};
+            Bytes data;
+            for (const Bytes& packet : {format.buffer(AMEDIAFORMAT_KEY_CSD_0).value(), comment,
+                                        format.buffer(AMEDIAFORMAT_KEY_CSD_1).value()}) {
+                data.push_back(static_cast<uint8_t>(packet.size() >> 8));
+                data.push_back(static_cast<uint8_t>(packet.size()));
+                data.insert(data.end(), packet.begin(), packet.end());
+            }
+            return data;
+        }
+        if (row.form == Form::kFlac) expectStreamInfo();
         Bytes data = format.buffer(row.key).value();
         if (row.form == Form::kFront) data.resize(config.size());
         if (row.form == Form::kBack) data.erase(data.begin(), data.end() - size);
@@ -205,6 +227,17 @@ protected:
             data.insert(data.begin() + 23, array.begin(), array.end());
         }
         return data;
+    }
+
+    // RFC 9639 8.2: frame sizes are those of the whole stream, block sizes leave out the last
+    // block.
+    void expectStreamInfo() const {
+        const auto [minFrame, maxFrame] = std::ranges::minmax(
+                stream.packets, {}, [](const auto& packet) { return packet.data.size(); });
+        EXPECT_EQ(number(ZREAMEDIAFORMAT_KEY_MINBLOCKSIZE), stream.packets.front().duration);
+        EXPECT_EQ(number(ZREAMEDIAFORMAT_KEY_MAXBLOCKSIZE), stream.packets.front().duration);
+        EXPECT_EQ(number(ZREAMEDIAFORMAT_KEY_MINFRAMESIZE), std::ssize(minFrame.data));
+        EXPECT_EQ(number(ZREAMEDIAFORMAT_KEY_MAXFRAMESIZE), std::ssize(maxFrame.data));
     }
 
     int number(const char* key) const { return format.int32(key).value_or(0); }
