@@ -40,7 +40,8 @@ public:
     static const char* getMsgKey(int metaKey);
 
     // Copy every entry that has a known key from one store to the other; what is absent, or of
-    // another type, is passed over. Return 0. Codec data go into the message under "csd-0", with 1
+    // another type, is passed over, whatever types the metadata's findData answers for. A null
+    // message is made. Return 0. Codec data go into the message under "csd-0", with 1
     // under "csd" and 0 under "timeUs" in the buffer's own message, those of a later key in place
     // of those of an earlier one; from the message they are deliberately taken by their own keys,
     // and of two keys with one code the later counts. Fatal, for the last: null arguments.
