@@ -5,6 +5,9 @@
 
 #include "../Helper/vocabulary/MetaKeyTable.h"
 #include "Fuzz.h"
+#include "platform/Message.h"
+#include "platform/MetaData.h"
+#include "platform/OmxNode.h"
 #include "zrcodecparser/MediaCodecHelper.h"
 
 using namespace android;

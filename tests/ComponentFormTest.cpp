@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "support/ComponentSetup.h"
+#include "platform/MetaData.h"
+#include "support/Component.h"
 #include "support/Platform.h"
 #include "zrcodecparser/MetaKeys.h"
 
@@ -27,20 +28,19 @@ TEST(Component, MetadataGoByWayOfAMessage) {
     const sp<Component> component = new Component;
     const sp<IOMXNode> node = component;
     const LogCapture log("MediaCodecHelper");
-    EXPECT_EQ(MediaCodecHelper::setWMAFormat(metadata, node, false), 0);
+    EXPECT_EQ(Helper::setWMAFormat(metadata, node, false), 0);
     EXPECT_EQ(component->calls.back().at(32, 2), 2230u);
-    EXPECT_EQ(MediaCodecHelper::setG711Format(metadata, 1, node, false), 0);
+    EXPECT_EQ(Helper::setG711Format(metadata, 1, node, false), 0);
     EXPECT_EQ(component->calls.back().at(32), 44100u);
-    EXPECT_EQ(MediaCodecHelper::setG726Format(metadata, node, false), 0);
-    EXPECT_EQ(MediaCodecHelper::setAACFormat(metadata, 0, node, false), 0);
+    EXPECT_EQ(Helper::setG726Format(metadata, node, false), 0);
+    EXPECT_EQ(Helper::setAACFormat(metadata, 0, node, false), 0);
     EXPECT_EQ(component->calls.back().name, "set 6f400003");
-    EXPECT_EQ(MediaCodecHelper::setAlacFormat(metadata, 0, node, false), 0);
-    EXPECT_EQ(MediaCodecHelper::setDivxFormat(metadata, node, false), 0);
+    EXPECT_EQ(Helper::setAlacFormat(metadata, 0, node, false), 0);
+    EXPECT_EQ(Helper::setDivxFormat(metadata, node, false), 0);
     EXPECT_EQ(component->calls.back().at(12), 8u);
-    MediaCodecHelper::configureFramePackingFormat(metadata, node);
+    Helper::configureFramePackingFormat(metadata, node);
     EXPECT_EQ(component->calls.back().at(20), 3u);
-    EXPECT_NE(test::fatalText([&] { MediaCodecHelper::setRAFormat(metadata, 0, node, false); }),
-              "");
+    EXPECT_NE(test::fatalText([&] { Helper::setRAFormat(metadata, 0, node, false); }), "");
 }
 
 TEST(Component, QcomVideoDecoder) {
@@ -82,14 +82,14 @@ TEST(Component, QcomVideoDecoder) {
         if (row.fileFormat != nullptr) format->setString("file-format", row.fileFormat);
         const sp<Component> node = new Component;
         node->errors = row.errors;
-        MediaCodecHelper::configureQCOMVideoDecoder(format, node, row.flags, row.component);
+        Helper::configureQCOMVideoDecoder(format, node, row.flags, row.component);
         EXPECT_EQ(node->text(), row.calls) << row.component;
         EXPECT_EQ(log.lines(), row.lines) << row.component;
         EXPECT_EQ(node->calls[0].bytes.size(), 24u);
     }
     const sp<Component> node = new Component;
     const LogCapture log("MediaCodecHelper");
-    MediaCodecHelper::configureFramePackingFormat(messageOf({{"use-arbitrary-mode", 2}}), node);
+    Helper::configureFramePackingFormat(messageOf({{"use-arbitrary-mode", 2}}), node);
     EXPECT_EQ(log.lines(), (std::vector<Line>{{4, "Decoder will be in arbitrary mode"}}));
     EXPECT_EQ(node->calls[0].bytes, (std::vector<uint8_t>{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
                                                           0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0}));

@@ -1,4 +1,5 @@
-// A codec component that remembers what it is told.
+// A codec component that remembers what it is told, the operations that set up audio and DivX
+// components in one form, and formats that suit them.
 
 #pragma once
 
@@ -7,9 +8,16 @@
 #include <string>
 #include <vector>
 
+#include "platform/Message.h"
 #include "platform/OmxNode.h"
+#include "zrcodecparser/MediaCodecHelper.h"
 
 namespace test {
+
+using android::AMessage;
+using android::IOMXNode;
+using android::sp;
+using Helper = android::MediaCodecHelper;
 
 struct Call {
     std::string name;  // "get 0400000a", "set 0400000a", "extension NAME"
@@ -24,7 +32,7 @@ struct Call {
 };
 
 // Returns A5 for every byte behind size, version and port.
-class Component : public android::IOMXNode {
+class Component : public IOMXNode {
 public:
     std::vector<Call> calls;
     std::map<size_t, android::status_t> errors;  // by the number of the call
@@ -66,5 +74,60 @@ private:
         return error == errors.end() ? 0 : error->second;
     }
 };
+
+using Numbers = std::map<std::string, int32_t>;
+
+inline sp<AMessage> messageOf(const Numbers& numbers) {
+    sp<AMessage> message = new AMessage;
+    for (const auto& [key, value] : numbers) message->setInt32(key.c_str(), value);
+    return message;
+}
+
+inline Numbers without(Numbers numbers, const char* key) {
+    numbers.erase(key);
+    return numbers;
+}
+
+inline Numbers withValue(Numbers numbers, const char* key, int32_t value) {
+    numbers[key] = value;
+    return numbers;
+}
+
+inline const Numbers kPcm{{"channel-count", 6}, {"sample-rate", 48000}};
+inline const std::string kPcmCalls = "get 02000001\nset 02000001\nget 04000002\nset 04000002\n";
+inline const Numbers kAac{{"channel-count", 2},
+                          {"sample-rate", 44100},
+                          {"aac-format-adif", 1},
+                          {"aac-max-output-channel_count", 6},
+                          {"aac-drc-cut-level", 11},
+                          {"aac-drc-boost-level", 12},
+                          {"aac-drc-heavy-compression", 13},
+                          {"aac-target-ref-level", 14},
+                          {"aac-encoded-target-level", 15}};
+inline const Numbers kWma{{"wma-version", 2},           {"wma-adv-enc-opt1", 0x11112222},
+                          {"wma-adv-enc-opt2", 7},      {"wma-vir-pkt-size", 99},
+                          {"channel-count", 2},         {"sample-rate", 44100},
+                          {"bitrate", 128000},          {"wma-encode-opt", 0x10015},
+                          {"wma-block-align", 5},       {"wma-bits-per-sample", 16},
+                          {"wma-format-tag", 0x161},    {"wma-voice-enc-opt1", 31},
+                          {"wma-voice-enc-opt2_0", 32}, {"wma-voice-enc-opt2_1", 33}};
+inline const Numbers kRa{
+        {"channel-count", 1},       {"sample-rate", 8000},   {"ra-actual-rate", 8001},
+        {"bits-per-sample", 16},    {"ra-audio-quality", 3}, {"ra-flavor-index", 70000},
+        {"ra-bits-per-frame", 160}, {"ra-granularity", 20},  {"ra-fourcc", 0x6C706376}};
+
+using Operation = int32_t (*)(const sp<AMessage>&, const sp<IOMXNode>&);
+// clang-format off
+inline constexpr Operation
+        setPcm = [](auto& f, auto& n) { return Helper::setRawAudioFormat(f, 1, n, false); },
+        setG711 = [](auto& f, auto& n) { return Helper::setG711Format(f, 1, n, false); },
+        setG726 = [](auto& f, auto& n) { return Helper::setG726Format(f, n, false); },
+        setAac = [](auto& f, auto& n) { return Helper::setAACFormat(f, 0, n, false); },
+        setAlac = [](auto& f, auto& n) { return Helper::setAlacFormat(f, 0, n, false); },
+        setWma = [](auto& f, auto& n) { return Helper::setWMAFormat(f, n, false); },
+        setRa = [](auto& f, auto& n) { return Helper::setRAFormat(f, 7, n, false); },
+        setDivx = [](auto& f, auto& n) { return Helper::setDivxFormat(f, n, true); },
+        setDolby = [](auto& f, auto& n) { return Helper::setDolbyFormat(f, 0, n, false); };
+// clang-format on
 
 }  // namespace test
