@@ -4,6 +4,7 @@
 
 #include "platform/Errors.h"
 #include "platform/Message.h"
+#include "platform/MetaData.h"
 #include "zrcodecparser/MediaCodecHelper.h"
 
 namespace android {

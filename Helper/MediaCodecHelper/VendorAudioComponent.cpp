@@ -23,7 +23,7 @@ constexpr size_t kRaSize = 44;
 
 constexpr uint32_t kLastWmaVersion = 3;
 
-// Of "wma-version"; 3 is voice, and all behind it are one.
+// Of "wma-version"; all behind the last are one.
 constexpr omx::Versions wmaVersion(uint32_t version) {
     return 1u << std::min(version, kLastWmaVersion + 1);
 }
@@ -39,19 +39,19 @@ constexpr auto kAlacFields = std::to_array<omx::Field>({
         {16, 4, kAlways, omx::kSampleRate},
 });
 constexpr auto kWmaFields = std::to_array<omx::Field>({
-        {36, 2, kVersions1To3, {kZreKeyWMAAdvEncOpt1,    "CHECK(msg->findInt32(getMsgKey(kZreKeyWMAAdvEncOpt1),&advencopt1)) failed."}},
-        {40, 4, kVersions1And2, {kZreKeyWMAAdvEncOpt2,    "CHECK(msg->findInt32(getMsgKey(kZreKeyWMAAdvEncOpt2), &advencopt2)) failed."}},
-        {52, 4, kVersion3,     {kZreKeyWMAVoiceEncOpt1,  "CHECK(msg->findInt32(getMsgKey(kZreKeyWMAVoiceEncOpt1), &voiceencopt1)) failed."}},
-        {56, 4, kVersion3,     {kZreKeyWMAVoiceEncOpt20, "CHECK(msg->findInt32(getMsgKey(kZreKeyWMAVoiceEncOpt20), &voiceencopt20)) failed."}},
-        {60, 4, kVersion3,     {kZreKeyWMAVoiceEncOpt21, "CHECK(msg->findInt32(getMsgKey(kZreKeyWMAVoiceEncOpt21), &voiceencopt21)) failed."}},
-        { 0, kNotSent, kVersions1To3, {kZreKeyWMAVirPktSize,    "CHECK(msg->findInt32(getMsgKey(kZreKeyWMAVirPktSize), &virpktsize)) failed."}},
-        {12, 2, kAlways,       omx::kChannelCount},
-        {28, 4, kAlways,       omx::kSampleRate},
-        {16, 4, kAlways,       {kZreKeyBitRate,          "CHECK(msg->findInt32(getMsgKey(kZreKeyBitRate), &bitRate)) failed."}},
-        {34, 2, kAlways,       {kZreKeyWMAEncodeOpt,     "CHECK(msg->findInt32(getMsgKey(kZreKeyWMAEncodeOpt), &encodeOpt)) failed."}},
-        {32, 2, kAlways,       {kZreKeyWMABlockAlign,    "CHECK(msg->findInt32(getMsgKey(kZreKeyWMABlockAlign), &blockAlign)) failed."}},
-        {46, 2, kAlways,       {kZreKeyWMABitsPerSample, "CHECK(msg->findInt32(getMsgKey(kZreKeyWMABitsPerSample), &bitsPerSample)) failed."}},
-        {44, 2, kAlways,       {kZreKeyWMAFormatTag,     "CHECK(msg->findInt32(getMsgKey(kZreKeyWMAFormatTag), &formatTag)) failed."}},
+        {36, 2,        kVersions1To3,  {kZreKeyWMAAdvEncOpt1,    "CHECK(msg->findInt32(getMsgKey(kZreKeyWMAAdvEncOpt1),&advencopt1)) failed."}},
+        {40, 4,        kVersions1And2, {kZreKeyWMAAdvEncOpt2,    "CHECK(msg->findInt32(getMsgKey(kZreKeyWMAAdvEncOpt2), &advencopt2)) failed."}},
+        {52, 4,        kVersion3,      {kZreKeyWMAVoiceEncOpt1,  "CHECK(msg->findInt32(getMsgKey(kZreKeyWMAVoiceEncOpt1), &voiceencopt1)) failed."}},
+        {56, 4,        kVersion3,      {kZreKeyWMAVoiceEncOpt20, "CHECK(msg->findInt32(getMsgKey(kZreKeyWMAVoiceEncOpt20), &voiceencopt20)) failed."}},
+        {60, 4,        kVersion3,      {kZreKeyWMAVoiceEncOpt21, "CHECK(msg->findInt32(getMsgKey(kZreKeyWMAVoiceEncOpt21), &voiceencopt21)) failed."}},
+        { 0, kNotSent, kVersions1To3,  {kZreKeyWMAVirPktSize,    "CHECK(msg->findInt32(getMsgKey(kZreKeyWMAVirPktSize), &virpktsize)) failed."}},
+        {12, 2,        kAlways,        omx::kChannelCount},
+        {28, 4,        kAlways,        omx::kSampleRate},
+        {16, 4,        kAlways,        {kZreKeyBitRate,          "CHECK(msg->findInt32(getMsgKey(kZreKeyBitRate), &bitRate)) failed."}},
+        {34, 2,        kAlways,        {kZreKeyWMAEncodeOpt,     "CHECK(msg->findInt32(getMsgKey(kZreKeyWMAEncodeOpt), &encodeOpt)) failed."}},
+        {32, 2,        kAlways,        {kZreKeyWMABlockAlign,    "CHECK(msg->findInt32(getMsgKey(kZreKeyWMABlockAlign), &blockAlign)) failed."}},
+        {46, 2,        kAlways,        {kZreKeyWMABitsPerSample, "CHECK(msg->findInt32(getMsgKey(kZreKeyWMABitsPerSample), &bitsPerSample)) failed."}},
+        {44, 2,        kAlways,        {kZreKeyWMAFormatTag,     "CHECK(msg->findInt32(getMsgKey(kZreKeyWMAFormatTag), &formatTag)) failed."}},
 });
 constexpr auto kRaFields = std::to_array<omx::Field>({
         {12, 4, kAlways, omx::kChannelCount},
@@ -103,7 +103,7 @@ status_t setWma(const WmaValues& values, IOMXNode& node) {
     omx::ParameterImage<kWmaSize> params;
     params.putHeader(kInputPort);
     const status_t err = params.get(node, OMX_IndexParamAudioWma);
-    // Voice decoders may refuse to tell and still take the values.
+    // Version 3 deliberately goes on without the component's own values.
     if (err != OK && wmaVersion(version) != kVersion3) return err;
     omx::putFields(kWmaFields, values.fields, &params, wmaVersion(version));
     return params.set(node, OMX_IndexParamAudioWma);

@@ -39,6 +39,7 @@ inline Value find(const AMessage& message, const char* messageKey) {
     return message.findInt32(messageKey, &value) ? Value(value) : std::nullopt;
 }
 
+// Of a code in the key table.
 inline Value find(const AMessage& message, uint32_t metaKey) {
     return find(message, findMessageKey(metaKey));
 }
