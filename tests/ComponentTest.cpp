@@ -1,12 +1,28 @@
 #include <gtest/gtest.h>
 
-#include "platform/MetaData.h"
 #include "support/Component.h"
 #include "support/Platform.h"
 
 namespace {
 
 using namespace test;
+
+// The status of the form, or the fatal text behind its location. Of what has no form for metadata,
+// the message's counts again.
+std::string resultOf(const Operation& setup, bool isMetadata, const Numbers& format,
+                     const sp<Component>& node) {
+    const sp<AMessage> message = messageOf(format);
+    const sp<android::MetaData> metadata = new android::MetaData;
+    Helper::ZRCodeConvertMessageToMetaData(message, metadata);
+    int32_t status = 0;
+    const std::string fatal = test::fatalText([&] {
+        const bool hasForm = isMetadata && setup.metadata != nullptr;
+        status = hasForm ? setup.metadata(metadata, node) : setup.message(message, node);
+    });
+    const std::string location = "Helper/MediaCodecHelper ";
+    EXPECT_TRUE(fatal.empty() || fatal.starts_with(location)) << fatal;
+    return fatal.empty() ? std::to_string(status) : fatal.substr(location.size());
+}
 
 // What a component is told, in which order, and what comes of it when it answers with an error: a
 // status, or the text of a fatal end.
@@ -72,22 +88,21 @@ TEST(Component, CallsAndStatuses) {
             {"ra: no get", setRa, kRa, {{0, -5}}, err, "get 04000004\n"},
             {"divx", setDivx, {}, {{0, -5}}, "-5", "set 7f00000b\n",
              {{5, "Divx version key missing, initializing the version to 1"}}},
+            {"packing", setPacking, {{"use-arbitrary-mode", 2}}, {}, "0", "set 7f000002\n",
+             {{4, "Decoder will be in arbitrary mode"}}},
             {"dolby", setDolby, {}, {{1, -5}}, "-5", dolby + "set 7f0000ee\n"},
             {"dolby: unknown", setDolby, {}, {{0, -5}}, "-5", dolby},
     };
     // clang-format on
     for (const auto& row : rows) {
-        const LogCapture log("MediaCodecHelper");
-        const sp<Component> node = new Component;
-        node->errors = row.errors;
-        std::string result;
-        const auto fatal = test::fatalText(
-                [&] { result = std::to_string(row.setup(messageOf(row.format), node)); });
-        const bool isFatal = row.result.starts_with("CHECK");
-        EXPECT_EQ(fatal, isFatal ? "Helper/MediaCodecHelper " + row.result : "") << row.name;
-        EXPECT_EQ(result, isFatal ? "" : row.result) << row.name;
-        EXPECT_EQ(node->text(), row.calls) << row.name;
-        EXPECT_EQ(log.lines(), row.lines) << row.name;
+        for (const bool isMetadata : {false, true}) {
+            const LogCapture log("MediaCodecHelper");
+            const sp<Component> node = new Component;
+            node->errors = row.errors;
+            EXPECT_EQ(resultOf(row.setup, isMetadata, row.format, node), row.result) << row.name;
+            EXPECT_EQ(node->text(), row.calls) << row.name;
+            EXPECT_EQ(log.lines(), row.lines) << row.name;
+        }
     }
 }
 
@@ -129,9 +144,8 @@ TEST(Component, MissingKeysInOrder) {
             numbers.erase(key);
             if (formats.find(format) == std::string::npos) continue;
             const sp<Component> node = new Component;
-            EXPECT_EQ(test::fatalText([&] { setup(messageOf(numbers), node); }),
-                      "Helper/MediaCodecHelper CHECK(msg->findInt32(getMsgKey(kZreKey" + text +
-                              ")) failed.");
+            EXPECT_EQ(resultOf(setup, i % 2 == 0, numbers, node),
+                      "CHECK(msg->findInt32(getMsgKey(kZreKey" + text + ")) failed.");
             EXPECT_TRUE(node->calls.empty());
         }
     }
@@ -153,10 +167,13 @@ void expectLeftAlone(const Format& format) {
     EXPECT_EQ(Helper::setVOCodecFormat(format, "c", node, false), -1);
     if constexpr (std::is_same_v<Format, sp<AMessage>>) {
         EXPECT_EQ(Helper::setDolbyFormat(format, 0, node, true), -1);
+        EXPECT_EQ(component->text(), "");
+        Helper::setDivxFormat(format, node, true);
+        EXPECT_EQ(component->text(), "set 7f00000b\n") << "looks at no flag";
     } else {
         EXPECT_EQ(Helper::setDivxFormat(format, node, true), -1);
+        EXPECT_EQ(component->text(), "");
     }
-    EXPECT_EQ(component->text(), "");
 }
 
 TEST(Component, EncodersAndOtherPortsAreLeftAlone) {
@@ -164,90 +181,123 @@ TEST(Component, EncodersAndOtherPortsAreLeftAlone) {
     expectLeftAlone(sp<android::MetaData>(new android::MetaData));
 }
 
+// All words of what is sent, in the layouts of the standard and of the device's decoders.
 TEST(Component, Parameters) {
-    struct Field {
-        size_t offset;
-        size_t size;
-        uint32_t value;
-    };
+    const auto wma = [](int32_t version) { return withValue(kWma, "wma-version", version); };
     // clang-format off
     const struct {
-        const char* name;
         Operation setup;
         Numbers format;
         size_t call;
-        size_t size;
-        std::vector<Field> fields;
+        std::string words;
+        std::string metadataWords = words;
     } rows[] = {
-            {"port definition", setPcm, kPcm, 1, 112, {{0, 4, 112}, {4, 4, 1}, {8, 4, 1},
-             {56, 4, 0xA5A5A5A5}, {60, 4, 2}}},
-            {"pcm", setPcm, kPcm, 3, 104, {{0, 4, 104}, {4, 4, 1}, {8, 4, 1}, {12, 4, 6},
-             {16, 4, 0}, {20, 4, 0xA5A5A5A5}, {24, 4, 1}, {28, 4, 16}, {32, 4, 48000}, {36, 4, 0},
-             {40, 4, 1}, {44, 4, 2}, {48, 4, 3}, {52, 4, 6}, {56, 4, 8}, {60, 4, 9},
-             {64, 4, 0xA5A5A5A5}}},
-            {"g726", setG726, {{"bitrate", 40000}}, 1, 20, {{8, 4, 0}, {12, 4, 1}, {16, 4, 4}}},
-            {"g726: 24", setG726, {{"bitrate", 24000}}, 1, 20, {{16, 4, 2}}},
-            {"g726: 16", setG726, {{"bitrate", 16000}}, 1, 20, {{16, 4, 1}}},
-            {"g726: other", setG726, {{"bitrate", 48000}}, 1, 20, {{16, 4, 3}}},
-            {"g726: pcm", setG726, {{"bitrate", 1}}, 3, 104, {{8, 4, 1}, {12, 4, 1},
-             {28, 4, 0xA5A5A5A5}, {32, 4, 8000}, {40, 4, 0xA5A5A5A5}}},
-            {"aac", setAac, kAac, 5, 52, {{8, 4, 0}, {12, 4, 2}, {16, 4, 44100},
-             {20, 4, 0xA5A5A5A5}, {44, 4, 4}}},
-            {"aac: presentation", setAac, kAac, 6, 36, {{0, 4, 0}, {4, 4, 0}, {8, 4, 6},
-             {12, 4, 11}, {16, 4, 12}, {20, 4, 13}, {24, 4, 14}, {28, 4, 15}, {32, 4, 0}}},
-            {"alac", setAlac, kPcm, 1, 44, {{0, 4, 44}, {4, 4, 1}, {8, 4, 0}, {12, 4, 6},
-             {16, 4, 48000}, {20, 4, 0xA5A5A5A5}}},
-            {"wma 2", setWma, kWma, 1, 64, {{0, 4, 64}, {4, 4, 1}, {8, 4, 0}, {12, 2, 2},
-             {14, 2, 0xA5A5}, {16, 4, 128000}, {20, 4, 0xA5A5A5A5}, {24, 4, 0xA5A5A5A5},
-             {28, 4, 44100}, {32, 2, 5}, {34, 2, 0x15}, {36, 2, 0x2222}, {38, 2, 0xA5A5},
-             {40, 4, 7}, {44, 2, 0x161}, {46, 2, 16}, {48, 4, 0xA5A5A5A5}, {52, 4, 0xA5A5A5A5},
-             {60, 4, 0xA5A5A5A5}}},
-            {"wma 0", setWma, withValue(kWma, "wma-version", 0), 1, 64, {{36, 2, 0xA5A5},
-             {40, 4, 0xA5A5A5A5}, {44, 2, 0x161}}},
-            {"wma 3", setWma, withValue(kWma, "wma-version", 3), 1, 64, {{36, 2, 0x2222},
-             {40, 4, 0xA5A5A5A5}, {52, 4, 31}, {56, 4, 32}, {60, 4, 33}}},
-            {"ra", setRa, kRa, 1, 44, {{0, 4, 44}, {4, 4, 1}, {8, 4, 0}, {12, 4, 1},
-             {16, 4, 8000}, {20, 4, 8001}, {24, 2, 16}, {26, 2, 3}, {28, 2, 4464}, {30, 2, 0xA5A5},
-             {32, 4, 160}, {36, 4, 20}, {40, 4, 0x6C706376}}},
-            {"divx", setDivx, {}, 0, 20, {{0, 4, 20}, {4, 4, 1}, {8, 4, 1}, {12, 4, 4},
-             {16, 4, 0}}},
-            {"divx 0", setDivx, {{"divx-version", 0}}, 0, 20, {{12, 4, 2}}},
-            {"divx 3", setDivx, {{"divx-version", 3}}, 0, 20, {{12, 4, 16}}},
-            {"divx 7", setDivx, {{"divx-version", 7}}, 0, 20, {{12, 4, 1}}},
-            {"divx -1", setDivx, {{"divx-version", -1}}, 0, 20, {{12, 4, 1}}},
-            {"dolby", setDolby, {}, 1, 4, {{0, 4, 1}}},
+            {setPcm, kPcm, 1, " 70 1 1 - - - - - - - - - - - - 2 - - - - - - - - - - - -"},
+            {setPcm, kPcm, 3, " 68 1 1 6 0 - 1 10 bb80 0 1 2 3 6 8 9 - - - - - - - - - -"},
+            {setG726, {{"bitrate", 40000}}, 1, " 14 1 0 1 4"},
+            {setG726, {{"bitrate", 24000}}, 1, " 14 1 0 1 2"},
+            {setG726, {{"bitrate", 16000}}, 1, " 14 1 0 1 1"},
+            {setG726, {{"bitrate", 48000}}, 1, " 14 1 0 1 3"},
+            {setG726, {{"bitrate", 48000}}, 3,
+             " 68 1 1 1 - - - - 1f40 - - - - - - - - - - - - - - - - -"},
+            {setAac, kAac, 5, " 34 1 0 2 ac44 - - - - - - 4 -"},
+            {setAac, kAac, 6, " 0 0 6 b c d e f 0",
+             " 0 0 ffffffff ffffffff ffffffff ffffffff ffffffff ffffffff 0"},
+            {setAlac, kPcm, 1, " 2c 1 0 6 bb80 - - - - - -"},
+            {setWma, wma(0), 0, " 40 1 0 0 0 0 0 0 0 0 0 0 0 0 0 0"},
+            {setWma, wma(0), 1, " 40 1 0 a5a50002 1f400 - - ac44 150005 - - 100161 - - - -"},
+            {setWma, wma(1), 1, " 40 1 0 a5a50002 1f400 - - ac44 150005 a5a52222 7 100161 - - - -"},
+            {setWma, wma(2), 1, " 40 1 0 a5a50002 1f400 - - ac44 150005 a5a52222 7 100161 - - - -"},
+            {setWma, wma(3), 1,
+             " 40 1 0 a5a50002 1f400 - - ac44 150005 a5a52222 - 100161 - 1f 20 21"},
+            {setRa, kRa, 1, " 2c 1 0 1 1f40 1f41 30010 a5a51170 a0 14 6c706376"},
+            {setDivx, {}, 0, " 14 1 1 4 0"},
+            {setDivx, {{"divx-version", 0}}, 0, " 14 1 1 2 0"},
+            {setDivx, {{"divx-version", 3}}, 0, " 14 1 1 10 0"},
+            {setDivx, {{"divx-version", 7}}, 0, " 14 1 1 1 0"},
+            {setDivx, {{"divx-version", -1}}, 0, " 14 1 1 1 0"},
+            {setPacking, {}, 0, " 0 0 0 0 0 3"},
+            {setPacking, {{"use-arbitrary-mode", 0}}, 0, " 0 0 0 0 0 3"},
+            {setPacking, {{"use-arbitrary-mode", 2}}, 0, " 0 0 0 0 0 1"},
+            {setDolby, {}, 1, " 1"},
     };
     // clang-format on
     for (const auto& row : rows) {
         const LogCapture log("MediaCodecHelper");
-        const sp<Component> node = new Component;
-        row.setup(messageOf(row.format), node);
-        ASSERT_GT(node->calls.size(), row.call) << row.name;
-        const Call& call = node->calls[row.call];
-        EXPECT_EQ(call.bytes.size(), row.size) << row.name;
-        for (const Field& field : row.fields) {
-            EXPECT_EQ(call.at(field.offset, field.size), field.value)
-                    << row.name << " at " << field.offset;
+        for (const bool isMetadata : {false, true}) {
+            const sp<Component> node = new Component;
+            resultOf(row.setup, isMetadata, row.format, node);
+            ASSERT_GT(node->calls.size(), row.call) << row.words;
+            EXPECT_EQ(node->calls[row.call].words(), isMetadata ? row.metadataWords : row.words);
         }
     }
 }
 
 TEST(Component, ChannelMaps) {
-    const std::vector<std::vector<int>> maps = {{3},
-                                                {1, 2},
-                                                {1, 2, 3},
-                                                {1, 2, 8, 9},
-                                                {1, 2, 3, 8, 9},
-                                                {1, 2, 3, 6, 8, 9},
-                                                {1, 2, 3, 6, 8, 9, 7},
-                                                {1, 2, 3, 6, 8, 9, 4, 5}};
-    for (size_t channels = 0; channels < 12; ++channels) {
-        std::vector<int> map(8, -1);
-        const bool known = channels >= 1 && channels <= 8;
-        EXPECT_EQ(Helper::getOMXChannelMapping(channels, map.data()), known ? 0 : -22);
-        auto expected = known ? maps[channels - 1] : std::vector<int>();
+    const std::vector<int> maps[] = {{},
+                                     {3},
+                                     {1, 2},
+                                     {1, 2, 3},
+                                     {1, 2, 8, 9},
+                                     {1, 2, 3, 8, 9},
+                                     {1, 2, 3, 6, 8, 9},
+                                     {1, 2, 3, 6, 8, 9, 7},
+                                     {1, 2, 3, 6, 8, 9, 4, 5},
+                                     {}};
+    for (size_t channels = 0; channels < std::size(maps); ++channels) {
+        std::vector<int> map(8, -1), expected = maps[channels];
+        const int status = expected.empty() ? -22 : 0;
         expected.resize(8, -1);
+        EXPECT_EQ(Helper::getOMXChannelMapping(channels, map.data()), status);
         EXPECT_EQ(map, expected);
+    }
+}
+
+TEST(Component, QcomVideoDecoder) {
+    const std::string packing = "set 7f000002 0 0 0 0 0 3\n", reorder = "set 7f00001b 10 1 1 1\n";
+    const std::string extension = "extension OMX.QCOM.index.param.video.SyncFrameDecodingMode\n";
+    const std::string sync = extension + "set 7f0000ee 1\n", user = "set 7f000020 1\n";
+    const Line called{5, "configureQCOMVideoDecoder"}, ordered{4, "Enabling timestamp reordering"},
+            packed{4, "Decoder will be in frame by frame mode"},
+            asked{4, "[other] User-extradata requested"},
+            noSync{5, "Failed to get extension for SYNCFRAMEDECODINGMODE"};
+    // clang-format off
+    const struct {
+        const char* component;
+        const char* fileFormat;
+        uint32_t flags;
+        int32_t userData;
+        std::map<size_t, int32_t> errors;
+        std::string calls;
+        std::vector<Line> lines;
+    } rows[] = {
+            {"OMX.qcom.video.decoder.vc", "", 0x3FF, 0, {}, packing, {called, packed}},
+            {"OMX.qcom.video.decoder.vc1.secure", nullptr, 0, 0, {}, packing + reorder,
+             {called, packed, ordered}},
+            {"OMX.qcom.video.decoder.mpeg4", "video/mp4", 0, 2, {{0, -1}, {1, -1}},
+             packing + reorder,
+             {called, packed, {5, "Failed to set frame packing format on component"}, ordered,
+              {5, "Failed to enable timestamp reordering"}}},
+            {"other", "video/avi;x", 0, 1, {{2, -1}}, packing + reorder + user,
+             {called, packed, ordered, asked, {5, "[other] Failed to enable user-extradata"}}},
+            {"other", "video/av", 0x400, 1, {}, packing + sync + user,
+             {called, packed, {4, "Thumbnail mode enabled."}, asked}},
+            {"other", nullptr, 0x400, 1, {{1, -1}}, packing + extension, {called, packed, noSync}},
+            {"other", nullptr, 0x400, 1, {{2, -1}}, packing + sync, {called, packed, noSync}},
+    };
+    // clang-format on
+    for (const auto& row : rows) {
+        const LogCapture log("MediaCodecHelper");
+        const sp<AMessage> format = messageOf({{"enable-extradata-user", row.userData}});
+        if (row.fileFormat != nullptr) format->setString("file-format", row.fileFormat);
+        if (row.flags == 0) format->setInt32("use-arbitrary-mode", 0);
+        const sp<Component> node = new Component;
+        node->errors = row.errors;
+        Helper::configureQCOMVideoDecoder(format, node, row.flags, row.component);
+        std::string calls;
+        for (const Call& call : node->calls) calls += call.name + call.words() + "\n";
+        EXPECT_EQ(calls, row.calls) << row.component;
+        EXPECT_EQ(log.lines(), row.lines) << row.component;
     }
 }
 

@@ -48,6 +48,13 @@ Value valueIn(const MetaDataBase& meta, uint32_t key) {
     return Bytes(static_cast<const uint8_t*>(data), static_cast<const uint8_t*>(data) + size);
 }
 
+uint32_t typeIn(const MetaDataBase& meta, const char* key) {
+    uint32_t type = 0;
+    const void* data = nullptr;
+    size_t size = 0;
+    return meta.findData(code(key), &type, &data, &size) ? type : 0;
+}
+
 Value valueIn(const sp<AMessage>& message, const char* key) {
     int32_t number = 0;
     int64_t longNumber = 0;
@@ -60,12 +67,77 @@ Value valueIn(const sp<AMessage>& message, const char* key) {
     return Bytes(buffer->data(), buffer->data() + buffer->size());
 }
 
-void store(MetaDataBase* meta, uint32_t key, const Value& value) {
-    if (value.index() == 1) meta->setInt32(key, std::get<1>(value));
-    if (value.index() == 2) meta->setInt64(key, std::get<2>(value));
-    if (value.index() == 3) meta->setCString(key, std::get<3>(value).c_str());
-    if (value.index() == 4)
-        meta->setData(key, 7, std::get<4>(value).data(), std::get<4>(value).size());
+// Every row of the key table, the codec data in their order.
+enum Kind { kInt32 = 1, kInt64, kText, kData, kCodecData };  // as in Value, but for codec data
+// clang-format off
+const struct {
+    std::string code;
+    std::string key;
+    Kind kind;
+} kRows[] = {
+        {"brte", "bitrate", kInt32}, {"DivX", "divx-version", kInt32},
+        {"eopt", "wma-encode-opt", kInt32}, {"blka", "wma-block-align", kInt32},
+        {"wmav", "wma-version", kInt32}, {"ade1", "wma-adv-enc-opt1", kInt32},
+        {"ade2", "wma-adv-enc-opt2", kInt32}, {"fmtt", "wma-format-tag", kInt32},
+        {"bsps", "wma-bits-per-sample", kInt32}, {"vpks", "wma-vir-pkt-size", kInt32},
+        {"chmk", "wma-channel-mask", kInt32}, {"enc1", "wma-voice-enc-opt1", kInt32},
+        {"en20", "wma-voice-enc-opt2_0", kInt32}, {"en21", "wma-voice-enc-opt2_1", kInt32},
+        {"widt", "stride", kInt32}, {"heig", "slice-height", kInt32},
+        {"adif", "aac-format-adif", kInt32}, {"altp", "aac-format-ltp", kInt32},
+        {"adts", "aac-format-adts", kInt32}, {"aacp", "aac-profile", kInt32},
+        {"dtss", "dts-subtype", kInt32}, {"ArbM", "use-arbitrary-mode", kInt32},
+        {"ESmS", "smooth-streaming", kInt32}, {"hfr ", "hfr", kInt32},
+        {"srte", "sample-rate", kInt32}, {"#chn", "channel-count", kInt32},
+        {"bPsp", "bits-per-sample", kInt32}, {"sbit", "Sample-Bits", kInt32},
+        {"rotA", "rotation-degrees", kInt32}, {"inpS", "max-input-size", kInt32},
+        {"MQls", "mqa-light-state", kInt32}, {"MOsr", "mqa-original-sample-rate", kInt32},
+        {"Rsrt", "real-sample-rate", kInt32}, {"Rsbt", "real-sample-bits", kInt32},
+        {"rafc", "ra-fourcc", kInt32}, {"raar", "ra-actual-rate", kInt32},
+        {"raaq", "ra-audio-quality", kInt32}, {"rafi", "ra-flavor-index", kInt32},
+        {"rabf", "ra-bits-per-frame", kInt32}, {"ragr", "ra-granularity", kInt32},
+        {"layr", "Layer-info", kInt32}, {"PCMe", "pcm-encoding", kInt32},
+        {"mibs", "min-block-size", kInt32}, {"mabs", "max-block-size", kInt32},
+        {"mifs", "min-frame-size", kInt32}, {"mafs", "max-frame-size", kInt32},
+        {"rotO", "rotation-offset", kInt32}, {"FPS1", "editor-fps-100", kInt32},
+        {"SncN", "editor-sync-num", kInt32}, {"edof", "edit-offset", kInt32},
+        {"adzc", "audio-zoom", kInt32}, {"m4dp", "mpeg4-data-partition", kInt32},
+        {"SMod", "dlna-scan-mode", kInt32}, {"adzx", "audio-zoom-x", kInt32},
+        {"adzy", "audio-zoom-y", kInt32}, {"adze", "audio-zoom-enable", kInt32},
+        {"SA3D", "foa-info", kInt32}, {"prdm", "play-ready", kInt32}, {"adts", "is-adts", kInt32},
+        {"noff", "no-offload", kInt32}, {"Dsrt", "dsd-sample-rate", kInt32},
+        {"zrmh", "is-zr-mpegh", kInt32}, {"mxet", "mixed-encoding-type", kInt32},
+        {"bkOf", "bookmark-offset", kInt64}, {"bkSz", "bookmark-size", kInt64},
+        {"rfOf", "wav-RIFF-offset", kInt64}, {"rfSz", "wav-RIFF-size", kInt64},
+        {"ltOf", "wav-LIST-offset", kInt64}, {"ltSz", "wav-LIST-size", kInt64},
+        {"pdOf", "flac-padding-offset", kInt64}, {"pdSz", "flac-padding-size", kInt64},
+        {"enot", "end-of-text", kInt64}, {"stss", "exist-sync-frame", kInt64},
+        {"ntpT", "dlna-npt-offset", kInt64},
+        {"ffmt", "file-format", kText}, {"uSlY", "unsynced-lyrics", kText},
+        {"vrty", "video-record-type", kText}, {"rmod", "key-rec-mode", kText},
+        {"buid", "key-burst-id", kText}, {"umsg", "user-message", kText},
+        {"QDrm", "divx-drm", kData}, {"wafm", "wavefrom-data", kData},
+        {"waf2", "wavefrom-data2", kData}, {"svdt", "sphere-view", kData},
+        {"SncT", "editor-sync-table", kData}, {"fLSi", "FLAC-streaminfo", kData},
+        {"nacc", "aac-codec-specific-data", kCodecData},
+        {"rcsd", "raw-codec-specific-data", kCodecData},
+        {"vcsh", "vc1-sequence-header", kCodecData},
+        {"fLaC", "flac-codec-specific-data", kCodecData},
+        {"wfmt", "adpcm-codec-specific-data", kCodecData},
+        {"theo", "theora-codec-specific-data", kCodecData},
+        {"alac", "alac-codec-specific-data", kCodecData},
+        {"rvfi", "rv-codec-specific-data", kCodecData},
+        {"opaq", "rm-codec-specific-data", kCodecData},
+};
+// clang-format on
+
+TEST(MetaConversion, KeysByCode) {
+    std::map<std::string, std::string> keys;  // of two rows the first
+    for (const auto& row : kRows) keys.emplace(row.code, row.key);
+    EXPECT_EQ(keys.size(), 94u);
+    for (const auto& [characters, key] : keys) {
+        EXPECT_EQ(MediaCodecHelper::getMsgKey(static_cast<int>(code(characters))), key);
+    }
+    EXPECT_STREQ(MediaCodecHelper::getMsgKey(0), "unknown");
 }
 
 sp<ABuffer> bufferOf(const Bytes& bytes) {
@@ -75,100 +147,36 @@ sp<ABuffer> bufferOf(const Bytes& bytes) {
     return buffer;
 }
 
-void store(const sp<AMessage>& message, const char* key, const Value& value) {
-    if (value.index() == 1) message->setInt32(key, std::get<1>(value));
-    if (value.index() == 2) message->setInt64(key, std::get<2>(value));
-    if (value.index() == 3) message->setString(key, std::get<3>(value).c_str());
-    if (value.index() == 4) message->setBuffer(key, bufferOf(std::get<4>(value)));
-}
-
-// Code and message key of every row, by the kind of its values; the codec data in their order.
-const char* const kKeys[] = {
-        // 32 bits
-        "brte=bitrate DivX=divx-version eopt=wma-encode-opt blka=wma-block-align "
-        "wmav=wma-version ade1=wma-adv-enc-opt1 ade2=wma-adv-enc-opt2 fmtt=wma-format-tag "
-        "bsps=wma-bits-per-sample vpks=wma-vir-pkt-size chmk=wma-channel-mask "
-        "enc1=wma-voice-enc-opt1 en20=wma-voice-enc-opt2_0 en21=wma-voice-enc-opt2_1 "
-        "widt=stride heig=slice-height adif=aac-format-adif altp=aac-format-ltp "
-        "adts=aac-format-adts aacp=aac-profile dtss=dts-subtype ArbM=use-arbitrary-mode "
-        "ESmS=smooth-streaming hfr =hfr srte=sample-rate #chn=channel-count "
-        "bPsp=bits-per-sample sbit=Sample-Bits rotA=rotation-degrees inpS=max-input-size "
-        "MQls=mqa-light-state MOsr=mqa-original-sample-rate Rsrt=real-sample-rate "
-        "Rsbt=real-sample-bits rafc=ra-fourcc raar=ra-actual-rate raaq=ra-audio-quality "
-        "rafi=ra-flavor-index rabf=ra-bits-per-frame ragr=ra-granularity layr=Layer-info "
-        "PCMe=pcm-encoding mibs=min-block-size mabs=max-block-size mifs=min-frame-size "
-        "mafs=max-frame-size rotO=rotation-offset FPS1=editor-fps-100 SncN=editor-sync-num "
-        "edof=edit-offset adzc=audio-zoom m4dp=mpeg4-data-partition SMod=dlna-scan-mode "
-        "adzx=audio-zoom-x adzy=audio-zoom-y adze=audio-zoom-enable SA3D=foa-info "
-        "prdm=play-ready adts=is-adts noff=no-offload Dsrt=dsd-sample-rate zrmh=is-zr-mpegh "
-        "mxet=mixed-encoding-type ",
-        // 64 bits
-        "bkOf=bookmark-offset bkSz=bookmark-size rfOf=wav-RIFF-offset rfSz=wav-RIFF-size "
-        "ltOf=wav-LIST-offset ltSz=wav-LIST-size pdOf=flac-padding-offset "
-        "pdSz=flac-padding-size enot=end-of-text stss=exist-sync-frame ntpT=dlna-npt-offset ",
-        // texts
-        "ffmt=file-format uSlY=unsynced-lyrics vrty=video-record-type rmod=key-rec-mode "
-        "buid=key-burst-id umsg=user-message ",
-        // data
-        "QDrm=divx-drm wafm=wavefrom-data waf2=wavefrom-data2 svdt=sphere-view "
-        "SncT=editor-sync-table fLSi=FLAC-streaminfo ",
-        // codec data
-        "nacc=aac-codec-specific-data rcsd=raw-codec-specific-data vcsh=vc1-sequence-header "
-        "fLaC=flac-codec-specific-data wfmt=adpcm-codec-specific-data "
-        "theo=theora-codec-specific-data alac=alac-codec-specific-data "
-        "rvfi=rv-codec-specific-data opaq=rm-codec-specific-data "};
-
-struct Row {
-    std::string code;
-    std::string key;
-    size_t kind;  // as in Value, and 5 for codec data
-};
-
-std::vector<Row> rows() {
-    std::vector<Row> all;
-    for (size_t kind = 1; kind <= std::size(kKeys); ++kind) {
-        std::string_view text = kKeys[kind - 1];
-        for (size_t end = 0; !text.empty(); text.remove_prefix(end + 1)) {
-            end = text.find(' ', 4);
-            all.push_back(
-                    {std::string(text.substr(0, 4)), std::string(text.substr(5, end - 5)), kind});
-        }
-    }
-    return all;
-}
-
-TEST(MetaConversion, KeysByCode) {
-    std::map<std::string, std::string> keys;  // of two rows the first
-    for (const Row& row : rows()) keys.emplace(row.code, row.key);
-    EXPECT_EQ(keys.size(), 94u);
-    for (const auto& [characters, key] : keys) {
-        EXPECT_EQ(MediaCodecHelper::getMsgKey(static_cast<int>(code(characters))), key);
-    }
-    EXPECT_STREQ(MediaCodecHelper::getMsgKey(0), "unknown");
-}
-
 // Every row with a value of every type, its own and others, in a store that finds data by their
 // type only and in one that gives out the bytes of any value.
 TEST(MetaConversion, EachRowTakesValuesOfItsType) {
-    for (const Row& row : rows()) {
-        for (const Value& value : {Value(-5), Value(int64_t{1} << 40), Value("text"),
-                                   Value(Bytes{3, 0, 9}), Value(Bytes())}) {
-            const size_t kind = std::min<size_t>(row.kind, 4);
-            const Value expected = value.index() == kind ? value : Value();
+    const Bytes bytes{3, 0, 9};
+    const Value values[] = {{}, -5, int64_t{1} << 40, "text", bytes, Bytes()};
+    for (const auto& row : kRows) {
+        const uint32_t metaKey = code(row.code);
+        const char* key = row.key.c_str();
+        for (size_t type = 1; type < std::size(values); ++type) {
             const sp<MetaData> meta = new MetaData, back = new MetaData;
-            store(meta.get(), code(row.code), value);
-            for (findsAnyType = false;; findsAnyType = true) {
+            const sp<AMessage> own = new AMessage;
+            if (type == 1) meta->setInt32(metaKey, -5), own->setInt32(key, -5);
+            if (type == 2)
+                meta->setInt64(metaKey, int64_t{1} << 40), own->setInt64(key, int64_t{1} << 40);
+            if (type == 3) meta->setCString(metaKey, "text"), own->setString(key, "text");
+            if (type == 4)
+                meta->setData(metaKey, 7, bytes.data(), 3), own->setBuffer(key, bufferOf(bytes));
+            if (type == 5) meta->setData(metaKey, 7, nullptr, 0), own->setBuffer(key, bufferOf({}));
+            const bool fits = std::min<size_t>(type, kData) == std::min<size_t>(row.kind, kData);
+            const Value expected = fits ? values[type] : Value();
+            for (const bool findsAny : {false, true}) {
                 sp<AMessage> message;
+                findsAnyType = findsAny;
                 EXPECT_EQ(MediaCodecHelper::ZRCodeConvertMetaDataToMessage(meta, &message), 0);
-                EXPECT_EQ(valueIn(message, row.kind == 5 ? "csd-0" : row.key.c_str()), expected)
-                        << row.key << " from type " << value.index();
-                if (findsAnyType) break;
+                findsAnyType = false;
+                EXPECT_EQ(valueIn(message, row.kind == kCodecData ? "csd-0" : key), expected)
+                        << key << " from type " << type;
             }
-            findsAnyType = false;
-            const sp<AMessage> message = new AMessage;
-            store(message, row.key.c_str(), value);
-            EXPECT_EQ(MediaCodecHelper::ZRCodeConvertMessageToMetaData(message, back), 0);
-            EXPECT_EQ(valueIn(*back, code(row.code)), expected) << row.key;
+            EXPECT_EQ(MediaCodecHelper::ZRCodeConvertMessageToMetaData(own, back), 0);
+            EXPECT_EQ(valueIn(*back, metaKey), expected) << key;
         }
     }
 }
@@ -186,10 +194,7 @@ TEST(MetaConversion, TwoKeysOfOneCode) {
     message->setBuffer("divx-drm", bufferOf({1}));
     MediaCodecHelper::ZRCodeConvertMessageToMetaData(message, back);
     EXPECT_EQ(valueIn(*back, code("adts")), Value(6));
-    uint32_t type = 0;
-    const void* data = nullptr;
-    size_t size = 0;
-    EXPECT_TRUE(back->findData(code("QDrm"), &type, &data, &size) && type == code("none"));
+    EXPECT_EQ(typeIn(*back, "QDrm"), code("none"));
     for (const auto& [from, to] : {std::pair{sp<AMessage>(), back}, {message, sp<MetaData>()}}) {
         EXPECT_EQ(test::fatalText([&, &from = from, &to = to] {
                       MediaCodecHelper::ZRCodeConvertMessageToMetaData(from, to);
@@ -199,41 +204,37 @@ TEST(MetaConversion, TwoKeysOfOneCode) {
 }
 
 TEST(MetaConversion, CodecDataLookedFor) {
-    const std::pair<const char*, const char*> order[] = {
-            {"vcsh", "vc1-sequence-header"},       {"fLaC", "flac-codec-specific-data"},
-            {"wfmt", "adpcm-codec-specific-data"}, {"theo", "theora-codec-specific-data"},
-            {"opaq", "rm-codec-specific-data"},    {"rvfi", "rv-codec-specific-data"},
-            {"alac", "alac-codec-specific-data"}};
     const sp<MetaData> meta = new MetaData;
     const sp<AMessage> message = new AMessage;
     const void* data = nullptr;
-    size_t size = 77;
+    size_t size = 77, last = 77;
     EXPECT_EQ(MediaCodecHelper::ZRgetCodecSpecificData(message), nullptr);
-    for (size_t i = std::size(order); i > 0; --i) {
-        const auto& [characters, key] = order[i - 1];
-        meta->setInt32(code(characters), 1);  // no codec data, whatever the store finds
+    // From the last that is looked for to the first; some are empty.
+    for (const char* next : {"alac", "rvfi", "opaq", "theo", "wfmt", "fLaC", "vcsh"}) {
+        meta->setInt32(code(next), 1);  // no codec data, whatever the store finds
         findsAnyType = true;
         const auto status = MediaCodecHelper::ZRgetCodecSpecificData(meta, data, size);
         findsAnyType = false;
-        EXPECT_EQ(status, i == std::size(order) ? -1 : 0);
-        EXPECT_EQ(size, i == std::size(order) ? 77 : (i + 1) % 4) << "as it was";
+        EXPECT_EQ(status, last == 77 ? -1 : 0);
+        EXPECT_EQ(size, last) << "as before, or untouched";
 
-        const Bytes bytes(i % 4, 'c');  // some are empty
-        store(meta.get(), code(characters), bytes);
-        store(message, key, bytes);
-        size = 78;
+        last = (last + 1) % 4;
+        const Bytes bytes(last, 'c');
+        meta->setData(code(next), 1, bytes.data(), bytes.size());
+        message->setBuffer(MediaCodecHelper::getMsgKey(static_cast<int>(code(next))),
+                           bufferOf(bytes));
         EXPECT_EQ(MediaCodecHelper::ZRgetCodecSpecificData(meta, data, size), 0);
-        EXPECT_EQ(size, bytes.size()) << key;
-        EXPECT_EQ(MediaCodecHelper::ZRgetCodecSpecificData(message)->size(), bytes.size()) << key;
+        EXPECT_EQ(size, last) << next;
+        EXPECT_EQ(MediaCodecHelper::ZRgetCodecSpecificData(message)->size(), last) << next;
     }
 }
 
 // Under "csd-0" the last of the table counts.
 TEST(MetaConversion, CodecDataOfLaterRowsReplaceEarlierOnes) {
     MetaDataBase meta;
-    for (const Row& row : rows()) {
-        if (row.kind != 5) continue;
-        store(&meta, code(row.code), Bytes(row.code.begin(), row.code.end()));
+    for (const auto& row : kRows) {
+        if (row.kind != kCodecData) continue;
+        meta.setData(code(row.code), 1, row.code.data(), 4);
         sp<AMessage> message;
         EXPECT_EQ(MediaCodecHelper::ZRCodeConvertMetaDataBaseToMessage(&meta, &message), 0);
         sp<ABuffer> csd;
@@ -286,61 +287,48 @@ TEST(LegacyBridge, WhatTheDeviceLacks) {
     const test::Line unsupported{5, "#### Can not find Codec... Unsupported codec!!!!!"};
     const test::Line dead{6, "#### mediaserver is not alive !!so return error"};
     const test::Line noList{6, "#### mediacodec list instance returned NULL"};
+    const test::Line notAlive{6, "checkIsZRSWCodec - mediaserver is not alive! return error"};
+    // clang-format off
     const struct {
         int codec;
         host::Device device;
         int32_t status;
         const char* mime;
-        std::vector<test::Line> last;
+        std::optional<test::Line> last;
     } rows[] = {
             {101, {}, 0, "video/mpeg2", {}},
             {204, {}, 0, "audio/eac3", {}},
-            {104, {}, 0, "video/notsupport", {unsupported}},
-            {123, {.divxAlternative = true}, 0, "video/notsupport", {unsupported}},
-            {233, {}, 0, "audio/notsupport", {unsupported}},
-            {104, {.mediaServerAlive = false}, INT32_MIN, "video/notsupport", {dead}},
-            {203, {.codecListAvailable = false}, INT32_MIN, "audio/notsupport", {noList}},
-            {201, {.codecListAvailable = false}, INT32_MIN, "audio/notsupport", {noList}},
-            {201,
-             {.mediaServerAlive = false},
-             INT32_MIN,
-             "audio/notsupport",
-             {{6, "checkIsZRSWCodec - mediaserver is not alive! return error"}}},
+            {104, {}, 0, "video/notsupport", unsupported},
+            {123, {.divxAlternative = true}, 0, "video/notsupport", unsupported},
+            {233, {}, 0, "audio/notsupport", unsupported},
+            {104, {.mediaServerAlive = false}, INT32_MIN, "video/notsupport", dead},
+            {203, {.codecListAvailable = false}, INT32_MIN, "audio/notsupport", noList},
+            {201, {.codecListAvailable = false}, INT32_MIN, "audio/notsupport", noList},
+            {201, {.mediaServerAlive = false}, INT32_MIN, "audio/notsupport", notAlive},
     };
+    // clang-format on
     for (const auto& row : rows) {
         const test::DeviceScope scope(row.device);
         MetaDataBase meta;
         const test::LogCapture log;
         EXPECT_EQ(helper->SupportCodecEx(row.codec, meta), row.status) << row.codec;
         EXPECT_EQ(mimeOf(meta), row.mime) << row.codec;
-        if (row.last.empty()) {
-            EXPECT_TRUE(log.lines().empty());
-        } else {
-            ASSERT_FALSE(log.lines().empty());
-            EXPECT_EQ(log.lines().back(), row.last[0]) << row.codec;
-        }
+        const auto& lines = log.lines();
+        EXPECT_EQ(lines.empty() ? std::nullopt : std::optional(lines.back()), row.last)
+                << row.codec;
     }
 }
 
 TEST(LegacyBridge, FormatEntries) {
+    // clang-format off
     const std::tuple<const char*, const char*, Value> rows[] = {
-            {"mime", "mime", "a"},
-            {"album", "albu", "b"},
-            {"artist", "arti", "c"},
-            {"albumartist", "aart", "d"},
-            {"composer", "comp", "e"},
-            {"genre", "genr", "f"},
-            {"title", "titl", "g"},
-            {"year", "year", "h"},
-            {"author", "auth", "i"},
-            {"cdtracknum", "cdtr", "j"},
-            {"discnum", "dnum", "k"},
-            {"compilation", "cpil", "l"},
-            {"unsynced-lyrics", "uSlY", "m"},
-            {"width", "widt", 640},
-            {"height", "heig", 480},
-            {"csd-hevc", "hvcc", Bytes{1, 0, 2}},
-            {"albumart", "albA", Bytes{3}}};
+            {"mime", "mime", "a"}, {"album", "albu", "b"}, {"artist", "arti", "c"},
+            {"albumartist", "aart", "d"}, {"composer", "comp", "e"}, {"genre", "genr", "f"},
+            {"title", "titl", "g"}, {"year", "year", "h"}, {"author", "auth", "i"},
+            {"cdtracknum", "cdtr", "j"}, {"discnum", "dnum", "k"}, {"compilation", "cpil", "l"},
+            {"unsynced-lyrics", "uSlY", "m"}, {"width", "widt", 640}, {"height", "heig", 480},
+            {"csd-hevc", "hvcc", Bytes{1, 0, 2}}, {"albumart", "albA", Bytes{3}}};
+    // clang-format on
     const test::Format format;
     for (const auto& [key, metaKey, value] : rows) {
         if (const auto* number = std::get_if<int32_t>(&value)) {
@@ -360,12 +348,8 @@ TEST(LegacyBridge, FormatEntries) {
     }
     EXPECT_EQ(valueIn(*meta, code("Dsrt")), Value(0));
     EXPECT_EQ(valueIn(*meta, code("mxet")), Value());
-    for (const auto& [key, type] : {std::pair{"hvcc", "hvcc"}, {"albA", "none"}}) {
-        uint32_t found = 0;
-        const void* data = nullptr;
-        size_t size = 0;
-        EXPECT_TRUE(meta->findData(code(key), &found, &data, &size) && found == code(type));
-    }
+    EXPECT_EQ(typeIn(*meta, "hvcc"), code("hvcc"));
+    EXPECT_EQ(typeIn(*meta, "albA"), code("none"));
 
     AMediaFormat_setInt32(format.get(), "encoding-type", 2);
     MetaDataBase base;
@@ -382,25 +366,24 @@ TEST(LegacyBridge, Statuses) {
 
 }  // namespace
 
-// The platform's findData as other devices have it, whose stores give out the bytes of any value,
-// where a test asks for that.
-extern "C" bool __real__ZNK7android12MetaDataBase8findDataEjPjPPKvPm(const MetaDataBase*, uint32_t,
-                                                                     uint32_t*, const void**,
-                                                                     size_t*);
-extern "C" bool __wrap__ZNK7android12MetaDataBase8findDataEjPjPPKvPm(const MetaDataBase* meta,
-                                                                     uint32_t key, uint32_t* type,
-                                                                     const void** data,
-                                                                     size_t* size) {
-    static int64_t bytes = 0;
-    const char* text = nullptr;
-    const auto number = reinterpret_cast<int32_t*>(&bytes);
+// The platform's findData, or on demand that of devices whose stores give out any value's bytes.
+using FindData = bool(const MetaDataBase*, uint32_t, uint32_t*, const void**, size_t*);
+extern "C" FindData __real__ZNK7android12MetaDataBase8findDataEjPjPPKvPm;
+extern "C" FindData __wrap__ZNK7android12MetaDataBase8findDataEjPjPPKvPm;
+
+bool __wrap__ZNK7android12MetaDataBase8findDataEjPjPPKvPm(const MetaDataBase* meta, uint32_t key,
+                                                          uint32_t* type, const void** data,
+                                                          size_t* size) {
     if (__real__ZNK7android12MetaDataBase8findDataEjPjPPKvPm(meta, key, type, data, size))
         return true;
-    *type = meta->findInt32(key, number)    ? code("in32")
-            : meta->findInt64(key, &bytes)  ? code("in64")
-            : meta->findCString(key, &text) ? code("cstr")
-                                            : 0;
-    *data = text != nullptr ? static_cast<const void*>(text) : &bytes;
+    int32_t number = 0;
+    int64_t longNumber = 0;
+    const char* text = nullptr;
+    *data = "any";
     *size = 4;
+    *type = code(meta->findInt32(key, &number)       ? "in32"
+                 : meta->findInt64(key, &longNumber) ? "in64"
+                 : meta->findCString(key, &text)     ? "cstr"
+                                                     : "");
     return findsAnyType && *type != 0;
 }

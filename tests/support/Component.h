@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/Message.h"
+#include "platform/MetaData.h"
 #include "platform/OmxNode.h"
 #include "zrcodecparser/MediaCodecHelper.h"
 
@@ -23,11 +24,17 @@ struct Call {
     std::string name;  // "get 0400000a", "set 0400000a", "extension NAME"
     std::vector<uint8_t> bytes{};
 
-    // A number in the parameters, little-endian.
-    uint32_t at(size_t offset, size_t size = 4) const {
-        uint32_t value = 0;
-        for (size_t i = size; i > 0; --i) value = value << 8 | bytes.at(offset + i - 1);
-        return value;
+    // The parameters as little-endian words in hex, a blank before each; "-" for A5A5A5A5.
+    std::string words() const {
+        std::string text;
+        for (size_t i = 0; i + 4 <= bytes.size(); i += 4) {
+            uint32_t word = 0;
+            for (size_t k = 4; k > 0; --k) word = word << 8 | bytes[i + k - 1];
+            char digits[9];
+            std::snprintf(digits, sizeof(digits), "%x", word);
+            text += word == 0xA5A5A5A5 ? " -" : std::string(" ") + digits;
+        }
+        return text;
     }
 };
 
@@ -116,18 +123,31 @@ inline const Numbers kRa{
         {"bits-per-sample", 16},    {"ra-audio-quality", 3}, {"ra-flavor-index", 70000},
         {"ra-bits-per-frame", 160}, {"ra-granularity", 20},  {"ra-fourcc", 0x6C706376}};
 
-using Operation = int32_t (*)(const sp<AMessage>&, const sp<IOMXNode>&);
+// An operation in its two forms; of metadata there may be none.
+struct Operation {
+    template <typename Call>
+    constexpr Operation(Call call) : message(call), metadata(call) {}
+    constexpr Operation(int32_t (*call)(const sp<AMessage>&, const sp<IOMXNode>&))
+        : message(call), metadata(nullptr) {}
+
+    int32_t (*message)(const sp<AMessage>&, const sp<IOMXNode>&);
+    int32_t (*metadata)(const sp<android::MetaData>&, const sp<IOMXNode>&);
+};
+
 // clang-format off
 inline constexpr Operation
-        setPcm = [](auto& f, auto& n) { return Helper::setRawAudioFormat(f, 1, n, false); },
-        setG711 = [](auto& f, auto& n) { return Helper::setG711Format(f, 1, n, false); },
-        setG726 = [](auto& f, auto& n) { return Helper::setG726Format(f, n, false); },
-        setAac = [](auto& f, auto& n) { return Helper::setAACFormat(f, 0, n, false); },
-        setAlac = [](auto& f, auto& n) { return Helper::setAlacFormat(f, 0, n, false); },
-        setWma = [](auto& f, auto& n) { return Helper::setWMAFormat(f, n, false); },
-        setRa = [](auto& f, auto& n) { return Helper::setRAFormat(f, 7, n, false); },
-        setDivx = [](auto& f, auto& n) { return Helper::setDivxFormat(f, n, true); },
-        setDolby = [](auto& f, auto& n) { return Helper::setDolbyFormat(f, 0, n, false); };
+        setPcm([](auto& f, auto& n) { return Helper::setRawAudioFormat(f, 1, n, false); }),
+        setG711([](auto& f, auto& n) { return Helper::setG711Format(f, 1, n, false); }),
+        setG726([](auto& f, auto& n) { return Helper::setG726Format(f, n, false); }),
+        setAac([](auto& f, auto& n) { return Helper::setAACFormat(f, 0, n, false); }),
+        setAlac([](auto& f, auto& n) { return Helper::setAlacFormat(f, 0, n, false); }),
+        setWma([](auto& f, auto& n) { return Helper::setWMAFormat(f, n, false); }),
+        setRa([](auto& f, auto& n) { return Helper::setRAFormat(f, 7, n, false); }),
+        setDivx([](auto& f, auto& n) { return Helper::setDivxFormat(f, n, false); }),
+        setPacking([](auto& f, auto& n) { return Helper::configureFramePackingFormat(f, n), 0; }),
+        setDolby(+[](const sp<AMessage>& f, const sp<IOMXNode>& n) {
+            return Helper::setDolbyFormat(f, 0, n, false);
+        });
 // clang-format on
 
 }  // namespace test
