@@ -24,85 +24,136 @@ std::string resultOf(const Operation& setup, bool isMetadata, const Numbers& for
     return fatal.empty() ? std::to_string(status) : fatal.substr(location.size());
 }
 
-// What a component is told, in which order, and what comes of it when it answers with an error: a
-// status, or the text of a fatal end.
-TEST(Component, CallsAndStatuses) {
-    const std::string profile = kPcmCalls + "get 04000003\nset 04000003\n";
-    const std::string g726 = "get 0400000f\nset 0400000f\nget 04000002\nset 04000002\n";
-    const std::string wma = "get 0400000a\nset 0400000a\n";
-    const std::string dolby = "extension omx.index.dolby.reconfig_on_endp_change\n";
+// Every call with the words that are sent, in either form, and what comes of it: when all succeed,
+// then when the first fails, the second and so on. The calls end there, unless the result is 0 all
+// the same.
+TEST(Component, CallsAndResults) {
     const std::string err = "CHECK_EQ( err,(status_t)0) failed: -5 vs. 0";
+    const std::string definition =
+            "CHECK_EQ( mOMXNode->setParameter(OMX_IndexParamPortDefinition, "
+            "&def, sizeof(def)),(status_t)0) failed: -5 vs. 0";
+    const Calls pcm = {"get 02000001",
+                       "set 02000001 70 1 1 - - - - - - - - - - - - 2 - - - - - - - - - - - -",
+                       "get 04000002",
+                       "set 04000002 68 1 1 2 0 - 1 10 ac44 0 1 2 - - - - - - - - - - - - - -"};
+    Calls aac = pcm;
+    aac.insert(aac.end(), {"get 04000003", "set 04000003 34 1 0 2 ac44 - - - - - - 4 -",
+                           "set 6f400003 0 0 6 b c d e f 0"});
+    const std::string leftToDecoder =
+            "set 6f400003 0 0 ffffffff ffffffff ffffffff ffffffff ffffffff ffffffff 0";
+    const Line refused{
+            5, "did not set AudioAndroidAacPresentation due to error -5 when setting AudioAac"};
+    const std::string wma = "set 0400000a 40 1 0 a5a50002 1f400 - - ac44 150005 ";
     // clang-format off
     const struct {
-        const char* name;
         Operation setup;
         Numbers format;
-        std::map<size_t, int32_t> errors;
+        Calls calls;
+        Calls results;
+        Line failure = {};  // what is logged of the call before the last
+    } rows[] = {
+            {setPcm, kAac, pcm, {"0", err, definition, err, "-5"}},
+            {setG711, kAac, pcm, {"0", err, definition, err, "-5"}},
+            {setAac, kAac, aac, {"0", err, definition, err, "-5", "-5", "-5", "0"}, refused},
+            {setG726, {{"bitrate", 40000}},
+             {"get 0400000f", "set 0400000f 14 1 0 1 4", "get 04000002",
+              "set 04000002 68 1 1 1 - - - - 1f40 - - - - - - - - - - - - - - - - -"},
+             {"0", err, err, err, "-5"}},
+            {setAlac, kAac, {"get 7fa30c07", "set 7fa30c07 2c 1 0 2 ac44 - - - - - -"},
+             {"0", err, "-5"}},
+            {setWma, withValue(kWma, "wma-version", 0),
+             {"get 0400000a", wma + "- - 100161 - - - -"}, {"0", "-5", "-5"}},
+            {setWma, withValue(kWma, "wma-version", 1),
+             {"get 0400000a", wma + "a5a52222 7 100161 - - - -"}, {"0", "-5", "-5"}},
+            {setWma, kWma,
+             {"get 0400000a", wma + "a5a52222 7 100161 - - - -"}, {"0", "-5", "-5"}},
+            {setWma, withValue(kWma, "wma-version", 3),
+             {"get 0400000a", wma + "a5a52222 - 100161 - 1f 20 21"}, {"0", "0", "-5"}},
+            {setRa, kRa,
+             {"get 04000004", "set 04000004 2c 1 0 1 1f40 1f41 30010 a5a51170 a0 14 6c706376"},
+             {"0", err, "-5"}},
+            {setDivx, {{"divx-version", 2}}, {"set 7f00000b 14 1 1 8 0"}, {"0", "-5"}},
+            {setDolby, {},
+             {"extension omx.index.dolby.reconfig_on_endp_change", "set 7f0000ee 1"},
+             {"0", "-5", "-5"}},
+    };
+    // clang-format on
+    for (const auto& row : rows) {
+        for (size_t run = 0; run < 2 * row.results.size(); ++run) {
+            const bool isMetadata = run % 2 == 1;
+            const size_t failing = run / 2;
+            const LogCapture log("MediaCodecHelper");
+            const sp<Component> node = new Component;
+            if (failing > 0) node->errors[failing - 1] = -5;
+            const std::string& result = row.results[failing];
+            EXPECT_EQ(resultOf(row.setup, isMetadata, row.format, node), result);
+            Calls expected = row.calls;
+            if (isMetadata && row.setup.metadata == setAac.metadata)
+                expected.back() = leftToDecoder;
+            if (result != "0") expected.resize(failing);
+            EXPECT_EQ(node->calls.size(), expected.size());
+            const bool isWhole = failing == 0 || result != "0";
+            EXPECT_EQ(isWhole ? node->transcript() : expected, expected);
+            const bool isLogged = row.failure.priority != 0 && failing + 1 == row.calls.size();
+            EXPECT_EQ(log.lines(), isLogged ? std::vector{row.failure} : std::vector<Line>());
+        }
+    }
+}
+
+// What other values of a format come to, in either form: the result, the last call, the log.
+TEST(Component, ResultsByFormat) {
+    const std::string divx = "set 7f00000b 14 1 1 ", packing = "set 7f000002 0 0 0 0 0 ";
+    const std::string pcm = " 68 1 1 1 - - - - 1f40 - - - - - - - - - - - - - - - - -";
+    const Line frames{4, "Decoder will be in frame by frame mode"};
+    // clang-format off
+    const struct {
+        Operation setup;
+        Numbers format;
         std::string result;
-        std::string calls;
+        std::string lastCall;
         std::vector<Line> lines = {};
     } rows[] = {
-            {"pcm", setPcm, kPcm, {}, "0", kPcmCalls},
-            {"pcm: last set", setPcm, kPcm, {{3, -5}}, "-5", kPcmCalls},
-            {"pcm: no definition", setPcm, kPcm, {{0, -5}}, err, kPcmCalls.substr(0, 13)},
-            {"pcm: definition refused", setPcm, kPcm, {{1, -5}},
-             "CHECK_EQ( mOMXNode->setParameter(OMX_IndexParamPortDefinition, &def, "
-             "sizeof(def)),(status_t)0) failed: -5 vs. 0", kPcmCalls.substr(0, 26)},
-            {"pcm: no mode", setPcm, kPcm, {{2, -5}}, err, kPcmCalls.substr(0, 39)},
-            {"pcm: 9 channels", setPcm, withValue(kPcm, "channel-count", 9), {},
-             "CHECK_EQ( getOMXChannelMapping((size_t)numChannels, "
-             "(int*)pcmParams.eChannelMapping),(status_t)0) failed: -22 vs. 0",
-             kPcmCalls.substr(0, 39)},
-            {"g711", setG711, kPcm, {}, "0", kPcmCalls},
-            {"g726", setG726, {{"bitrate", 1}}, {}, "0", g726},
-            {"g726: pcm refused", setG726, {{"bitrate", 1}}, {{3, -5}}, "-5", g726},
-            {"g726: no mode", setG726, {{"bitrate", 1}}, {{0, -5}}, err, g726.substr(0, 13)},
-            {"g726: mode refused", setG726, {{"bitrate", 1}}, {{1, -5}}, err, g726.substr(0, 26)},
-            {"g726: no pcm", setG726, {{"bitrate", 1}}, {{2, -5}}, err, g726.substr(0, 39)},
-            {"g726: no bit rate", setG726, {}, {}, "-38", "",
-             {{6, "INVALID_OPERATION bitratemode 0"}}},
-            {"aac", setAac, kAac, {}, "0", profile + "set 6f400003\n"},
-            {"aac: presentation refused", setAac, kAac, {{6, -5}}, "0", profile + "set 6f400003\n"},
-            {"aac: profile refused", setAac, kAac, {{5, -5}}, "-5", profile,
-             {{5, "did not set AudioAndroidAacPresentation due to error -5 when setting AudioAac"}}},
-            {"aac: no profile", setAac, kAac, {{4, -5}}, "-5", kPcmCalls + "get 04000003\n"},
-            {"aac: pcm refused", setAac, kAac, {{3, -5}}, "-5", kPcmCalls},
-            {"aac: not ADIF", setAac, withValue(kAac, "aac-format-adif", 0), {}, "-1", ""},
-            {"aac: ADIF missing", setAac, without(kAac, "aac-format-adif"), {}, "-1", ""},
-            {"aac: no channels", setAac, without(kAac, "channel-count"), {}, "-38", ""},
-            {"aac: no rate", setAac, without(kAac, "sample-rate"), {}, "-38", ""},
-            {"alac", setAlac, kPcm, {}, "0", "get 7fa30c07\nset 7fa30c07\n"},
-            {"alac: refused", setAlac, kPcm, {{1, -5}}, "-5", "get 7fa30c07\nset 7fa30c07\n"},
-            {"alac: no get", setAlac, kPcm, {{0, -5}}, err, "get 7fa30c07\n"},
-            {"wma", setWma, kWma, {}, "0", wma},
-            {"wma 0", setWma, withValue(kWma, "wma-version", 0), {{1, -5}}, "-5", wma},
-            {"wma: no get", setWma, kWma, {{0, -5}}, "-5", "get 0400000a\n"},
-            {"wma 3: no get", setWma, withValue(kWma, "wma-version", 3), {{0, -5}}, "0", wma},
-            {"wma 4", setWma, withValue(kWma, "wma-version", 4), {}, "0", ""},
-            {"wma -1", setWma, withValue(kWma, "wma-version", -1), {}, "0", ""},
-            {"wma: 3 channels", setWma, without(withValue(kWma, "channel-count", 3), "sample-rate"),
-             {}, "-1010", ""},
-            {"wma: no version", setWma, without(kWma, "wma-version"), {}, "-1", "",
+            {setG726, {{"bitrate", 24000}}, "0", "set 04000002" + pcm},
+            {setG726, {}, "-38", "", {{6, "INVALID_OPERATION bitratemode 0"}}},
+            {setAac, withValue(kAac, "aac-format-adif", 0), "-1", ""},
+            {setAac, without(kAac, "aac-format-adif"), "-1", ""},
+            {setAac, without(kAac, "channel-count"), "-38", ""},
+            {setAac, without(kAac, "sample-rate"), "-38", ""},
+            {setWma, withValue(kWma, "wma-version", 4), "0", ""},
+            {setWma, withValue(kWma, "wma-version", -1), "0", ""},
+            {setWma, without(withValue(kWma, "channel-count", 3), "sample-rate"), "-1010", ""},
+            {setWma, without(kWma, "wma-version"), "-1", "",
              {{5, "Can't not find kZreKeyWMAVersion"}}},
-            {"ra", setRa, kRa, {{1, -5}}, "-5", "get 04000004\nset 04000004\n"},
-            {"ra: no get", setRa, kRa, {{0, -5}}, err, "get 04000004\n"},
-            {"divx", setDivx, {}, {{0, -5}}, "-5", "set 7f00000b\n",
+            {setDivx, {}, "0", divx + "4 0",
              {{5, "Divx version key missing, initializing the version to 1"}}},
-            {"packing", setPacking, {{"use-arbitrary-mode", 2}}, {}, "0", "set 7f000002\n",
+            {setDivx, {{"divx-version", 0}}, "0", divx + "2 0"},
+            {setDivx, {{"divx-version", 3}}, "0", divx + "10 0"},
+            {setDivx, {{"divx-version", 4}}, "0", divx + "1 0"},
+            {setDivx, {{"divx-version", -1}}, "0", divx + "1 0"},
+            {setPacking, {}, "0", packing + "3", {frames}},
+            {setPacking, {{"use-arbitrary-mode", 0}}, "0", packing + "3", {frames}},
+            {setPacking, {{"use-arbitrary-mode", 2}}, "0", packing + "1",
              {{4, "Decoder will be in arbitrary mode"}}},
-            {"dolby", setDolby, {}, {{1, -5}}, "-5", dolby + "set 7f0000ee\n"},
-            {"dolby: unknown", setDolby, {}, {{0, -5}}, "-5", dolby},
+            {setPcm, withValue(kAac, "channel-count", 9),
+             "CHECK_EQ( getOMXChannelMapping((size_t)numChannels, "
+             "(int*)pcmParams.eChannelMapping),(status_t)0) failed: -22 vs. 0", "get 04000002"},
     };
     // clang-format on
     for (const auto& row : rows) {
         for (const bool isMetadata : {false, true}) {
             const LogCapture log("MediaCodecHelper");
             const sp<Component> node = new Component;
-            node->errors = row.errors;
-            EXPECT_EQ(resultOf(row.setup, isMetadata, row.format, node), row.result) << row.name;
-            EXPECT_EQ(node->text(), row.calls) << row.name;
-            EXPECT_EQ(log.lines(), row.lines) << row.name;
+            EXPECT_EQ(resultOf(row.setup, isMetadata, row.format, node), row.result);
+            EXPECT_EQ(node->calls.empty() ? "" : node->transcript().back(), row.lastCall);
+            EXPECT_EQ(log.lines(), row.lines);
         }
+    }
+    // ITU-T G.726: a mode for each number of bits; 32000 bit/s for what is none.
+    for (const auto& [bitRate, mode] :
+         {std::pair{16000, "1"}, {24000, "2"}, {40000, "4"}, {48000, "3"}}) {
+        const sp<Component> node = new Component;
+        resultOf(setG726, false, {{"bitrate", bitRate}}, node);
+        EXPECT_EQ(node->transcript().at(1), std::string("set 0400000f 14 1 0 1 ") + mode);
     }
 }
 
@@ -167,70 +218,18 @@ void expectLeftAlone(const Format& format) {
     EXPECT_EQ(Helper::setVOCodecFormat(format, "c", node, false), -1);
     if constexpr (std::is_same_v<Format, sp<AMessage>>) {
         EXPECT_EQ(Helper::setDolbyFormat(format, 0, node, true), -1);
-        EXPECT_EQ(component->text(), "");
+        EXPECT_TRUE(component->calls.empty());
         Helper::setDivxFormat(format, node, true);
-        EXPECT_EQ(component->text(), "set 7f00000b\n") << "looks at no flag";
+        EXPECT_EQ(component->calls.size(), 1u) << "looks at no flag";
     } else {
         EXPECT_EQ(Helper::setDivxFormat(format, node, true), -1);
-        EXPECT_EQ(component->text(), "");
+        EXPECT_TRUE(component->calls.empty());
     }
 }
 
 TEST(Component, EncodersAndOtherPortsAreLeftAlone) {
     expectLeftAlone(messageOf(kRa));
     expectLeftAlone(sp<android::MetaData>(new android::MetaData));
-}
-
-// All words of what is sent, in the layouts of the standard and of the device's decoders.
-TEST(Component, Parameters) {
-    const auto wma = [](int32_t version) { return withValue(kWma, "wma-version", version); };
-    // clang-format off
-    const struct {
-        Operation setup;
-        Numbers format;
-        size_t call;
-        std::string words;
-        std::string metadataWords = words;
-    } rows[] = {
-            {setPcm, kPcm, 1, " 70 1 1 - - - - - - - - - - - - 2 - - - - - - - - - - - -"},
-            {setPcm, kPcm, 3, " 68 1 1 6 0 - 1 10 bb80 0 1 2 3 6 8 9 - - - - - - - - - -"},
-            {setG726, {{"bitrate", 40000}}, 1, " 14 1 0 1 4"},
-            {setG726, {{"bitrate", 24000}}, 1, " 14 1 0 1 2"},
-            {setG726, {{"bitrate", 16000}}, 1, " 14 1 0 1 1"},
-            {setG726, {{"bitrate", 48000}}, 1, " 14 1 0 1 3"},
-            {setG726, {{"bitrate", 48000}}, 3,
-             " 68 1 1 1 - - - - 1f40 - - - - - - - - - - - - - - - - -"},
-            {setAac, kAac, 5, " 34 1 0 2 ac44 - - - - - - 4 -"},
-            {setAac, kAac, 6, " 0 0 6 b c d e f 0",
-             " 0 0 ffffffff ffffffff ffffffff ffffffff ffffffff ffffffff 0"},
-            {setAlac, kPcm, 1, " 2c 1 0 6 bb80 - - - - - -"},
-            {setWma, wma(0), 0, " 40 1 0 0 0 0 0 0 0 0 0 0 0 0 0 0"},
-            {setWma, wma(0), 1, " 40 1 0 a5a50002 1f400 - - ac44 150005 - - 100161 - - - -"},
-            {setWma, wma(1), 1, " 40 1 0 a5a50002 1f400 - - ac44 150005 a5a52222 7 100161 - - - -"},
-            {setWma, wma(2), 1, " 40 1 0 a5a50002 1f400 - - ac44 150005 a5a52222 7 100161 - - - -"},
-            {setWma, wma(3), 1,
-             " 40 1 0 a5a50002 1f400 - - ac44 150005 a5a52222 - 100161 - 1f 20 21"},
-            {setRa, kRa, 1, " 2c 1 0 1 1f40 1f41 30010 a5a51170 a0 14 6c706376"},
-            {setDivx, {}, 0, " 14 1 1 4 0"},
-            {setDivx, {{"divx-version", 0}}, 0, " 14 1 1 2 0"},
-            {setDivx, {{"divx-version", 3}}, 0, " 14 1 1 10 0"},
-            {setDivx, {{"divx-version", 7}}, 0, " 14 1 1 1 0"},
-            {setDivx, {{"divx-version", -1}}, 0, " 14 1 1 1 0"},
-            {setPacking, {}, 0, " 0 0 0 0 0 3"},
-            {setPacking, {{"use-arbitrary-mode", 0}}, 0, " 0 0 0 0 0 3"},
-            {setPacking, {{"use-arbitrary-mode", 2}}, 0, " 0 0 0 0 0 1"},
-            {setDolby, {}, 1, " 1"},
-    };
-    // clang-format on
-    for (const auto& row : rows) {
-        const LogCapture log("MediaCodecHelper");
-        for (const bool isMetadata : {false, true}) {
-            const sp<Component> node = new Component;
-            resultOf(row.setup, isMetadata, row.format, node);
-            ASSERT_GT(node->calls.size(), row.call) << row.words;
-            EXPECT_EQ(node->calls[row.call].words(), isMetadata ? row.metadataWords : row.words);
-        }
-    }
 }
 
 TEST(Component, ChannelMaps) {
@@ -254,9 +253,9 @@ TEST(Component, ChannelMaps) {
 }
 
 TEST(Component, QcomVideoDecoder) {
-    const std::string packing = "set 7f000002 0 0 0 0 0 3\n", reorder = "set 7f00001b 10 1 1 1\n";
-    const std::string extension = "extension OMX.QCOM.index.param.video.SyncFrameDecodingMode\n";
-    const std::string sync = extension + "set 7f0000ee 1\n", user = "set 7f000020 1\n";
+    const std::string packing = "set 7f000002 0 0 0 0 0 3", reorder = "set 7f00001b 10 1 1 1",
+                      extension = "extension OMX.QCOM.index.param.video.SyncFrameDecodingMode",
+                      sync = "set 7f0000ee 1", user = "set 7f000020 1";
     const Line called{5, "configureQCOMVideoDecoder"}, ordered{4, "Enabling timestamp reordering"},
             packed{4, "Decoder will be in frame by frame mode"},
             asked{4, "[other] User-extradata requested"},
@@ -268,22 +267,22 @@ TEST(Component, QcomVideoDecoder) {
         uint32_t flags;
         int32_t userData;
         std::map<size_t, int32_t> errors;
-        std::string calls;
+        Calls calls;
         std::vector<Line> lines;
     } rows[] = {
-            {"OMX.qcom.video.decoder.vc", "", 0x3FF, 0, {}, packing, {called, packed}},
-            {"OMX.qcom.video.decoder.vc1.secure", nullptr, 0, 0, {}, packing + reorder,
+            {"OMX.qcom.video.decoder.vc", "", 0x3FF, 0, {}, {packing}, {called, packed}},
+            {"OMX.qcom.video.decoder.vc1.secure", nullptr, 0, 0, {}, {packing, reorder},
              {called, packed, ordered}},
             {"OMX.qcom.video.decoder.mpeg4", "video/mp4", 0, 2, {{0, -1}, {1, -1}},
-             packing + reorder,
+             {packing, reorder},
              {called, packed, {5, "Failed to set frame packing format on component"}, ordered,
               {5, "Failed to enable timestamp reordering"}}},
-            {"other", "video/avi;x", 0, 1, {{2, -1}}, packing + reorder + user,
+            {"other", "video/avi;x", 0, 1, {{2, -1}}, {packing, reorder, user},
              {called, packed, ordered, asked, {5, "[other] Failed to enable user-extradata"}}},
-            {"other", "video/av", 0x400, 1, {}, packing + sync + user,
+            {"other", "video/av", 0x400, 1, {}, {packing, extension, sync, user},
              {called, packed, {4, "Thumbnail mode enabled."}, asked}},
-            {"other", nullptr, 0x400, 1, {{1, -1}}, packing + extension, {called, packed, noSync}},
-            {"other", nullptr, 0x400, 1, {{2, -1}}, packing + sync, {called, packed, noSync}},
+            {"other", nullptr, 0x400, 1, {{1, -1}}, {packing, extension}, {called, packed, noSync}},
+            {"other", nullptr, 0x400, 1, {{2, -1}}, {packing, extension, sync}, {called, packed, noSync}},
     };
     // clang-format on
     for (const auto& row : rows) {
@@ -294,9 +293,7 @@ TEST(Component, QcomVideoDecoder) {
         const sp<Component> node = new Component;
         node->errors = row.errors;
         Helper::configureQCOMVideoDecoder(format, node, row.flags, row.component);
-        std::string calls;
-        for (const Call& call : node->calls) calls += call.name + call.words() + "\n";
-        EXPECT_EQ(calls, row.calls) << row.component;
+        EXPECT_EQ(node->transcript(), row.calls) << row.component;
         EXPECT_EQ(log.lines(), row.lines) << row.component;
     }
 }

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstring>
 #include <map>
 #include <string>
@@ -20,40 +22,31 @@ using android::IOMXNode;
 using android::sp;
 using Helper = android::MediaCodecHelper;
 
-struct Call {
-    std::string name;  // "get 0400000a", "set 0400000a", "extension NAME"
-    std::vector<uint8_t> bytes{};
-
-    // The parameters as little-endian words in hex, a blank before each; "-" for A5A5A5A5.
-    std::string words() const {
-        std::string text;
-        for (size_t i = 0; i + 4 <= bytes.size(); i += 4) {
-            uint32_t word = 0;
-            for (size_t k = 4; k > 0; --k) word = word << 8 | bytes[i + k - 1];
-            char digits[9];
-            std::snprintf(digits, sizeof(digits), "%x", word);
-            text += word == 0xA5A5A5A5 ? " -" : std::string(" ") + digits;
-        }
-        return text;
-    }
-};
+using Calls = std::vector<std::string>;
 
 // Returns A5 for every byte behind size, version and port.
 class Component : public IOMXNode {
 public:
+    struct Call {
+        std::string name;              // "get 0400000a", "set 0400000a", "extension NAME"
+        std::vector<uint8_t> bytes{};  // that are sent
+    };
     std::vector<Call> calls;
     std::map<size_t, android::status_t> errors;  // by the number of the call
 
     android::status_t getParameter(OMX_INDEXTYPE index, void* params, size_t size) override {
         auto* bytes = static_cast<uint8_t*>(params);
-        const auto status = record({"get " + hex(index), {bytes, bytes + size}});
+        const uint32_t header[] = {static_cast<uint32_t>(size), 1};
+        EXPECT_EQ(std::memcmp(bytes, header, sizeof(header)), 0);
+        for (size_t i = 12; i < size; ++i) EXPECT_EQ(bytes[i], 0) << i;
+        const auto status = record({"get " + hex("%08x", index)});
         if (status == 0 && size > 12) std::memset(bytes + 12, 0xA5, size - 12);
         return status;
     }
 
     android::status_t setParameter(OMX_INDEXTYPE index, const void* params, size_t size) override {
         const auto* bytes = static_cast<const uint8_t*>(params);
-        return record({"set " + hex(index), {bytes, bytes + size}});
+        return record({"set " + hex("%08x", index), {bytes, bytes + size}});
     }
 
     android::status_t getExtensionIndex(const char* name, OMX_INDEXTYPE* index) override {
@@ -61,17 +54,24 @@ public:
         return record({std::string("extension ") + name});
     }
 
-    // The names of the calls, each with a newline.
-    std::string text() const {
-        std::string names;
-        for (const Call& call : calls) names += call.name + "\n";
-        return names;
+    // Each call's name, then what is sent as little-endian words in hex, "-" for A5A5A5A5.
+    Calls transcript() const {
+        Calls texts;
+        for (const Call& call : calls) {
+            texts.push_back(call.name);
+            for (size_t i = 0; i + 4 <= call.bytes.size(); i += 4) {
+                uint32_t word = 0;
+                for (size_t k = 4; k > 0; --k) word = word << 8 | call.bytes[i + k - 1];
+                texts.back() += word == 0xA5A5A5A5 ? " -" : hex(" %x", word);
+            }
+        }
+        return texts;
     }
 
 private:
-    static std::string hex(OMX_INDEXTYPE index) {
-        char text[9];
-        std::snprintf(text, sizeof(text), "%08x", static_cast<unsigned>(index));
+    static std::string hex(const char* format, uint32_t number) {
+        char text[10];
+        std::snprintf(text, sizeof(text), format, number);
         return text;
     }
 
@@ -100,8 +100,6 @@ inline Numbers withValue(Numbers numbers, const char* key, int32_t value) {
     return numbers;
 }
 
-inline const Numbers kPcm{{"channel-count", 6}, {"sample-rate", 48000}};
-inline const std::string kPcmCalls = "get 02000001\nset 02000001\nget 04000002\nset 04000002\n";
 inline const Numbers kAac{{"channel-count", 2},
                           {"sample-rate", 44100},
                           {"aac-format-adif", 1},
