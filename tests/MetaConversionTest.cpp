@@ -67,72 +67,52 @@ Value valueIn(const sp<AMessage>& message, const char* key) {
     return Bytes(buffer->data(), buffer->data() + buffer->size());
 }
 
-// Every row of the key table, the codec data in their order.
+// Code and message key of every row, by kind of value; the codec data in their order.
 enum Kind { kInt32 = 1, kInt64, kText, kData, kCodecData };  // as in Value, but for codec data
 // clang-format off
-const struct {
-    std::string code;
-    std::string key;
-    Kind kind;
-} kRows[] = {
-        {"brte", "bitrate", kInt32}, {"DivX", "divx-version", kInt32},
-        {"eopt", "wma-encode-opt", kInt32}, {"blka", "wma-block-align", kInt32},
-        {"wmav", "wma-version", kInt32}, {"ade1", "wma-adv-enc-opt1", kInt32},
-        {"ade2", "wma-adv-enc-opt2", kInt32}, {"fmtt", "wma-format-tag", kInt32},
-        {"bsps", "wma-bits-per-sample", kInt32}, {"vpks", "wma-vir-pkt-size", kInt32},
-        {"chmk", "wma-channel-mask", kInt32}, {"enc1", "wma-voice-enc-opt1", kInt32},
-        {"en20", "wma-voice-enc-opt2_0", kInt32}, {"en21", "wma-voice-enc-opt2_1", kInt32},
-        {"widt", "stride", kInt32}, {"heig", "slice-height", kInt32},
-        {"adif", "aac-format-adif", kInt32}, {"altp", "aac-format-ltp", kInt32},
-        {"adts", "aac-format-adts", kInt32}, {"aacp", "aac-profile", kInt32},
-        {"dtss", "dts-subtype", kInt32}, {"ArbM", "use-arbitrary-mode", kInt32},
-        {"ESmS", "smooth-streaming", kInt32}, {"hfr ", "hfr", kInt32},
-        {"srte", "sample-rate", kInt32}, {"#chn", "channel-count", kInt32},
-        {"bPsp", "bits-per-sample", kInt32}, {"sbit", "Sample-Bits", kInt32},
-        {"rotA", "rotation-degrees", kInt32}, {"inpS", "max-input-size", kInt32},
-        {"MQls", "mqa-light-state", kInt32}, {"MOsr", "mqa-original-sample-rate", kInt32},
-        {"Rsrt", "real-sample-rate", kInt32}, {"Rsbt", "real-sample-bits", kInt32},
-        {"rafc", "ra-fourcc", kInt32}, {"raar", "ra-actual-rate", kInt32},
-        {"raaq", "ra-audio-quality", kInt32}, {"rafi", "ra-flavor-index", kInt32},
-        {"rabf", "ra-bits-per-frame", kInt32}, {"ragr", "ra-granularity", kInt32},
-        {"layr", "Layer-info", kInt32}, {"PCMe", "pcm-encoding", kInt32},
-        {"mibs", "min-block-size", kInt32}, {"mabs", "max-block-size", kInt32},
-        {"mifs", "min-frame-size", kInt32}, {"mafs", "max-frame-size", kInt32},
-        {"rotO", "rotation-offset", kInt32}, {"FPS1", "editor-fps-100", kInt32},
-        {"SncN", "editor-sync-num", kInt32}, {"edof", "edit-offset", kInt32},
-        {"adzc", "audio-zoom", kInt32}, {"m4dp", "mpeg4-data-partition", kInt32},
-        {"SMod", "dlna-scan-mode", kInt32}, {"adzx", "audio-zoom-x", kInt32},
-        {"adzy", "audio-zoom-y", kInt32}, {"adze", "audio-zoom-enable", kInt32},
-        {"SA3D", "foa-info", kInt32}, {"prdm", "play-ready", kInt32}, {"adts", "is-adts", kInt32},
-        {"noff", "no-offload", kInt32}, {"Dsrt", "dsd-sample-rate", kInt32},
-        {"zrmh", "is-zr-mpegh", kInt32}, {"mxet", "mixed-encoding-type", kInt32},
-        {"bkOf", "bookmark-offset", kInt64}, {"bkSz", "bookmark-size", kInt64},
-        {"rfOf", "wav-RIFF-offset", kInt64}, {"rfSz", "wav-RIFF-size", kInt64},
-        {"ltOf", "wav-LIST-offset", kInt64}, {"ltSz", "wav-LIST-size", kInt64},
-        {"pdOf", "flac-padding-offset", kInt64}, {"pdSz", "flac-padding-size", kInt64},
-        {"enot", "end-of-text", kInt64}, {"stss", "exist-sync-frame", kInt64},
-        {"ntpT", "dlna-npt-offset", kInt64},
-        {"ffmt", "file-format", kText}, {"uSlY", "unsynced-lyrics", kText},
-        {"vrty", "video-record-type", kText}, {"rmod", "key-rec-mode", kText},
-        {"buid", "key-burst-id", kText}, {"umsg", "user-message", kText},
-        {"QDrm", "divx-drm", kData}, {"wafm", "wavefrom-data", kData},
-        {"waf2", "wavefrom-data2", kData}, {"svdt", "sphere-view", kData},
-        {"SncT", "editor-sync-table", kData}, {"fLSi", "FLAC-streaminfo", kData},
-        {"nacc", "aac-codec-specific-data", kCodecData},
-        {"rcsd", "raw-codec-specific-data", kCodecData},
-        {"vcsh", "vc1-sequence-header", kCodecData},
-        {"fLaC", "flac-codec-specific-data", kCodecData},
-        {"wfmt", "adpcm-codec-specific-data", kCodecData},
-        {"theo", "theora-codec-specific-data", kCodecData},
-        {"alac", "alac-codec-specific-data", kCodecData},
-        {"rvfi", "rv-codec-specific-data", kCodecData},
-        {"opaq", "rm-codec-specific-data", kCodecData},
+const std::vector<std::pair<std::string, const char*>> kRows[] = {
+        {},
+        {{"brte", "bitrate"}, {"DivX", "divx-version"}, {"eopt", "wma-encode-opt"},
+         {"blka", "wma-block-align"}, {"wmav", "wma-version"}, {"ade1", "wma-adv-enc-opt1"},
+         {"ade2", "wma-adv-enc-opt2"}, {"fmtt", "wma-format-tag"}, {"bsps", "wma-bits-per-sample"},
+         {"vpks", "wma-vir-pkt-size"}, {"chmk", "wma-channel-mask"},
+         {"enc1", "wma-voice-enc-opt1"}, {"en20", "wma-voice-enc-opt2_0"},
+         {"en21", "wma-voice-enc-opt2_1"}, {"widt", "stride"}, {"heig", "slice-height"},
+         {"adif", "aac-format-adif"}, {"altp", "aac-format-ltp"}, {"adts", "aac-format-adts"},
+         {"aacp", "aac-profile"}, {"dtss", "dts-subtype"}, {"ArbM", "use-arbitrary-mode"},
+         {"ESmS", "smooth-streaming"}, {"hfr ", "hfr"}, {"srte", "sample-rate"},
+         {"#chn", "channel-count"}, {"bPsp", "bits-per-sample"}, {"sbit", "Sample-Bits"},
+         {"rotA", "rotation-degrees"}, {"inpS", "max-input-size"}, {"MQls", "mqa-light-state"},
+         {"MOsr", "mqa-original-sample-rate"}, {"Rsrt", "real-sample-rate"},
+         {"Rsbt", "real-sample-bits"}, {"rafc", "ra-fourcc"}, {"raar", "ra-actual-rate"},
+         {"raaq", "ra-audio-quality"}, {"rafi", "ra-flavor-index"}, {"rabf", "ra-bits-per-frame"},
+         {"ragr", "ra-granularity"}, {"layr", "Layer-info"}, {"PCMe", "pcm-encoding"},
+         {"mibs", "min-block-size"}, {"mabs", "max-block-size"}, {"mifs", "min-frame-size"},
+         {"mafs", "max-frame-size"}, {"rotO", "rotation-offset"}, {"FPS1", "editor-fps-100"},
+         {"SncN", "editor-sync-num"}, {"edof", "edit-offset"}, {"adzc", "audio-zoom"},
+         {"m4dp", "mpeg4-data-partition"}, {"SMod", "dlna-scan-mode"}, {"adzx", "audio-zoom-x"},
+         {"adzy", "audio-zoom-y"}, {"adze", "audio-zoom-enable"}, {"SA3D", "foa-info"},
+         {"prdm", "play-ready"}, {"adts", "is-adts"}, {"noff", "no-offload"},
+         {"Dsrt", "dsd-sample-rate"}, {"zrmh", "is-zr-mpegh"}, {"mxet", "mixed-encoding-type"}},
+        {{"bkOf", "bookmark-offset"}, {"bkSz", "bookmark-size"}, {"rfOf", "wav-RIFF-offset"},
+         {"rfSz", "wav-RIFF-size"}, {"ltOf", "wav-LIST-offset"}, {"ltSz", "wav-LIST-size"},
+         {"pdOf", "flac-padding-offset"}, {"pdSz", "flac-padding-size"}, {"enot", "end-of-text"},
+         {"stss", "exist-sync-frame"}, {"ntpT", "dlna-npt-offset"}},
+        {{"ffmt", "file-format"}, {"uSlY", "unsynced-lyrics"}, {"vrty", "video-record-type"},
+         {"rmod", "key-rec-mode"}, {"buid", "key-burst-id"}, {"umsg", "user-message"}},
+        {{"QDrm", "divx-drm"}, {"wafm", "wavefrom-data"}, {"waf2", "wavefrom-data2"},
+         {"svdt", "sphere-view"}, {"SncT", "editor-sync-table"}, {"fLSi", "FLAC-streaminfo"}},
+        {{"nacc", "aac-codec-specific-data"}, {"rcsd", "raw-codec-specific-data"},
+         {"vcsh", "vc1-sequence-header"}, {"fLaC", "flac-codec-specific-data"},
+         {"wfmt", "adpcm-codec-specific-data"}, {"theo", "theora-codec-specific-data"},
+         {"alac", "alac-codec-specific-data"}, {"rvfi", "rv-codec-specific-data"},
+         {"opaq", "rm-codec-specific-data"}},
 };
 // clang-format on
 
 TEST(MetaConversion, KeysByCode) {
     std::map<std::string, std::string> keys;  // of two rows the first
-    for (const auto& row : kRows) keys.emplace(row.code, row.key);
+    for (const auto& rows : kRows) keys.insert(rows.begin(), rows.end());
     EXPECT_EQ(keys.size(), 94u);
     for (const auto& [characters, key] : keys) {
         EXPECT_EQ(MediaCodecHelper::getMsgKey(static_cast<int>(code(characters))), key);
@@ -152,10 +132,11 @@ sp<ABuffer> bufferOf(const Bytes& bytes) {
 TEST(MetaConversion, EachRowTakesValuesOfItsType) {
     const Bytes bytes{3, 0, 9};
     const Value values[] = {{}, -5, int64_t{1} << 40, "text", bytes, Bytes()};
-    for (const auto& row : kRows) {
-        const uint32_t metaKey = code(row.code);
-        const char* key = row.key.c_str();
-        for (size_t type = 1; type < std::size(values); ++type) {
+    for (size_t kind = kInt32; kind <= kCodecData; ++kind) {
+        for (size_t i = 0; i < kRows[kind].size() * 5; ++i) {
+            const char* key = kRows[kind][i / 5].second;
+            const uint32_t metaKey = code(kRows[kind][i / 5].first);
+            const size_t type = i % 5 + 1;
             const sp<MetaData> meta = new MetaData, back = new MetaData;
             const sp<AMessage> own = new AMessage;
             if (type == 1) meta->setInt32(metaKey, -5), own->setInt32(key, -5);
@@ -165,14 +146,14 @@ TEST(MetaConversion, EachRowTakesValuesOfItsType) {
             if (type == 4)
                 meta->setData(metaKey, 7, bytes.data(), 3), own->setBuffer(key, bufferOf(bytes));
             if (type == 5) meta->setData(metaKey, 7, nullptr, 0), own->setBuffer(key, bufferOf({}));
-            const bool fits = std::min<size_t>(type, kData) == std::min<size_t>(row.kind, kData);
+            const bool fits = std::min<size_t>(type, kData) == std::min<size_t>(kind, kData);
             const Value expected = fits ? values[type] : Value();
             for (const bool findsAny : {false, true}) {
                 sp<AMessage> message;
                 findsAnyType = findsAny;
                 EXPECT_EQ(MediaCodecHelper::ZRCodeConvertMetaDataToMessage(meta, &message), 0);
                 findsAnyType = false;
-                EXPECT_EQ(valueIn(message, row.kind == kCodecData ? "csd-0" : key), expected)
+                EXPECT_EQ(valueIn(message, kind == kCodecData ? "csd-0" : key), expected)
                         << key << " from type " << type;
             }
             EXPECT_EQ(MediaCodecHelper::ZRCodeConvertMessageToMetaData(own, back), 0);
@@ -232,15 +213,14 @@ TEST(MetaConversion, CodecDataLookedFor) {
 // Under "csd-0" the last of the table counts.
 TEST(MetaConversion, CodecDataOfLaterRowsReplaceEarlierOnes) {
     MetaDataBase meta;
-    for (const auto& row : kRows) {
-        if (row.kind != kCodecData) continue;
-        meta.setData(code(row.code), 1, row.code.data(), 4);
+    for (const auto& [characters, key] : kRows[kCodecData]) {
+        meta.setData(code(characters), 1, characters.data(), 4);
         sp<AMessage> message;
         EXPECT_EQ(MediaCodecHelper::ZRCodeConvertMetaDataBaseToMessage(&meta, &message), 0);
         sp<ABuffer> csd;
         ASSERT_TRUE(message->findBuffer("csd-0", &csd));
-        EXPECT_EQ(valueIn(message, "csd-0"), Value(Bytes(row.code.begin(), row.code.end())));
-        EXPECT_EQ(valueIn(message, row.key.c_str()), Value());
+        EXPECT_EQ(valueIn(message, "csd-0"), Value(Bytes(characters.begin(), characters.end())));
+        EXPECT_EQ(valueIn(message, key), Value());
         EXPECT_EQ(valueIn(csd->meta(), "csd"), Value(1));
         EXPECT_EQ(valueIn(csd->meta(), "timeUs"), Value(int64_t{0}));
     }
