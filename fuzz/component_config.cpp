@@ -3,8 +3,8 @@
 
 #include <map>
 
-#include "../Helper/vocabulary/MetaKeyTable.h"
 #include "Fuzz.h"
+#include "Helper/vocabulary/MetaKeyTable.h"
 #include "platform/Message.h"
 #include "platform/MetaData.h"
 #include "platform/OmxNode.h"

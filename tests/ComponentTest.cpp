@@ -281,7 +281,8 @@ TEST(Component, QcomVideoDecoder) {
              {called, packed, ordered, asked, {5, "[other] Failed to enable user-extradata"}}},
             {"other", "video/av", 0x400, 1, {}, {packing, extension, sync, user},
              {called, packed, {4, "Thumbnail mode enabled."}, asked}},
-            {"other", nullptr, 0x400, 1, {{1, -1}}, {packing, extension}, {called, packed, noSync}},
+            {"OMX.qcom.video.decoder.mpeg2", nullptr, 0x400, 1, {{1, -1}}, {packing, extension},
+             {called, packed, noSync}},
             {"other", nullptr, 0x400, 1, {{2, -1}}, {packing, extension, sync}, {called, packed, noSync}},
     };
     // clang-format on
