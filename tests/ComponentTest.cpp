@@ -283,7 +283,8 @@ TEST(Component, QcomVideoDecoder) {
              {called, packed, {4, "Thumbnail mode enabled."}, asked}},
             {"OMX.qcom.video.decoder.mpeg2", nullptr, 0x400, 1, {{1, -1}}, {packing, extension},
              {called, packed, noSync}},
-            {"other", nullptr, 0x400, 1, {{2, -1}}, {packing, extension, sync}, {called, packed, noSync}},
+            {"other", nullptr, 0x400, 1, {{2, -1}}, {packing, extension, sync},
+             {called, packed, noSync}},
     };
     // clang-format on
     for (const auto& row : rows) {
