@@ -2,9 +2,10 @@
 
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <span>
+
+#include "Helper/base/FourCC.h"
 
 namespace android {
 
@@ -26,5 +27,15 @@ std::span<const MetaKeyRow> metaKeyRows();
 
 // The message key of the first row with the code, or null.
 const char* findMessageKey(uint32_t metaKey);
+
+// The type of data that are no particular record.
+inline constexpr uint32_t kMetaTypeNone = base::fourcc("none");
+
+// Whether a value of this type in a MetaDataBase is data, whichever; the others are what setInt32,
+// setInt64 and setCString store. A store may give out the bytes of those as well.
+constexpr bool isMetaData(uint32_t type) {
+    return type != base::fourcc("in32") && type != base::fourcc("in64") &&
+           type != base::fourcc("cstr");
+}
 
 }  // namespace android

@@ -6,6 +6,8 @@
 
 #include "inspect/Report.h"
 #include "inspect/glue/Glue.h"
+#include "platform/Message.h"
+#include "platform/OmxNode.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/MediaCodecHelper.h"
 #include "zrcodecparser/MediaDefs.h"
