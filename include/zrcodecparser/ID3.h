@@ -20,16 +20,16 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "platform/DataSource.h"
-#include "platform/Strings.h"
 #include "zrcodecparser/DataSource.h"
 #include "zrcodecparser/Export.h"
 
 namespace android {
 
+class String8;
+
 namespace id3 {
-struct ByteSource;
-struct Snapshot;
+struct Tag;
+struct TagView;
 }  // namespace id3
 
 class ZR_EXPORT ID3 {
@@ -103,15 +103,10 @@ public:
 
 private:
     friend struct LayoutProbe;
+    friend class ID3Wrapper;
 
-    void parse(const id3::ByteSource& source, bool ignoreV1, off64_t offset);
-    bool readV2(const id3::ByteSource& source, off64_t offset);
-    bool readV1(const id3::ByteSource& source);
-    bool prepareFrames(Version version, uint8_t flags);
-    bool skipExtendedHeader(Version version);
-    bool repairFrames(bool hasGlobalUnsync);
-    bool undoFrames(bool iTunesHack, bool hasGlobalUnsync, id3::Snapshot* snapshot);
-    void clear();
+    bool hold(id3::Tag tag);
+    id3::TagView view() const;
 
     bool mIsValid = false;
     uint8_t* mData = nullptr;  // without the 10-byte header of a v2 tag
