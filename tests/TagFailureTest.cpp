@@ -106,6 +106,8 @@ TEST(TagFailure, NoMemoryForTags) {
         EXPECT_EQ(refusals(read, kV2_4), "0 5 ");
     }
     EXPECT_EQ(refusals(fromMemory, kV2_4), "0 0 5 ");
+    const std::string plainSizes = test::tag(4, 0, test::frameV2_3("TIT2", std::string(200, 'x')));
+    EXPECT_EQ(refusals(fromMemory, plainSizes), "0 0 5 ");
 }
 
 TEST(TagFailure, NoMemoryForTexts) {
