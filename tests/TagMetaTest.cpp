@@ -28,7 +28,7 @@ TEST(TagMeta, V1TagAtTheEndOfAFile) {
     std::string v1 = "TAG";
     for (const std::string field : {"title", "artist", "album"})
         v1 += field + std::string(30 - field.size(), '\0');
-    v1 += "1999" + std::string(29, 'c');
+    v1 += "1999" + std::string(31, 'c');
     for (const int track : {0, 1, 2, 3, 7, 255}) {
         File file{"audio" + v1.substr(0, 125) + '\0' + static_cast<char>(track) + '\xFF'};
         const Format format;
@@ -39,7 +39,7 @@ TEST(TagMeta, V1TagAtTheEndOfAFile) {
                   "string(" +
                           std::to_string(track) + ")");
     }
-    File file{v1 + "x"};
+    File file{v1};
     const Format format;
     EXPECT_EQ(helper->parseID3v2MetaData(&file.source, true, 0, format.get()), -10001);
     const auto* bytes = reinterpret_cast<const uint8_t*>(v1.data());
