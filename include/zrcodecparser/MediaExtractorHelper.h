@@ -264,7 +264,8 @@ public:
     // --- Tags ---
 
     // The operations of ID3Wrapper of these names: texts and picture of an ID3 tag in memory or in
-    // a file, encoder delay and padding from its gapless comment.
+    // a file, encoder delay and padding from its gapless comment. Of a source they ask only flags()
+    // of the object, all else of the record under it.
     status_t parseID3v2MetaData(const uint8_t* data, size_t size, bool ignoreV1,
                                 AMediaFormat* meta);
     status_t parseID3v2MetaData(DataSourceHelper* source, bool ignoreV1, off64_t offset,
@@ -280,8 +281,9 @@ public:
     // that is a link, of another type than front cover, or cut short is passed over in silence.
     //
     // commentLength, the comment's length in bytes without the NUL, bounds the memory for a
-    // picture. Fatal: a picture comment with a commentLength that does not cover its name and the
-    // =.
+    // picture, and nothing else: where it is too small, a picture that does not fit into three
+    // bytes for each four characters of the value which it covers is logged as malformed base64.
+    // Fatal: a picture comment with a commentLength that does not cover its name and the =.
     void parseVorbisComment(AMediaFormat* fileMeta, const char* comment, size_t commentLength);
 
     // --- For older parsers, which keep metadata under four-character codes ---
