@@ -132,9 +132,21 @@ TEST_F(WavDumpTest, FileIsCompleteAtAnyTime) {
         EXPECT_EQ(file("wavdump.wav"), stereo(total) + std::string(total, 'x'));
         EXPECT_EQ(dump.open(8000, 8, 1), -1);
     }
+}
+
+// At the byte that the header's sizes have no number for.
+TEST_F(WavDumpTest, FullFile) {
+    WavDump dump(nullptr);
+    EXPECT_EQ(dump.open(48000, 16, 2), 0);
     android::LayoutProbe::size(dump) = 0xFFFFFFF0;  // as after that many bytes
-    EXPECT_EQ(dump.dump(samples.data(), 32), 32u);
-    EXPECT_EQ(file("wavdump.wav").substr(0, 44), stereo(0xFFFFFFE4));
+    const std::vector<uint8_t> samples(32, 'x');
+    EXPECT_EQ(dump.dump(samples.data(), 15), 15u);
+    const std::string last = file("wavdump.wav");
+    EXPECT_EQ(last, stereo(0xFFFFFFFF - 44) + std::string(15, 'x'));
+    for (uint32_t size : {1u, 32u, ~0u}) {
+        EXPECT_NE(test::fatalText([&] { dump.dump(samples.data(), size); }), "");
+        EXPECT_EQ(file("wavdump.wav"), last);
+    }
 }
 
 TEST_F(WavDumpTest, FailuresAreLoggedAndForgotten) {

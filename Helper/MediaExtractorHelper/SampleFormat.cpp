@@ -37,8 +37,11 @@ size_t countOf8Bit(size_t samples) {
     return count > 0 ? static_cast<size_t>(count) : 0;
 }
 
+// The bytes are counted in 32 bits, too.
 size_t countOf24Packed(int32_t samples) {
-    return samples > 0 ? static_cast<size_t>(samples) : 0;
+    if (samples <= 0) return 0;
+    checkedMul(samples, 3);
+    return static_cast<size_t>(samples);
 }
 
 pcm::Converter* to24Packed(bool isFloat, bool bigEndian) {
@@ -49,6 +52,7 @@ pcm::Converter* to24Packed(bool isFloat, bool bigEndian) {
 // 0 stays 0, and any other number becomes 2^31: what is left of a scale that was applied upside
 // down, and kept.
 void int32ToScaledFloat(const uint8_t* source, uint8_t* destination, size_t samples) {
+    checkedMul(samples, 4);
     for (size_t i = 0; i < samples; ++i) {
         int32_t word;
         std::memcpy(&word, source + 4 * i, sizeof(word));
@@ -145,6 +149,9 @@ status_t MediaExtractorHelper::ConvertXtoFloat(MediaBufferHelper* buffer, int32_
     if (sourceBits != 24 && sourceBits != 32) return notSupported();
     const SampleRange range(buffer);
     const size_t samples = range.length / (static_cast<size_t>(sourceBits) / 8);
+    if (sourceBits == 32 && bigEndian) {
+        if (checkedSub(buffer->size(), range.offset) < 2 * samples) return OK;
+    }
     const size_t end = checkedAdd(range.offset, checkedMul(samples, 4));
     uint8_t* const data = range.begin();
     if (sourceBits == 24) {
@@ -153,7 +160,6 @@ status_t MediaExtractorHelper::ConvertXtoFloat(MediaBufferHelper* buffer, int32_
     } else if (!bigEndian) {
         pcm::int32ToFloat(data, data, samples);
     } else {
-        if (checkedSub(buffer->size(), range.offset) < 2 * samples) return OK;
         uint8_t* const reversed = range.beginTimes(4);
         if (reversed == data) {
             pcm::bigInt32ToFloat(data, data, samples);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Helper/base/Checked.h"
 #include "Helper/pcm/Samples.h"
 
 namespace android::pcm {
@@ -86,6 +87,7 @@ Run<Conversion> convertWide(Run<Conversion> run, From order) {
 
 template <typename Conversion>
 void convertRun(Run<Conversion> run, From order) {
+    base::checkedMul(run.samples, std::max(Conversion::kFrom, Conversion::kTo));
 #if defined(__x86_64__)
     if (__builtin_cpu_supports("avx2")) run = convertWide<Isa::kAvx2>(run, order);
     if (__builtin_cpu_supports("ssse3")) run = convertWide<Isa::kSsse3>(run, order);

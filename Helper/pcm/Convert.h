@@ -1,7 +1,8 @@
 // Conversions of runs of samples, named after what they read and write; see Samples.h for each.
 //
 // Each does what its plain loop does, forward or backward, also where destination and source
-// overlap; nothing but the samples is read or written.
+// overlap; nothing but the samples is read or written. Runs of more bytes than a size can tell are
+// fatal.
 
 #pragma once
 

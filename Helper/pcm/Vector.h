@@ -73,12 +73,12 @@ struct X86 {
         return reinterpret_cast<decltype(value)>(floats * kInt32ToFloat);
     }
     // Scaled by adding to the exponent, which costs nothing extra for subnormal numbers. These stay
-    // next to 0. So does NaN, which passes the clipping as the second operand and then overflows.
+    // next to 0. So does NaN, which passes the clipping as the second operand and then wraps.
     ZR_PCM_INLINE auto int24FromFloat(auto value) {
         using Words = typename Vec::Words;
         using Floats = typename Vec::Floats;
         const auto clipped = Vec::clip(reinterpret_cast<Floats>(value));
-        const Words scaled = reinterpret_cast<Words>(clipped) + (kScale24 << 23);
+        const auto scaled = reinterpret_cast<typename Vec::Bits>(clipped) + (kScale24 << 23);
         const Words sign = reinterpret_cast<Words>(value) & INT32_MIN;
         const Words half = sign | kHalf;
         const Floats sum = reinterpret_cast<Floats>(scaled) + reinterpret_cast<Floats>(half);
@@ -92,6 +92,7 @@ struct Vectors<Isa::kSsse3> : X86<Vectors<Isa::kSsse3>> {
     using Vector = __m128i;
     using Floats = __m128;
     using Words [[gnu::vector_size(16)]] = int32_t;
+    using Bits [[gnu::vector_size(16)]] = uint32_t;
 
     ZR_PCM_INLINE Vector pick(Vector value, Vector mask) { return _mm_shuffle_epi8(value, mask); }
     ZR_PCM_INLINE Floats clip(Floats value) {
@@ -106,6 +107,7 @@ struct Vectors<Isa::kAvx2> : X86<Vectors<Isa::kAvx2>> {
     using Vector = __m256i;
     using Floats = __m256;
     using Words [[gnu::vector_size(32)]] = int32_t;
+    using Bits [[gnu::vector_size(32)]] = uint32_t;
 
     ZR_PCM_INLINE Vector loadLanes(const uint8_t* lower, const uint8_t* upper) {
         __m128i low, high;

@@ -35,7 +35,8 @@ public:
     // file is open already or cannot be created (logged).
     int open(uint32_t sampleRate, uint16_t bitsPerSample, uint16_t channels);
 
-    // Appends bytes. Returns size, or 0 when no file is open (logged).
+    // Appends bytes. Returns size, or 0 when no file is open (logged). Fatal where the file would
+    // grow past 2^32 - 1 bytes, which its header cannot tell: it stays what the last dump left.
     uint32_t dump(const uint8_t* data, uint32_t size);
 
     // Write at the current position of the file: the 44 bytes of the header (RIFF WAVE, one "fmt "

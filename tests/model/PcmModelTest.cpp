@@ -133,7 +133,8 @@ TEST(PcmModel, EveryNumberOf8And16Bits) {
     compareBuffers({kEndian, 16, 0, false, false}, bytes, 0, bytes.size(), {0, bytes.size()});
 }
 
-// What overflows is fatal; of 8-bit samples the low 32 bits of their number count.
+// What overflows is fatal, but for a buffer whose room is looked at before; of 8-bit samples the
+// low 32 bits of their number count.
 TEST(PcmModel, HugeNumbers) {
     const Call from8{kTo16, 8, 0, false, true}, from24{kTo16, 24, 0, false, true};
     const Call to24{kTo24, 32, 0, false, true}, toFloat{kToFloat, 24, 0, false, false};
@@ -142,6 +143,21 @@ TEST(PcmModel, HugeNumbers) {
     compareBuffers(to24, Bytes(99), 0, 0, {0, 4 * size_t{INT32_MAX / 3 + 1}});
     for (const Call& how : {from24, to24, toFloat})
         compareBuffers(how, Bytes(99), 16, 0, {SIZE_MAX - 1, 6}, 40);
+    compareBuffers({kToFloat, 32, 0, false, true}, Bytes(99), 16, SIZE_MAX, {SIZE_MAX - 1, 8});
+
+    const Call to32{kTo32, 24, 0, false, false}, floatTo24{kTo24, 32, 0, true, false};
+    const std::pair<Call, size_t> arrays[] = {
+            {from24, SIZE_MAX / 3 + 1},     {toFloat, SIZE_MAX / 3 + 1},
+            {to32, SIZE_MAX / 3 + 1},       {toFloat, SIZE_MAX / 4 + 1},
+            {to32, SIZE_MAX / 4 + 1},       {to24, INT32_MAX / 3 + 1},
+            {floatTo24, INT32_MAX / 3 + 1}, {to24, 1u << 31},
+            {floatTo24, UINT32_MAX}};
+    for (const auto& [how, count] : arrays) {
+        Model model{Bytes(99)};
+        model.array(how, 0, 48, count);
+        compare(model, Bytes(99), 99,
+                [&](uint8_t* data) { return Outcome{runArray(how, data, data + 48, count)}; });
+    }
 }
 
 }  // namespace
