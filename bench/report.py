@@ -218,8 +218,20 @@ def pcm():
     table(["conversion", "instructions"], [[n, f"{count:.2f}"] for n, count in counts.items()])
     for text, isFloat, bound in (("float to 24", True, 2), ("the others", False, 1.2)):
         worst_of(f"PCM on AArch64, instructions a sample, {text}",
-                 {n: c for n, c in counts.items() if n.startswith("float") == isFloat}, bound,
+                 {n: c for n, c in counts.items() if n.startswith("Float") == isFloat}, bound,
                  most=True)
+
+
+def cycles():
+    """The table of bench/count/model-cycles: three columns a processor after the loop and its size."""
+    lines = (results / "cycles.txt").read_text().splitlines()
+    print("Loops on models of AArch64 processors, everything in the first cache:\n")
+    print("\n".join(lines) + "\n")
+    head, _, *rows = ([cell.strip() for cell in line.split("|")[1:-1]] for line in lines)
+    for column in range(4, len(head), 3):
+        processor = head[column - 2].split(":")[0]
+        worst_of(f"cycles on {processor}, of the bound",
+                 {row[0]: float(row[column]) for row in rows}, 1.5, most=True)
 
 
 def load():
@@ -253,6 +265,7 @@ key_frames()
 meta_keys()
 tags()
 pcm()
+cycles()
 load()
 count = (results / "count.txt").read_text().strip()
 print(f"AArch64, large units: {count}\n")

@@ -322,7 +322,9 @@ public:
     // capacity is looked at; sizes that overflow.
     //
     // The operations on arrays want room for all of their output, which may begin where the source
-    // begins.
+    // begins, but not for ConvertXto32. They write nothing, and return 0, for 16 bits to 16, for a
+    // number of samples of 0, and where that number is signed, for a negative one. Fatal: a number
+    // of samples whose bytes overflow a size, or 2^31 - 1 where it has 32 bits.
 
     // Converts to destinationBits by the operation below that does; 32 means float. Returns its
     // status; 0, and leaves the buffer alone, when the samples are in that format already; -1010
@@ -335,7 +337,7 @@ public:
     // samples are integers in little-endian order whatever bigEndian says. For 8 bits the buffer
     // needs room for 2 * length bytes at the offset, else the result is -1009 and nothing is
     // changed. The array form takes only the low 32 bits of a number of 8-bit samples, as a signed
-    // number.
+    // number, of which -2^31 is fatal.
     status_t ConvertXto16(MediaBufferHelper* buffer, int32_t sourceBits, bool bigEndian);
     status_t ConvertXto16(const uint8_t* source, uint8_t* destination, int32_t sourceBits,
                           size_t samples, bool bigEndian);
@@ -366,7 +368,9 @@ public:
     // 24 bits to the upper 24 of 32, for an array. In a buffer, deliberately, the 4 bytes a sample
     // that the caller has provided at the offset come out as zeros: the writes overtake the reads.
     // Of 32 bits, which a buffer leaves alone unless they are floats, 0 gives 0.0f, any other
-    // number 2147483648.0f, and one with the sign bit set is fatal.
+    // number 2147483648.0f, and one with the sign bit set is fatal: those before it have been
+    // written by then. For 24 bits the output of the array form must not overlap the source: it
+    // would overtake the reads like that of a buffer.
     status_t ConvertXto32(MediaBufferHelper* buffer, int32_t sourceBits, bool sourceIsFloat,
                           bool unused);
     status_t ConvertXto32(const uint8_t* source, uint8_t* destination, int32_t sourceBits,
