@@ -16,8 +16,9 @@ struct DeviceState {
             std::make_shared<const host::Device>(host::typicalPhone());
 };
 
+// Never destroyed: a program's static objects may use the library from their destructors.
 DeviceState& state() {
-    static DeviceState instance;
+    static auto& instance = *new DeviceState;
     return instance;
 }
 
