@@ -20,6 +20,11 @@ static_assert(offsetof(TrackInfo, codecType) == 4);
 static_assert(offsetof(TrackInfo, video.width) == 8);
 static_assert(offsetof(TrackInfo, video.height) == 12);
 static_assert(offsetof(TrackInfo, audio.bitRate) == 20);
+static_assert(offsetof(TrackInfo, audio.blockAlign) == 24);
+static_assert(offsetof(TrackInfo, audio.language) == 32);
+static_assert(offsetof(TrackInfo, text.textLanguage) == 24);
+static_assert(sizeof(TrackInfo) == 56 && std::is_trivially_copyable_v<TrackInfo>);
+static_assert(std::is_aggregate_v<TrackInfo> && std::is_standard_layout_v<TrackInfo>);
 static_assert(sizeof(MediaExtractorHelper) == sizeof(android::RefBase) + sizeof(void*));
 
 const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
@@ -32,10 +37,18 @@ std::string described(TrackInfo info, bool useArbitraryMode = false) {
 
 TrackInfo track(uint32_t type, uint32_t codec) {
     TrackInfo info;
-    std::memset(&info, 0, sizeof(info));
     info.trackType = type;
     info.codecType = codec;
     return info;
+}
+
+TEST(TrackMeta, ANewRecordIsZeroFromEndToEnd) {
+    alignas(TrackInfo) char memory[sizeof(TrackInfo)];
+    for (const bool listed : {false, true}) {
+        std::memset(memory, 0x5A, sizeof(memory));
+        listed ? new (memory) TrackInfo{} : new (memory) TrackInfo;
+        EXPECT_EQ(std::string(memory, sizeof(memory)), std::string(sizeof(memory), 0)) << listed;
+    }
 }
 
 TEST(TrackMeta, Video) {
