@@ -10,7 +10,7 @@ namespace android {
 
 namespace metakeys {
 
-consteval uint32_t code(const char (&characters)[5]) {
+constexpr uint32_t code(const char (&characters)[5]) {
     uint32_t value = 0;
     for (int i = 0; i < 4; ++i) value = value << 8 | static_cast<uint8_t>(characters[i]);
     return value;
@@ -113,6 +113,33 @@ inline constexpr uint32_t kZreKeyDSDSampleRate           = metakeys::code("Dsrt"
 inline constexpr uint32_t kZreKeyIsZRMpegH               = metakeys::code("zrmh");  // is-zr-mpegh
 inline constexpr uint32_t kZreKeyMixedEncodingType       = metakeys::code("mxet");  // mixed-encoding-type
 inline constexpr uint32_t kZreKeyFLACStreamInfo          = metakeys::code("fLSi");  // FLAC-streaminfo
+
+// What MediaExtractorHelper's bridge for older parsers stores beside kZreKeyUnsyncedLyrics,
+// kZreKeyMixedEncodingType, kZreKeyDSDSampleRate and kZreKeyUseArbitraryMode. These have no key in
+// a message; width and height share their codes with "stride" and "slice-height".
+inline constexpr uint32_t kZreKeyMime          = metakeys::code("mime");
+inline constexpr uint32_t kZreKeyWidth         = metakeys::code("widt");
+inline constexpr uint32_t kZreKeyHeight        = metakeys::code("heig");
+inline constexpr uint32_t kZreKeyHEVCConfig    = metakeys::code("hvcc");
+inline constexpr uint32_t kZreKeyAlbum         = metakeys::code("albu");
+inline constexpr uint32_t kZreKeyArtist        = metakeys::code("arti");
+inline constexpr uint32_t kZreKeyAlbumArtist   = metakeys::code("aart");
+inline constexpr uint32_t kZreKeyComposer      = metakeys::code("comp");
+inline constexpr uint32_t kZreKeyGenre         = metakeys::code("genr");
+inline constexpr uint32_t kZreKeyTitle         = metakeys::code("titl");
+inline constexpr uint32_t kZreKeyYear          = metakeys::code("year");
+inline constexpr uint32_t kZreKeyAuthor        = metakeys::code("auth");
+inline constexpr uint32_t kZreKeyCDTrackNumber = metakeys::code("cdtr");
+inline constexpr uint32_t kZreKeyDiscNumber    = metakeys::code("dnum");
+inline constexpr uint32_t kZreKeyCompilation   = metakeys::code("cpil");
+inline constexpr uint32_t kZreKeyAlbumArt      = metakeys::code("albA");
+
+// What MediaCodecHelper::parseHEVCCodecSpecificData stores.
+inline constexpr uint32_t kZreKeyHEVCParameterSets = metakeys::code("hcsd");
+
+// Types of data in a MetaDataBase.
+inline constexpr uint32_t kZreTypeNone       = metakeys::code("none");
+inline constexpr uint32_t kZreTypeHEVCConfig = metakeys::code("hvcc");
 // clang-format on
 
 }  // namespace android
