@@ -50,6 +50,12 @@ TEST(Platform, LastReferenceDeletes) {
     EXPECT_EQ(second, nullptr);
 }
 
+TEST(Platform, MediaPlayerService) {
+    EXPECT_NE(android::mediaPlayerService(), nullptr);
+    const test::DeviceScope scope({.mediaServerAlive = false});
+    EXPECT_EQ(android::mediaPlayerService(), nullptr);
+}
+
 TEST(Platform, LogAndFatalTexts) {
     std::vector<std::string> lines;
     const host::LogSink former = host::setLogSink([&](const host::LogLine& line) {

@@ -86,6 +86,10 @@ sp<IMediaPlayerService> IMediaPlayerService::asInterface(const sp<IBinder>& serv
     return new HostPlayerInterface;
 }
 
+sp<IMediaPlayerService> mediaPlayerService() {
+    return IMediaPlayerService::asInterface(defaultServiceManager()->getService("media.player"));
+}
+
 sp<IMediaCodecList> MediaCodecList::getInstance() {
     if (!currentDevice()->codecListAvailable) return nullptr;
     return new HostCodecList;
