@@ -8,7 +8,8 @@
 
 namespace {
 
-// The format and the helper are made and gone again within the call.
+int lines = 0;
+
 bool findsCodec(int codecType, const char* mime) {
     const test::Format format;
     const android::sp<android::MediaExtractorHelper> helper = new android::MediaExtractorHelper;
@@ -16,8 +17,6 @@ bool findsCodec(int codecType, const char* mime) {
     __android_log_print(ANDROID_LOG_WARN, "AtExit", "%s", format.text().c_str());
     return format.mime() == mime;
 }
-
-int lines = 0;
 
 struct User {
     ~User() {
@@ -29,7 +28,6 @@ const User user;
 }  // namespace
 
 int main() {
-    host::setDevice({.decoders = {"video/avc"}});
     host::setLogSink([](const host::LogLine& line) { lines += line.tag == "AtExit" ? 1 : 0; });
     return findsCodec(104, "video/avc") ? 0 : 1;
 }

@@ -107,18 +107,14 @@ constexpr Row kRows[] = {
 
 TEST(CodecSupport, EachCodeAsksForItsDecoderAndStoresItsKeys) {
     for (const Row& row : kRows) {
-        EXPECT_EQ(chosen(row.codecType, {.decoders = {row.decoder}}), mime(row.mime) + row.extras)
-                << row.codecType;
-    }
-}
-
-TEST(CodecSupport, WithoutDecoderOnlyAFewAreOffered) {
-    for (const Row& row : kRows) {
         const int code = row.codecType;
+        EXPECT_EQ(chosen(code, {.decoders = {row.decoder}}), mime(row.mime) + row.extras) << code;
         const bool offered = code == 101 || code == 204 || code == 233 || code == 234;
         const char* refused = code < 200 ? "video/notsupport" : "audio/notsupport";
         EXPECT_EQ(chosen(code, {}), mime(offered ? row.mime : refused)) << code;
     }
+    EXPECT_EQ(chosen(125, {.decoders = {"video/divx"}}, false),
+              mime("video/divx") + ", divx-version: int32(3), use-arbitrary-mode: int32(0)");
 }
 
 TEST(CodecSupport, CodesWithoutACodecNeedNoServer) {
@@ -127,13 +123,6 @@ TEST(CodecSupport, CodesWithoutACodecNeedNoServer) {
         EXPECT_EQ(chosen(code, dead), mime("video/notsupport")) << code;
     }
     EXPECT_EQ(chosen(200, dead), mime("audio/notsupport"));
-}
-
-TEST(CodecSupport, ArbitraryModeIsTheCallersWord) {
-    EXPECT_EQ(chosen(102, {.decoders = {"video/mp4v-es"}}, false),
-              mime("video/mp4v-es") + ", use-arbitrary-mode: int32(0)");
-    EXPECT_EQ(chosen(125, {.decoders = {"video/divx"}}, false),
-              mime("video/divx") + ", divx-version: int32(3), use-arbitrary-mode: int32(0)");
 }
 
 TEST(CodecSupport, AlternativesAreTakenWhenTheyHaveADecoder) {
@@ -147,14 +136,13 @@ TEST(CodecSupport, AlternativesAreTakenWhenTheyHaveADecoder) {
             {217, {"audio/qcelp", "audio/x-zr-qcelp"}, "audio/x-zr-qcelp"},
             {229, {"audio/x-zr-alac"}, "audio/x-zr-alac"},
             {226, {"audio/aac-adts", "audio/mp4a-latm"}, "audio/mp4a-latm"},
+            {219, {"audio/mpeg"}, "audio/mpeg), Layer-info: int32(2"},
             {201, {"audio/x-zr-aac"}, "audio/notsupport"},
             {207, {"audio/x-zr-flac"}, "audio/notsupport"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(chosen(c.codecType, {.decoders = c.decoders}), mime(c.mime)) << c.codecType;
     }
-    EXPECT_EQ(chosen(219, {.decoders = {"audio/mpeg"}}),
-              mime("audio/mpeg") + ", Layer-info: int32(2)");
 }
 
 TEST(CodecSupport, DivxBecomesMpeg4OnlyWhereTheDeviceSaysSo) {
@@ -170,23 +158,24 @@ TEST(CodecSupport, DivxBecomesMpeg4OnlyWhereTheDeviceSaysSo) {
     EXPECT_EQ(chosen(118, {.divxAlternative = true}), mime("video/notsupport"));
 }
 
+const Line kDie{kError, "mediaserver die !!"};
+const Line kNoServiceList{kError, "Can't get codec list"};
+const Line kNotAlive{kError, "#### mediaserver is not alive !!so return error"};
+const Line kProbeFailed{kError, "checkIsZRSWCodec - mediaserver is not alive! return error"};
+const Line kNoList{kError, "#### mediacodec list instance returned NULL"};
+
 TEST(CodecSupport, UnreachableServicesLeaveNoMimeAndSayWhy) {
-    const Line die{kError, "mediaserver die !!"};
-    const Line cannot{kError, "Can't get codec list"};
-    const Line notAlive{kError, "#### mediaserver is not alive !!so return error"};
-    const Line probe{kError, "checkIsZRSWCodec - mediaserver is not alive! return error"};
-    const Line noList{kError, "#### mediacodec list instance returned NULL"};
     const struct {
         host::Device device;
         int codecType;
         std::vector<Line> lines;
     } cases[] = {
-            {{.mediaServerAlive = false}, 104, {die, notAlive}},
-            {{.mediaServerAlive = false}, 201, {die, probe}},
-            {{.serverHasCodecList = false}, 104, {cannot, notAlive}},
-            {{.serverHasCodecList = false}, 216, {cannot, probe}},
-            {{.codecListAvailable = false}, 104, {noList}},
-            {{.codecListAvailable = false}, 229, {noList}},
+            {{.mediaServerAlive = false}, 104, {kDie, kNotAlive}},
+            {{.mediaServerAlive = false}, 201, {kDie, kProbeFailed}},
+            {{.serverHasCodecList = false}, 104, {kNoServiceList, kNotAlive}},
+            {{.serverHasCodecList = false}, 216, {kNoServiceList, kProbeFailed}},
+            {{.codecListAvailable = false}, 104, {kNoList}},
+            {{.codecListAvailable = false}, 229, {kNoList}},
     };
     for (const auto& c : cases) {
         const test::LogCapture log;
@@ -204,6 +193,7 @@ TEST(CodecSupport, MissingCodecInfoIsFatal) {
 }
 
 TEST(CodecSupport, SoftwareProbe) {
+    const Line found{kInfo, "#### Succuss to find ZRSWCodec in mediaCodecList : audio/x-zr-qcelp"};
     const struct {
         int codecType;
         host::Device device;
@@ -211,25 +201,12 @@ TEST(CodecSupport, SoftwareProbe) {
         bool found;
         std::vector<Line> lines;
     } cases[] = {
-            {217,
-             {.decoders = {"audio/x-zr-qcelp"}},
-             0,
-             true,
-             {{kInfo, "#### Succuss to find ZRSWCodec in mediaCodecList : audio/x-zr-qcelp"}}},
+            {217, {.decoders = {"audio/x-zr-qcelp"}}, 0, true, {found}},
             {217, {.decoders = {"audio/qcelp"}}, 0, false, {}},
             {203, {.decoders = {"audio/ac3"}}, 0, false, {}},
             {104, {.decoders = {"video/avc"}}, 0, false, {}},
-            {104,
-             {.mediaServerAlive = false},
-             -1,
-             false,
-             {{kError, "mediaserver die !!"},
-              {kError, "checkIsZRSWCodec - mediaserver is not alive! return error"}}},
-            {203,
-             {.codecListAvailable = false},
-             -1,
-             false,
-             {{kError, "#### mediacodec list instance returned NULL"}}},
+            {104, {.mediaServerAlive = false}, -1, false, {kDie, kProbeFailed}},
+            {203, {.codecListAvailable = false}, -1, false, {kNoList}},
     };
     for (const auto& c : cases) {
         const DeviceScope scope(c.device);
@@ -244,20 +221,16 @@ TEST(CodecSupport, SoftwareProbe) {
 }
 
 TEST(CodecSupport, CodeOfAMimeType) {
-    const struct {
-        const char* mime;
-        int code;
-    } cases[] = {
-            {"audio/mp4a-latm", 201},   {"audio/mpeg", 202},
-            {"audio/mpeg-L2", 219},     {"audio/aac-adts", 226},
-            {"audio/x-zr-ms-wma", 209}, {"audio/x-zr-alac", 229},
-            {"audio/mhm1", 234},        {"audio/MPEG", 200},
-            {"video/avc", 200},         {"", 200},
-    };
-    for (const auto& c : cases) {
+    const std::pair<const char*, int> cases[] = {
+            {"audio/mp4a-latm", 201}, {"audio/mpeg", 202},
+            {"audio/mpeg-L2", 219},   {"audio/aac-adts", 226},
+            {"audio/x-zr-alac", 229}, {"audio/x-zr-ms-wma", 209},
+            {"audio/mhm1", 234},      {"audio/MPEG", 200},
+            {"video/avc", 200},       {"", 200}};
+    for (const auto& [mime, code] : cases) {
         const Format format;
-        AMediaFormat_setString(format.get(), "mime", c.mime);
-        EXPECT_EQ(helper->getCodecType(format.get()), c.code) << c.mime;
+        AMediaFormat_setString(format.get(), "mime", mime);
+        EXPECT_EQ(helper->getCodecType(format.get()), code) << mime;
     }
     EXPECT_EQ(helper->getCodecType(Format().get()), 0x7FFFFFFF);
 }

@@ -36,18 +36,17 @@ TEST(Platform, BitReaderYieldsZerosPastTheEnd) {
 
 TEST(Platform, LastReferenceDeletes) {
     struct Counted : android::RefBase {
-        explicit Counted(int* alive) : mAlive(alive) { ++*mAlive; }
-        ~Counted() override { --*mAlive; }
-        int* mAlive;
+        explicit Counted(bool& alive) : mAlive(alive) { mAlive = true; }
+        ~Counted() override { mAlive = false; }
+        bool& mAlive;
     };
-    int alive = 0;
-    android::sp<Counted> first = new Counted(&alive);
+    bool alive = false;
+    android::sp<Counted> first = new Counted(alive);
     android::sp<android::RefBase> second = first;
     first = nullptr;
-    EXPECT_EQ(alive, 1);
+    EXPECT_TRUE(alive);
     second.clear();
-    EXPECT_EQ(alive, 0);
-    EXPECT_EQ(second, nullptr);
+    EXPECT_TRUE(!alive && second == nullptr);
 }
 
 TEST(Platform, MediaPlayerService) {

@@ -1,31 +1,6 @@
-// A device's own codec list, as far as codec selection needs it: services go by another text type
-// than the stand-in's, and so have another look-up.
+// The codec list of a device whose services go by another text type: only the documented way to
+// the media player is there.
 
-#pragma once
+#include "../../../platform/include/platform/CodecList.h"
 
-#include <sys/types.h>
-
-#include "platform/Errors.h"
-#include "platform/RefBase.h"
-
-namespace android {
-
-struct MediaCodecInfo : RefBase {
-    virtual const char* getCodecName() const = 0;
-};
-
-struct IMediaCodecList : RefBase {
-    virtual ssize_t findCodecByType(const char* mime, bool encoder, size_t startIndex) const = 0;
-    virtual sp<MediaCodecInfo> getCodecInfo(size_t index) const = 0;
-};
-
-struct MediaCodecList {
-    static sp<IMediaCodecList> getInstance();
-};
-
-struct IMediaPlayerService : RefBase {
-    virtual sp<IMediaCodecList> getCodecList() const = 0;
-};
-sp<IMediaPlayerService> mediaPlayerService();
-
-}  // namespace android
+#pragma GCC poison defaultServiceManager getService asInterface
