@@ -4,6 +4,7 @@
 
 #include "platform/BitReader.h"
 #include "platform/CodecList.h"
+#include "platform/MetaData.h"
 #include "support/Platform.h"
 
 namespace {
@@ -22,6 +23,16 @@ TEST(Platform, FormatKeepsTypesApartAndReplaces) {
     AMediaFormat_setBuffer(format.get(), "key", nullptr, 0);
     EXPECT_EQ(format.buffer("key"), Bytes());
     EXPECT_EQ(format.buffer("Key"), std::nullopt);
+}
+
+TEST(Platform, MetaDataKeepTypesApartAndReplace) {
+    android::MetaDataBase meta;
+    EXPECT_FALSE(meta.setInt32(1, 2));
+    EXPECT_TRUE(meta.setInt64(1, 3));
+    int32_t old = 0;
+    int64_t value = 0;
+    EXPECT_FALSE(meta.findInt32(1, &old));
+    EXPECT_TRUE(meta.findInt64(1, &value) && value == 3);
 }
 
 TEST(Platform, BitReaderYieldsZerosPastTheEnd) {
@@ -64,7 +75,7 @@ TEST(Platform, LogAndFatalTexts) {
     __android_log_print(ANDROID_LOG_WARN, "T", "%s %d", longText.c_str(), 7);
     EXPECT_EQ(test::fatalText([] { __android_log_assert("condition", "T", nullptr); }),
               "condition");
-    host::setLogSink(former);
+    EXPECT_TRUE(host::setLogSink(former));  // gives the one of this test back
     EXPECT_EQ(lines, std::vector<std::string>{"5T" + longText + " 7"});
 }
 
