@@ -83,8 +83,10 @@ TEST(TrackMeta, Audio) {
               "wma-vir-pkt-size: int32(65535), csd-1: data(0001020304050607), "
               "csd-2: data(0809000000000000), language: string(), mime: string(audio/opus)");
     // The caller's word on how samples are cut counts for video tracks only.
-    const std::string video = described(audioTrack(102, 0, "x"), true);
-    EXPECT_TRUE(video.ends_with("mime: string(video/mp4v-es), use-arbitrary-mode: int32(0)"));
+    for (const bool mode : {false, true}) {
+        const std::string video = described(audioTrack(102, 0, "x"), mode);
+        EXPECT_TRUE(video.ends_with("mime: string(video/mp4v-es), use-arbitrary-mode: int32(0)"));
+    }
     const struct {
         uint32_t codec, bits;
         const char* keys;
