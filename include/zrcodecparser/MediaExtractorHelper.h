@@ -44,15 +44,28 @@ public:
 
     // --- Codec selection ---
 
-    // Chooses the MIME type for a codec and stores it under AMEDIAFORMAT_KEY_MIME, with the keys
-    // that belong to the codec: "divx-version", "use-arbitrary-mode", "Layer-info", "wma-version",
-    // "wma-format-tag".
+    // Chooses the MIME type for a codec and stores it under AMEDIAFORMAT_KEY_MIME, with the int32
+    // keys that belong to the codec: "divx-version", "use-arbitrary-mode", "Layer-info",
+    // "wma-version", "wma-format-tag" (FormatKeys.h).
+    //
+    // The device's codec list is asked for a decoder of the codec's type. Some codecs have an
+    // alternative type, which is asked for first and taken when it has a decoder:
+    //   EVRC, QCELP, ALAC  "audio/x-zr-evrc", "audio/x-zr-qcelp", "audio/x-zr-alac"
+    //   AAC behind ADTS    "audio/mp4a-latm", before "audio/aac-adts"
+    //   MP2                "audio/mpeg", before "audio/mpeg-L2"; stored is "audio/mpeg" for both
+    //   AAC, MP3           their own type, which is asked for twice
+    // The type that is stored is the one that was found, but for WMV 8: a decoder of
+    // "video/x-ms-wmv8" is looked for, and "video/x-ms-wmv7" stored.
     //
     // A codec without a decoder on the device gets "video/notsupport" (codes 100 to 131) or
     // "audio/notsupport" (200 to 234), but for MPEG-2, E-AC-3 and MPEG-H, which are offered all the
     // same, and DivX 4 to 6, which become MPEG-4 where the device has that feature. A code outside
-    // both ranges gets "video/notsupport", also next to the audio codes. EVRC, QCELP and ALAC
-    // prefer the maker's software decoder ("audio/x-zr-...") where there is one.
+    // both ranges gets "video/notsupport", also next to the audio codes.
+    //
+    // Never offered, whatever the device has, are WMA of an unknown version (209), DoP (230), DSD
+    // (231) and AC-4 (232), and of video MS MPEG-4 1 to 3 (111 to 113), VP6 and VP7 (115, 116) and
+    // Sorenson H.263 (122). With a decoder all of these get "audio/notsupport", deliberately the
+    // video codecs too; without one, that of their kind.
     //
     // useArbitraryMode says that the container cuts video samples without regard to frames.
     //
@@ -79,8 +92,23 @@ public:
 
     // Describes a track: stores the keys for its kind and ends in SupportCodecEx (video and audio)
     // or stores the MIME type of its subtitles (text). trackInfo points to a TrackInfo;
-    // useArbitraryMode counts for video only. Returns 0, always: a track kind that is none of the
-    // three is logged and gets "audio/notsupport", as do subtitles that cannot be shown.
+    // useArbitraryMode counts for video only. All numbers are int32, stored in this order:
+    //   any    AMEDIAFORMAT_KEY_MAX_INPUT_SIZE, bytes: 1880064 for video, 1048576 for the others,
+    //          whatever the track; a parser whose samples can be larger replaces it after this call
+    //   video  AMEDIAFORMAT_KEY_WIDTH, _HEIGHT, _STRIDE and _SLICE_HEIGHT (width and height again):
+    //          pixels; _BIT_RATE: bits per second; "exist-sync-frame": 1, if the container marks
+    //          key frames; _FRAME_RATE: frames per second, if known
+    //   audio  "real-sample-rate": Hz; "real-sample-bits": bits, 0 = unknown;
+    //          AMEDIAFORMAT_KEY_SAMPLE_RATE: Hz; _CHANNEL_COUNT; _BIT_RATE: bits per second;
+    //          _CSD_0: for G.726, the bit rate's 4 bytes as in memory; if bitsPerSample is not 0,
+    //          _BITS_PER_SAMPLE and "Sample-Bits": bits, _PCM_ENCODING: 3 for PCM of 8 bits, else
+    //          2, 16-bit, for any other codec too; for every codec "wma-bits-per-sample": bits in
+    //          whole bytes, "wma-block-align" and "wma-vir-pkt-size": bytes; for Opus, _CSD_1 and
+    //          _CSD_2: codecDelay and seekPreRoll as they are; _LANGUAGE: text, "und" for null
+    //   text   AMEDIAFORMAT_KEY_LANGUAGE: textLanguage of SubRip, SSA and ASS, bitmapLanguage of
+    //          pictures if it is not null; AMEDIAFORMAT_KEY_MIME
+    // Returns 0, always: a track kind that is none of the three is logged and gets
+    // "audio/notsupport" and no other key; subtitles that cannot be shown get it too.
     int32_t setTrackMeta(void* trackInfo, AMediaFormat* format, bool useArbitraryMode);
 
     // Stores the container's MIME type for a FileKind. Returns 0, or -10000 and leaves the format
@@ -288,16 +316,19 @@ public:
 
     // --- For older parsers, which keep metadata under four-character codes ---
 
-    // As SupportCodecEx for a format, but with fewer codecs: MPEG-1, -2 and -4, AVC, HEVC; AAC,
-    // MP2, MP3, AC-3, E-AC-3, DTS, PCM, DTS-LBR, AC-4. Any other gets "video/notsupport" or
-    // "audio/notsupport" under 'mime', as does one without a decoder, but for MPEG-2 and E-AC-3.
-    // Returns 0; -2147483648 with such a MIME type (logged) when the media server or the codec list
-    // cannot be reached.
+    // As SupportCodecEx for a format, but stores kZreKeyMime, and offers fewer codecs: MPEG-1, -2
+    // and -4, AVC, HEVC; AAC, MP2, MP3, AC-3, E-AC-3, DTS, PCM, DTS-LBR, AC-4. Any other gets
+    // "video/notsupport" or "audio/notsupport", of its kind, as does one without a decoder
+    // (logged), but for MPEG-2 and E-AC-3. MPEG-4 also gets 0 under kZreKeyUseArbitraryMode; DivX
+    // never becomes MPEG-4, and the information about a decoder is not asked for. Returns 0;
+    // -2147483648 with a "notsupport" type (logged) when the media server or the codec list cannot
+    // be reached.
     int32_t SupportCodecEx(int codecType, MetaDataBase& meta);
 
-    // Copies what older parsers need of a format: MIME type, width and height, HEVC codec data,
-    // tag texts, encoding type, picture. 'Dsrt' deliberately receives the encoding type where the
-    // format has a DSD sample rate. Returns 0.
+    // Copies what older parsers need of a format, and nothing else, under the codes that MetaKeys.h
+    // lists for them: MIME type, width and height, HEVC codec data, tag texts, encoding type,
+    // picture. kZreKeyDSDSampleRate deliberately receives the encoding type, or 0, where the format
+    // has a DSD sample rate. What the format lacks stays as it was in meta. Returns 0.
     int32_t convertZRAMediaFormatToMeta(AMediaFormat* format, MetaDataBase* meta);
     int32_t convertZRAMediaFormatToMeta(AMediaFormat* format, sp<MetaData>& meta);
 
