@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "Helper/csd/AvcConfig.h"
 #include "Helper/csd/AvcSps.h"
 #include "support/BitWriter.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
@@ -9,8 +8,6 @@ namespace {
 
 using namespace android::csd;
 using test::BitWriter;
-using test::kStartCode;
-using test::operator+;
 using Data = test::Bytes;
 
 // seq_parameter_set_data, ITU-T H.264 7.3.2.1.1, from log2_max_frame_num_minus4 on.
@@ -88,18 +85,6 @@ TEST(AvcSps, PictureSize) {
     for (const auto& c : cases) EXPECT_EQ(sizeText(c.sps), c.size) << testing::PrintToString(c.sps);
 }
 
-TEST(AvcSps, ScalingListsAreReadUnsigned) {
-    // delta_scale: a code number of 248 leads to nextScale 0 (8 + 248 + 256) and ends the list; as
-    // se(v) it would be -124 and the list would go on.
-    BitWriter bits = spsHead(100);
-    bits.ue(1).ue(0).ue(0).u(1, 0).u(1, 1);
-    bits.u(1, 1).ue(248);  // a list that ends at once
-    bits.u(1, 1);          // a list of 16 entries
-    for (int i = 0; i < 16; ++i) bits.ue(0);
-    bits.u(6, 0);  // the other six lists are absent
-    EXPECT_EQ(sizeText(appendPicture(bits, {}).finish()), "320x240");
-}
-
 TEST(AvcSps, ImpossibleSizesAreFatal) {
     const Picture cases[] = {
             {.cropping = true, .crop = {0, 161, 0, 0}},
@@ -126,46 +111,6 @@ TEST(AvcSps, SizeIsWrittenBeforeItIsCropped) {
     int32_t width = -1, height = -1;
     EXPECT_NE(test::fatalText([&] { helper->FindAVCDimensions(buffer, &width, &height); }), "");
     EXPECT_EQ(std::pair(width, height), std::pair(320, 240));
-}
-
-// ISO/IEC 14496-15 5.3.3.1.2: version, profile, compatibility, level, 2-byte lengths, one SPS, its
-// length, the SPS, one PPS, its length, the PPS.
-TEST(AvcRecord, FromUnits) {
-    const Data sps{0x67, 0x42, 0xC0, 0x1F, 0x95}, shortSps{0x67, 0x42}, pps{0x68, 0xCE};
-    const struct {
-        AvcParameterSets sets;
-        Data record;
-    } cases[] = {
-            {{sps, pps, 2},
-             {1, 0x42, 0xC0, 0x1F, 0xFD, 0xE1, 0, 5, 0x67, 0x42, 0xC0, 0x1F, 0x95, 1, 0, 2, 0x68,
-              0xCE}},
-            // what is missing is zero
-            {{shortSps, pps, 4},
-             {1, 0x42, 0, 0, 0xFD, 0xE1, 0, 2, 0x67, 0x42, 1, 0, 4, 0x68, 0xCE, 0, 0}},
-    };
-    for (const auto& c : cases) EXPECT_EQ(makeAvcRecord(c.sets), c.record);
-}
-
-TEST(AvcRecord, FormWithLengths) {
-    const struct {
-        Data data;
-        std::optional<size_t> ppsSize;  // empty when it is not of this form
-    } cases[] = {
-            {{0, 2, 0x67, 0x42, 0, 1, 0x68}, 1},
-            {{0, 2, 0x67, 0x42, 0, 9, 0x68}, 9},  // trusted
-            {{0, 2, 0x67, 0x42, 0, 0}, 0},
-            {{0, 2, 0x67, 0x42, 0}, {}},             // no room for the length of a PPS
-            {{0, 2, 0x68, 0x42, 0, 1, 0x68}, {}},    // no SPS header
-            {{1, 0x64, 0, 0x1F, 0xFF, 0xE1, 0}, {}}  // a record
-    };
-    for (const auto& c : cases) {
-        const auto sets = splitAvcLengthPrefixed(c.data);
-        EXPECT_EQ(sets ? std::optional(sets->ppsSize) : std::nullopt, c.ppsSize)
-                << testing::PrintToString(c.data);
-    }
-    for (const Data& data : {Data{1}, Data{0, 0}, Data{0, 0, 0x67}}) {
-        EXPECT_NE(test::fatalText([&] { splitAvcLengthPrefixed(data); }), "");
-    }
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "Helper/csd/HevcConfig.h"
 #include "Helper/csd/HevcSps.h"
 #include "platform/MetaData.h"
 #include "support/BitWriter.h"
@@ -124,20 +123,6 @@ TEST(HevcSps, WhatIsWritten) {
     }
 }
 
-// ISO/IEC 14496-15 8.3.3.1.2. Profile, tier and level are copied as they stand, emulation
-// prevention bytes included: with zeros among the constraint flags, another byte is taken for the
-// level.
-TEST(HevcRecord, FromUnits) {
-    const Data sps{0x42, 1, 1, 2, 0x20, 0, 0, 3, 0x90, 0, 0, 3, 0, 0, 3, 0, 0x5D, 0xA0};
-    const Data vps{0x40, 1, 0x0C}, pps{0x44, 1};
-    const Data fixed{0xF0, 0, 0xFC, 0xFD, 0xF8, 0xF8, 0, 0, 3};
-    const Data head = Data{1} + Data(sps.begin() + 3, sps.begin() + 15) + fixed;
-    const Data tail = Data{0x21, 0, 1, 0, 18} + sps + Data{0x22, 0, 1, 0, 2, 0x44, 1};
-    const Data first{0x20, 0, 1, 0, 3, 0x40, 1, 0x0C};
-    EXPECT_EQ(makeHevcRecord(vps, sps, pps), head + Data{3} + first + tail);
-    EXPECT_EQ(makeHevcRecord(std::nullopt, sps, pps), head + Data{2} + tail);
-}
-
 TEST(HevcRecord, ProfileNames) {
     EXPECT_STREQ(helper->HEVCProfileToString(1), "Main Profile");
     EXPECT_STREQ(helper->HEVCProfileToString(2), "Main 10 profile");
@@ -156,7 +141,20 @@ Data header(uint8_t lengthSizeMinusOne, uint8_t numOfArrays, const Data& arrays)
     return bytes + arrays;
 }
 
-using enum HevcRecordResult;
+// The status, and what is stored of the record.
+using Parsed = std::pair<int32_t, std::optional<Data>>;
+Parsed parse(const Data& data) {
+    const sp<android::MetaData> meta = new android::MetaData;
+    const int32_t status =
+            android::MediaCodecHelper::parseHEVCCodecSpecificData(meta, data.data(), data.size());
+    uint32_t type = 0;
+    const void* bytes = nullptr;
+    size_t size = 0;
+    if (!meta->findData(0x68637364 /* hcsd */, &type, &bytes, &size)) return {status, {}};
+    EXPECT_EQ(type, 0x68766363u /* hvcc */);
+    const auto* first = static_cast<const uint8_t*>(bytes);
+    return {status, Data(first, first + size)};
+}
 
 TEST(HevcRecord, BackToAStream) {
     const Data arrays = Data{0xA1, 0, 2, 0, 3, 0x42, 1, 7, 0, 2, 0x42, 1}  // two SPS, complete
@@ -164,13 +162,11 @@ TEST(HevcRecord, BackToAStream) {
                         + Data{0x22, 0, 1, 0, 2, 0x44, 1};
     const Data prefixes[] = {{0}, {0, 0}, {0, 0, 1}, {0, 0, 0, 1}};
     for (uint8_t i = 0; i < 4; ++i) {
-        HevcParameterSetStream stream;
-        EXPECT_EQ(stream.assign(header(static_cast<uint8_t>(0xFC + i), 3, arrays)), kStream);
-        Data expected;
+        Data stream;
         for (const Data& unit : {Data{0x42, 1, 7}, Data{0x42, 1}, Data{0x44, 1}}) {
-            expected = expected + prefixes[i] + unit;
+            stream = stream + prefixes[i] + unit;
         }
-        EXPECT_EQ(Data(stream.bytes().begin(), stream.bytes().end()), expected);
+        EXPECT_EQ(parse(header(static_cast<uint8_t>(0xFC + i), 3, arrays)), Parsed(0, stream));
     }
 }
 
@@ -180,56 +176,22 @@ TEST(HevcRecord, DamagedRecords) {
     version2[0] = 2;
     const struct {
         Data data;
-        HevcRecordResult result;
-        Data stream;
+        Parsed parsed;
     } cases[] = {
-            {Data{1} + Data(21), kMalformed, {}},
-            {version2, kMalformed, {}},
-            {header(3, 0, {}), kEmpty, {}},
-            {header(3, 255, {}), kEmpty, {}},  // arrays past the end are of type 0 and empty
-            {header(3, 1, {39, 0xFF, 0xFF, 0xFF, 0xFF}), kEmpty, {}},
-            {header(3, 1, {0x21, 0, 1, 0, 4, 0x42, 1}), kStream, {0, 0, 0, 1, 0x42, 1, 0, 0}},
-            {header(3, 1, {0x21, 0, 2, 0, 1, 0x42}), kStream, {0, 0, 0, 1, 0x42, 0, 0, 0, 1}},
-            {header(0, 1, {0x21, 0xFF, 0xFF}), kMalformed, {}},  // 65535 empty units
-            {header(3, 1, Data{0x20, 0, 1, 3, 0xFC} + longest), kStream,
-             Data{0, 0, 0, 1} + longest},
-            {header(3, 1, Data{0x20, 0, 1, 3, 0xFD, 1} + longest), kMalformed, {}},
-            {header(3, 1, {0x20, 0, 1, 0xFF, 0xFF}), kMalformed, {}},
+            {Data{1} + Data(21), {-1007, {}}},
+            {version2, {-1007, {}}},
+            {header(3, 0, {}), {-1, {}}},
+            {header(3, 255, {}), {-1, {}}},  // arrays past the end are of type 0 and empty
+            {header(3, 1, {39, 0xFF, 0xFF, 0xFF, 0xFF}), {-1, {}}},
+            {header(3, 1, {0x21, 0, 1, 0, 4, 0x42, 1}), {0, {{0, 0, 0, 1, 0x42, 1, 0, 0}}}},
+            {header(3, 1, {0x21, 0, 2, 0, 1, 0x42}), {0, {{0, 0, 0, 1, 0x42, 0, 0, 0, 1}}}},
+            {header(0, 1, {0x21, 0xFF, 0xFF}), {-1007, {}}},  // 65535 empty units
+            {header(3, 1, Data{0x20, 0, 1, 3, 0xFC} + longest), {0, Data{0, 0, 0, 1} + longest}},
+            {header(3, 1, Data{0x20, 0, 1, 3, 0xFD, 1} + longest), {-1007, {}}},
+            {header(3, 1, {0x20, 0, 1, 0xFF, 0xFF}), {-1007, {}}},
     };
-    for (const auto& c : cases) {
-        HevcParameterSetStream stream;
-        EXPECT_EQ(stream.assign(c.data), c.result) << testing::PrintToString(c.data);
-        if (c.result == kMalformed) continue;
-        EXPECT_EQ(Data(stream.bytes().begin(), stream.bytes().end()), c.stream);
-    }
-}
-
-TEST(HevcRecord, StreamIsStored) {
-    const struct {
-        Data data;
-        int32_t status;
-        std::optional<Data> stream;
-    } cases[] = {
-            {header(2, 1, {0x21, 0, 1, 0, 1, 0x42}), 0, Data{0, 0, 1, 0x42}},
-            {header(2, 0, {}), -1, {}},
-            {{1}, -1007, {}},
-    };
-    for (const auto& c : cases) {
-        const sp<android::MetaData> meta = new android::MetaData;
-        EXPECT_EQ(android::MediaCodecHelper::parseHEVCCodecSpecificData(meta, c.data.data(),
-                                                                        c.data.size()),
-                  c.status);
-        uint32_t type = 0x68766363;  // hvcc
-        const void* bytes = nullptr;
-        size_t size = 0;
-        std::optional<Data> stream;
-        if (meta->findData(0x68637364 /* hcsd */, &type, &bytes, &size)) {
-            const auto* first = static_cast<const uint8_t*>(bytes);
-            stream = Data(first, first + size);
-        }
-        EXPECT_EQ(type, 0x68766363u);
-        EXPECT_EQ(stream, c.stream);
-    }
+    for (const auto& c : cases)
+        EXPECT_EQ(parse(c.data), c.parsed) << testing::PrintToString(c.data);
 }
 
 }  // namespace
