@@ -1,14 +1,13 @@
-#include "Helper/base/FourCC.h"
+#include "Helper/base/Status.h"
 #include "Helper/csd/HevcConfig.h"
 #include "zrcodecparser/MediaCodecHelper.h"
+#include "zrcodecparser/MetaKeys.h"
 
 namespace android {
 namespace {
 
-constexpr uint32_t kParameterSetStreamKey = base::fourcc("hcsd");
-constexpr uint32_t kParameterSetStreamType = base::fourcc("hvcc");
-
-constexpr status_t kNothingToStore = -1;
+constexpr uint32_t kParameterSetStreamKey = metakeys::code("hcsd");
+constexpr uint32_t kParameterSetStreamType = metakeys::code("hvcc");
 
 }  // namespace
 
@@ -17,7 +16,7 @@ status_t MediaCodecHelper::parseHEVCCodecSpecificData(const sp<MetaData>& meta, 
     csd::HevcParameterSetStream stream;
     switch (stream.assign({static_cast<const uint8_t*>(data), size})) {
         case csd::HevcRecordResult::kMalformed: return ERROR_MALFORMED;
-        case csd::HevcRecordResult::kEmpty: return kNothingToStore;
+        case csd::HevcRecordResult::kEmpty: return base::kFailed;
         case csd::HevcRecordResult::kStream: break;
     }
     meta->setData(kParameterSetStreamKey, kParameterSetStreamType, stream.bytes().data(),

@@ -4,7 +4,6 @@
 #include <cstring>
 
 #include "Helper/base/Check.h"
-#include "Helper/base/FourCC.h"
 #include "Helper/vocabulary/MetaKeyTable.h"
 #include "zrcodecparser/MediaCodecHelper.h"
 #include "zrcodecparser/MetaKeys.h"
@@ -13,7 +12,7 @@ namespace android {
 namespace {
 
 constexpr const char* kCodecDataKey = "csd-0";
-constexpr uint32_t kNoDataType = base::fourcc("none");
+constexpr uint32_t kNoDataType = metakeys::code("none");
 
 sp<ABuffer> copyOf(const void* data, size_t size) {
     const sp<ABuffer> buffer = new ABuffer(size);

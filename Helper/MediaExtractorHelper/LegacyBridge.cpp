@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 
-#include "Helper/base/FourCC.h"
 #include "Helper/base/Log.h"
 #include "Helper/vocabulary/CodecTable.h"
 #include "platform/CodecList.h"
@@ -17,14 +16,12 @@
 namespace android {
 namespace {
 
-using base::fourcc;
-
-constexpr uint32_t kKeyMime = fourcc("mime");
-constexpr uint32_t kKeyWidth = fourcc("widt");
-constexpr uint32_t kKeyHeight = fourcc("heig");
-constexpr uint32_t kKeyHvcc = fourcc("hvcc");
-constexpr uint32_t kKeyAlbumArt = fourcc("albA");
-constexpr uint32_t kTypeNone = fourcc("none");
+constexpr uint32_t kKeyMime = metakeys::code("mime");
+constexpr uint32_t kKeyWidth = metakeys::code("widt");
+constexpr uint32_t kKeyHeight = metakeys::code("heig");
+constexpr uint32_t kKeyHvcc = metakeys::code("hvcc");
+constexpr uint32_t kKeyAlbumArt = metakeys::code("albA");
+constexpr uint32_t kTypeNone = metakeys::code("none");
 
 struct BridgeRow {
     int32_t code;
@@ -86,17 +83,17 @@ struct TextRow {
 
 // clang-format off
 constexpr auto kTextRows = std::to_array<TextRow>({
-        {&AMEDIAFORMAT_KEY_ALBUM,              fourcc("albu")},
-        {&AMEDIAFORMAT_KEY_ARTIST,             fourcc("arti")},
-        {&AMEDIAFORMAT_KEY_ALBUMARTIST,        fourcc("aart")},
-        {&AMEDIAFORMAT_KEY_COMPOSER,           fourcc("comp")},
-        {&AMEDIAFORMAT_KEY_GENRE,              fourcc("genr")},
-        {&AMEDIAFORMAT_KEY_TITLE,              fourcc("titl")},
-        {&AMEDIAFORMAT_KEY_YEAR,               fourcc("year")},
-        {&AMEDIAFORMAT_KEY_AUTHOR,             fourcc("auth")},
-        {&AMEDIAFORMAT_KEY_CDTRACKNUMBER,      fourcc("cdtr")},
-        {&AMEDIAFORMAT_KEY_DISCNUMBER,         fourcc("dnum")},
-        {&AMEDIAFORMAT_KEY_COMPILATION,        fourcc("cpil")},
+        {&AMEDIAFORMAT_KEY_ALBUM,              metakeys::code("albu")},
+        {&AMEDIAFORMAT_KEY_ARTIST,             metakeys::code("arti")},
+        {&AMEDIAFORMAT_KEY_ALBUMARTIST,        metakeys::code("aart")},
+        {&AMEDIAFORMAT_KEY_COMPOSER,           metakeys::code("comp")},
+        {&AMEDIAFORMAT_KEY_GENRE,              metakeys::code("genr")},
+        {&AMEDIAFORMAT_KEY_TITLE,              metakeys::code("titl")},
+        {&AMEDIAFORMAT_KEY_YEAR,               metakeys::code("year")},
+        {&AMEDIAFORMAT_KEY_AUTHOR,             metakeys::code("auth")},
+        {&AMEDIAFORMAT_KEY_CDTRACKNUMBER,      metakeys::code("cdtr")},
+        {&AMEDIAFORMAT_KEY_DISCNUMBER,         metakeys::code("dnum")},
+        {&AMEDIAFORMAT_KEY_COMPILATION,        metakeys::code("cpil")},
         {&ZREAMEDIAFORMAT_KEY_UNSYNCEDLYRICS,  kZreKeyUnsyncedLyrics},
 });
 // clang-format on
