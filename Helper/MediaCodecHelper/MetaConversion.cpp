@@ -6,7 +6,6 @@
 #include <span>
 
 #include "Helper/base/Check.h"
-#include "Helper/base/FourCC.h"
 #include "Helper/csd/HevcConfig.h"
 #include "Helper/vocabulary/MetaKeyTable.h"
 #include "platform/Buffer.h"
@@ -85,7 +84,7 @@ void copyEntry(const AMessage& from, const MetaKeyRow& row, MetaDataBase* to) {
         case MetaValue::kData:
         case MetaValue::kCodecData:
             if (from.findBuffer(row.messageKey, &buffer) && buffer != nullptr) {
-                to->setData(row.metaKey, kMetaTypeNone, buffer->data(), buffer->size());
+                to->setData(row.metaKey, kZreTypeNone, buffer->data(), buffer->size());
             }
             break;
     }
@@ -103,9 +102,6 @@ constexpr auto kCodecDataKeys = std::to_array<uint32_t>({
 });
 
 constexpr status_t kNoCodecData = -1;
-
-constexpr uint32_t kParameterSetStreamKey = base::fourcc("hcsd");
-constexpr uint32_t kParameterSetStreamType = base::fourcc("hvcc");
 
 }  // namespace
 
@@ -163,7 +159,7 @@ status_t MediaCodecHelper::parseHEVCCodecSpecificData(const sp<MetaData>& meta, 
         case csd::HevcRecordResult::kEmpty: return kNoCodecData;
         case csd::HevcRecordResult::kStream: break;
     }
-    meta->setData(kParameterSetStreamKey, kParameterSetStreamType, stream.bytes().data(),
+    meta->setData(kZreKeyHEVCParameterSets, kZreTypeHEVCConfig, stream.bytes().data(),
                   stream.bytes().size());
     return OK;
 }

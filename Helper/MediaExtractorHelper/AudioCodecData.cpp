@@ -5,6 +5,7 @@
 
 #include "Helper/base/Checked.h"
 #include "Helper/base/Log.h"
+#include "Helper/base/Status.h"
 #include "Helper/csd/EsDescriptor.h"
 #include "Helper/csd/FlacStreamInfo.h"
 #include "Helper/csd/VorbisHeaders.h"
@@ -18,7 +19,7 @@ namespace {
 
 using csd::Bytes;
 
-constexpr status_t kFailed = -1;
+using base::kFailed;
 
 void setBuffer(AMediaFormat* format, const char* key, Bytes data) {
     AMediaFormat_setBuffer(format, key, data.data(), data.size());

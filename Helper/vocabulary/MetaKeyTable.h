@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <span>
 
-#include "Helper/base/FourCC.h"
+#include "zrcodecparser/MetaKeys.h"
 
 namespace android {
 
@@ -28,14 +28,11 @@ std::span<const MetaKeyRow> metaKeyRows();
 // The message key of the first row with the code, or null.
 const char* findMessageKey(uint32_t metaKey);
 
-// The type of data that are no particular record.
-inline constexpr uint32_t kMetaTypeNone = base::fourcc("none");
-
 // Whether a value of this type in a MetaDataBase is data, whichever; the others are what setInt32,
 // setInt64 and setCString store. A store may give out the bytes of those as well.
 constexpr bool isMetaData(uint32_t type) {
-    return type != base::fourcc("in32") && type != base::fourcc("in64") &&
-           type != base::fourcc("cstr");
+    return type != metakeys::code("in32") && type != metakeys::code("in64") &&
+           type != metakeys::code("cstr");
 }
 
 }  // namespace android

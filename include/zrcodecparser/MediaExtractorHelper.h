@@ -155,8 +155,7 @@ public:
     // Stores AVC codec data under AMEDIAFORMAT_KEY_CSD_AVC. The data are one of
     //   - an Annex B stream with an SPS and a PPS,
     //   - one SPS and one PPS, each behind a 16-bit big-endian length: trusted once the SPS fits
-    //   and
-    //     begins with 67,
+    //     and begins with 67,
     //   - anything else, which counts as a finished configuration record and is stored as it is.
     // Of the first two a record is made (ISO/IEC 14496-15 5.3.3.1.2, with 2-byte NAL unit lengths),
     // and width, height, stride and slice height are stored as the SPS gives them.
@@ -171,7 +170,11 @@ public:
     // The picture size in luma samples, after cropping, from an SPS that begins with its NAL unit
     // header (ITU-T H.264 7.3.2.1.1). Departs from the standard on purpose: emulation prevention
     // bytes stay in, chroma fields are not read for profiles 118 and 128, and delta_scale is read
-    // as ue(v).
+    // as ue(v). What is missing at the end reads as zero. A seq_scaling_matrix_present_flag of 1 is
+    // logged as a warning, "seq_scaling_matrix_present_flag != 0u".
+    //
+    // sps must not be null. Fatal: a side of 2^31 or more, with nothing written; cropping larger
+    // than the picture, with the size before cropping written.
     void FindAVCDimensions(const sp<ABuffer>& sps, int32_t* width, int32_t* height);
 
     // --- HEVC ---
@@ -191,7 +194,11 @@ public:
     // The picture size in luma samples from an SPS that begins with its NAL unit header (ITU-T
     // H.265 7.3.2.2.1). Nothing is written for an SPS of 2 bytes. Departs from the standard on
     // purpose: the conformance window counts in luma samples whatever the chroma format, and the
-    // last two bytes of the unit read as zero.
+    // last two bytes of the unit read as zero. What is missing reads as zero too. Nothing is
+    // logged.
+    //
+    // sps must not be null. Fatal: fewer than 2 bytes; a side of 2^31 or more, with nothing
+    // written; a conformance window larger than the picture, with the size before it written.
     void FindHEVCDimensions(const sp<ABuffer>& sps, int32_t* width, int32_t* height);
 
     // "Main Profile", "Main 10 profile", "Main Still Picture profile" for a general_profile_idc of
@@ -264,12 +271,14 @@ public:
 
     // Stores a video track's codec private data, of size bytes, in the form for the codecType of
     // the TrackInfo at trackInfo:
-    //   MPEG-1, -2, -4, DivX 4 to 6   as setESDS for video
+    //   MPEG-1, -2, -4 and -4 ASP,    as setESDS for video
+    //   Xvid, DivX 4 to 6
     //   AVC                           as setAVCCSeqHeader, with its status
     //   WMV, VC-1                     as setVC1SeqHeader
     //   Theora                        the whole data: "theora-codec-specific-data"
     //   HEVC                          as MakeHEVCCodecSpecificData, with its status
-    // Any other code stores nothing. Returns 0 but for AVC and HEVC. size is not changed.
+    // Any other code stores nothing, and its data are not looked at. Returns 0 but for AVC and
+    // HEVC. size is not changed. Fatal where the operation named is.
     status_t setVideoConfig(void* trackInfo, const uint8_t* data, size_t& size,
                             AMediaFormat* format);
 
@@ -283,10 +292,11 @@ public:
     // --- Samples ---
 
     // Whether one whole sample of a track can be decoded on its own, for containers that do not
-    // mark such samples: by the first VOP in MPEG-4 and DivX 4 to 6 (ISO/IEC 14496-2 6.2.5), the
-    // picture header in H.263 (ITU-T H.263 5.1), an IDR slice in Annex B H.264 (ITU-T H.264 7.3.1).
-    // False for any other codec, HEVC included, and for no data. An H.263 picture that is not INTRA
-    // is logged.
+    // mark such samples: by the first VOP in MPEG-4, MPEG-4 ASP, Xvid and DivX 4 to 6 (ISO/IEC
+    // 14496-2 6.2.5), the picture header in H.263 (ITU-T H.263 5.1), an IDR slice in Annex B H.264
+    // (ITU-T H.264 7.3.1). False for any other codec, HEVC included, and for no data, null or of
+    // size 0. A start code counts only with two bytes or more behind it. An H.263 picture that is
+    // not INTRA is logged.
     bool isKeyFrame(const uint8_t* data, size_t size, int codecType);
 
     // --- Tags ---

@@ -8,7 +8,6 @@
 #include <map>
 
 #include "platform/MetaData.h"
-#include "referee/AvcReferee.h"
 #include "referee/Media.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
@@ -32,7 +31,6 @@ const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
 // What becomes of the codec private data.
 enum class Form {
     kNothing,     // not stored
-    kElsewhere,   // for AvcRefereeTest to judge
     kWhole,       // the buffer under the row's key
     kWholeNoVps,  // that, when the VPS is taken out before
     kFront,       // the buffer but for a profile byte at its end
@@ -53,6 +51,7 @@ struct Row {
 
     bool isVideo() const { return size.first != 0; }
     bool isHevc() const { return codecType == kCodecTypeHevc; }
+    bool isAnnexB() const { return isHevc() || codecType == kCodecTypeAvc; }
 };
 
 void PrintTo(const Row& row, std::ostream* out) {
@@ -61,6 +60,8 @@ void PrintTo(const Row& row, std::ostream* out) {
 
 // clang-format off
 #define HEVC "-c:v libx265 -preset ultrafast -x265-params log-level=none -f hevc -pix_fmt "
+#define X264 "-c:v libx264 -preset veryfast -qp 36 -sc_threshold 0 -f h264 -pix_fmt "
+#define AVC_RECORD Form::kWhole, AMEDIAFORMAT_KEY_CSD_AVC
 #define GLOBAL "-flags +global_header "  // headers in the codec private data only
 #define ESDS Form::kBack, AMEDIAFORMAT_KEY_ESDS
 #define KEY(name) Form::kWhole, ZREAMEDIAFORMAT_KEY_##name
@@ -72,7 +73,25 @@ const Row kRows[] = {
     {"Hevc10NoVps", 129, "video/hevc",        {642, 362},   HEVC "yuv420p10le", Form::kWholeNoVps, AMEDIAFORMAT_KEY_CSD_HEVC},
     {"Hevc422",     129, "video/hevc",        {98, 50},     HEVC "yuv422p10le", Form::kWhole, AMEDIAFORMAT_KEY_CSD_HEVC},
     {"Hevc444",     129, "video/hevc",        {99, 51},     HEVC "yuv444p",     Form::kWhole, AMEDIAFORMAT_KEY_CSD_HEVC},
-    {"AvcWithAud",  104, "video/avc",         {98, 50},     "-c:v libx264 -x264-params scenecut=0:aud=1 -pix_fmt yuv420p -f h264", Form::kElsewhere},
+    {"AvcBaseline",         104, "video/avc",  {320, 240},   X264 "yuv420p -profile:v baseline", AVC_RECORD},
+    {"AvcMain",             104, "video/avc",  {854, 480},   X264 "yuv420p -profile:v main", AVC_RECORD},
+    {"AvcHigh",             104, "video/avc",  {1920, 1080}, X264 "yuv420p", AVC_RECORD},
+    {"AvcTiny",             104, "video/avc",  {2, 2},       X264 "yuv420p", AVC_RECORD},
+    {"AvcHigh10",           104, "video/avc",  {176, 98},    X264 "yuv420p10le", AVC_RECORD},
+    {"AvcHigh422Odd",       104, "video/avc",  {34, 17},     X264 "yuv422p10le", AVC_RECORD},
+    {"AvcHigh444",          104, "video/avc",  {35, 17},     X264 "yuv444p", AVC_RECORD},
+    {"AvcLossless",         104, "video/avc",  {35, 17},     X264 "yuv444p -qp 0", AVC_RECORD},
+    {"AvcRgb",              104, "video/avc",  {67, 51},     X264 "rgb24 -c:v libx264rgb", AVC_RECORD},
+    {"AvcGray",             104, "video/avc",  {101, 51},    X264 "gray", AVC_RECORD},
+    {"AvcGrayFields",       104, "video/avc",  {101, 54},    X264 "gray -flags +ildct", AVC_RECORD},
+    {"AvcMbaff",            104, "video/avc",  {720, 484},   X264 "yuv420p -flags +ildct", AVC_RECORD},
+    {"AvcMbaff422",         104, "video/avc",  {720, 486},   X264 "yuv422p -flags +ildct", AVC_RECORD},
+    {"AvcMbaff444",         104, "video/avc",  {35, 50},     X264 "yuv444p -flags +ildct", AVC_RECORD},
+    {"AvcFieldCoding",      104, "video/avc",  {1920, 1080}, X264 "yuv420p -x264-params fake-interlaced=1", AVC_RECORD},
+    {"AvcSlices",           104, "video/avc",  {640, 360},   X264 "yuv420p -x264-params slices=4", AVC_RECORD},
+    {"AvcAllCropEdges",     104, "video/avc",  {338, 262},   X264 "yuv420p -vf pad=346:274 -x264-params crop-rect=2,4,6,8:sps-id=5:aud=1", AVC_RECORD},
+    {"AvcPpsMatrices",      104, "video/avc",  {320, 180},   X264 "yuv420p -x264-params cqm=jvt", AVC_RECORD},
+    {"AvcPpsCustomLists",   104, "video/avc",  {98, 50},     X264 "yuv420p -x264-params cqm4=6,13,13,20,20,20,28,28,28,28,32,32,32,37,37,42", AVC_RECORD},
     {"Mpeg4Fields", 102, "video/mp4v-es",     {96, 64},     GLOBAL "-c:v mpeg4 -flags +ildct+ilme -f mp4", ESDS},
     {"Mpeg4InBand", 102, "video/mp4v-es",     {98, 50},     "-c:v mpeg4 -bf 2 -f m4v", ESDS},
     {"Xvid",        120, "video/mp4v-es",     {98, 50},     GLOBAL "-c:v mpeg4 -bf 2 -vtag XVID -f avi", ESDS},
@@ -123,13 +142,17 @@ const Stream& encoded(const Row& row) {
                    test::media::encode("-f lavfi -i " + source + row.arguments, "encoded"));
 }
 
-// An HEVC access unit without parameter sets, behind the 4-byte lengths that the record declares.
-Bytes lengthPrefixed(const Bytes& packet) {
+// An access unit without parameter sets, behind the lengths that the record declares: of 4 bytes
+// for HEVC, of 2 for AVC.
+Bytes lengthPrefixed(const Bytes& packet, bool isHevc) {
     Bytes data;
-    for (const Bytes& unit : test::avc::units(packet)) {
-        if (unit.at(0) >> 1 >= 32 && unit[0] >> 1 <= 34) continue;  // VPS, SPS, PPS
-        const auto size = static_cast<uint32_t>(unit.size());
-        for (const int i : {24, 16, 8, 0}) data.push_back(static_cast<uint8_t>(size >> i));
+    for (const Bytes& unit : test::media::nalUnits(packet)) {
+        const unsigned type = isHevc ? unit.at(0) >> 1 : unit.at(0) & 0x1F;
+        if (isHevc ? type >= 32 && type <= 34 : type == 7 || type == 8) continue;
+        EXPECT_TRUE(isHevc || unit.size() <= 0xFFFF) << "raise -qp";
+        for (int i = isHevc ? 24 : 8; i >= 0; i -= 8) {
+            data.push_back(static_cast<uint8_t>(unit.size() >> i));
+        }
         data.insert(data.end(), unit.begin(), unit.end());
     }
     return data;
@@ -161,7 +184,7 @@ protected:
             info.audio.bitsPerSample = u32(stream.sound.bitsPerSample);
             info.audio.bitRate = u32(stream.sound.bitRate);
             info.audio.blockAlign = static_cast<uint16_t>(stream.sound.blockAlign);
-        } else if (!row.isHevc() && row.codecType != kCodecTypeAvc) {
+        } else if (!row.isAnnexB()) {
             info.video = {u32(stream.width), u32(stream.height), 0, 25, 1};
         }
         helper->setTrackMeta(&info, format.get(), false);
@@ -175,10 +198,10 @@ protected:
     }
 
     Bytes privateData() const {
-        if (row.isHevc()) {
-            auto units = test::avc::units(stream.packets.at(0).data);
+        if (row.isAnnexB()) {
+            auto units = test::media::nalUnits(stream.packets.at(0).data);
             if (row.form == Form::kWholeNoVps) std::erase(units, parameterSets.at(0));
-            return test::avc::annexB(units, 4);
+            return test::media::annexB(units, row.isHevc() ? 4 : 3);
         }
         Bytes data = stream.extradata;
         const Bytes head{'f', 'L', 'a', 'C', 0x80, 0, 0, 34};  // RFC 9639 6, 8.1: the only block
@@ -188,7 +211,7 @@ protected:
 
     // The codec private data out of the format, in a form that libavcodec takes.
     Bytes stored() const {
-        if (row.form == Form::kNothing || row.form == Form::kElsewhere) return stream.extradata;
+        if (row.form == Form::kNothing) return stream.extradata;
         const auto size = std::ssize(config);
         if (row.form == Form::kWmaOptions) {  // 4 bytes of version 1, 10 bytes of version 2
             const int options = number(ZREAMEDIAFORMAT_KEY_WMAENCODEOPT);
@@ -215,8 +238,8 @@ protected:
         if (row.form == Form::kBack) data.erase(data.begin(), data.end() - size);
         if (row.isHevc()) {
             const auto first = parameterSets.begin() + (row.form == Form::kWholeNoVps ? 1 : 0);
-            expectParameterSets(data, test::avc::annexB({first, parameterSets.end()}, 4));
-        } else {
+            expectParameterSets(data, test::media::annexB({first, parameterSets.end()}, 4));
+        } else if (!row.isAnnexB()) {
             EXPECT_EQ(data, config);
         }
         if (row.form == Form::kWholeNoVps) {  // put back, or libavcodec refuses the SPS
@@ -245,7 +268,7 @@ protected:
     const Row row = GetParam();
     const Stream& stream = encoded(row);
     const std::vector<Bytes> parameterSets =
-            row.isHevc() ? test::avc::units(stream.extradata) : std::vector<Bytes>();
+            row.isHevc() ? test::media::nalUnits(stream.extradata) : std::vector<Bytes>();
     const Bytes config = privateData();
     const test::DeviceScope device{kDevice};
     const test::LogCapture quiet;
@@ -276,7 +299,7 @@ TEST_P(TrackReferee, FormatIsAllThatTheDecoderNeeds) {
                   number(ZREAMEDIAFORMAT_KEY_REALSAMPLEBITS), number(AMEDIAFORMAT_KEY_BIT_RATE)};
     ours.extradata = stored();
     for (auto& packet : ours.packets) {
-        if (row.isHevc()) packet.data = lengthPrefixed(packet.data);
+        if (row.isAnnexB()) packet.data = lengthPrefixed(packet.data, row.isHevc());
     }
     const auto direct = test::media::decode(stream);
     ASSERT_GE(direct.size(), 3u);
