@@ -20,7 +20,8 @@ struct Bits {
 
     bool atEnd() const { return position >= bytes.size() * 8; }
     unsigned bit() {
-        const unsigned value = atEnd() ? 0 : (bytes[position / 8] >> (7 - position % 8)) & 1u;
+        const unsigned value =
+                atEnd() ? 0 : unsigned{bytes[position / 8]} >> (7 - position % 8) & 1;
         ++position;
         return value;
     }

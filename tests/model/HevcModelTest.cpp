@@ -106,7 +106,7 @@ Bytes randomSps(test::Random& random) {
     for (uint32_t i = 0; i < 2 * subLayers; ++i) {
         const uint32_t present = random.below(2);
         bits.u(1, present);
-        if (present) subLayerBits += i % 2 == 0 ? 88 : 8;
+        if (present) subLayerBits += i % 2 == 0 ? 88u : 8u;
     }
     if (subLayers > 0) bits.u(2 * (8 - subLayers), 0);
     for (; subLayerBits > 0; subLayerBits -= 8) bits.u(8, random.byte());
