@@ -147,11 +147,11 @@ public:
     // The text of the frame; then, where ss is not null, its second half as getstring gives it.
     void getString(String8* s, String8* ss = nullptr) const;
 
-    // The text of a text frame, or what follows the encoding byte in any other. ISO-8859-1 and UTF-8
-    // come as the bytes that they are, NULs included. UTF-16 comes as UTF-8; if all its characters
-    // are below 256 and a byte-order mark was allowed (encoding 1), as ISO-8859-1. The track number
-    // and genre of a v1 tag come as decimal numbers. Empty when done, for an encoding above 3, and
-    // when the frame is too short.
+    // The text of a text frame, or what follows the encoding byte in any other. ISO-8859-1 and
+    // UTF-8 come as the bytes that they are, NULs included. UTF-16 comes as UTF-8; if all its
+    // characters are below 256 and a byte-order mark was allowed (encoding 1), as ISO-8859-1. The
+    // track number and genre of a v1 tag come as decimal numbers. Empty when done, for an encoding
+    // above 3, and when the frame is too short.
     //
     // With secondhalf, what follows encoding, language and a description, as in COMM frames; a v1
     // tag has no halves and gives the whole field. The description ends at the first zero byte
