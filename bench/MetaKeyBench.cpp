@@ -10,6 +10,9 @@
 #include "Helper/vocabulary/MetaKeyTable.h"
 #include "Run.h"
 #include "Stream.h"
+#include "platform/Buffer.h"
+#include "platform/Message.h"
+#include "platform/MetaData.h"
 #include "zrcodecparser/MediaCodecHelper.h"
 #include "zrcodecparser/MetaKeys.h"
 

@@ -1,6 +1,7 @@
 // Input: a byte that picks the codec (200 and up), then the codec data of an audio track.
 
 #include "Esds.h"
+#include "Helper/csd/EsDescriptor.h"
 
 using fuzz::Bytes;
 using fuzz::checkEsds;
@@ -18,32 +19,11 @@ constexpr const char* kFlacBlob = "flac-codec-specific-data ";
 constexpr const char* kFlacSizes = "min-block-size max-block-size min-frame-size max-frame-size ";
 
 void checkDescriptors(Bytes data) {
-    size_t size = data.size();
-    const Format format;
-    helper->setESDS(data.data(), &size, format.get(), false);
-    REQUIRE(size == data.size());
-    checkEsds(format.buffer("esds"), data, 0x20);
-
-    std::vector<uint8_t> fixed(size + 22);
-    helper->makeESDS(data.data(), &size, fixed.data());
-    if (size < 108) checkEsds(fixed, data, 0x20);
-    if (size < 2) return;
-    helper->setAACCodecSpecificData(data.data(), &size, format.get());
-    REQUIRE(size == 24);
-    checkEsds(format.buffer("csd-0"), data.first(2), 0x40);
-}
-
-void checkVorbis(Bytes data, const Format& format) {
-    const std::string keys = format.keys();
-    REQUIRE(keys.empty() || keys == "csd-0 " || keys == "csd-0 csd-1 ");
-    if (keys.empty()) return;
-    const Bytes identification = format.buffer("csd-0");
-    REQUIRE(fuzz::contains(data, identification));
-    REQUIRE(identification.empty() || identification[0] == 1);
-    if (keys == "csd-0 ") return;
-    const Bytes setup = format.buffer("csd-1");
-    REQUIRE(identification.size() + setup.size() < data.size());
-    REQUIRE(fuzz::same(setup, data.last(setup.size())) && setup[0] == 5);
+    using namespace android::csd;
+    checkEsds(makeEsDescriptor(data, ObjectType::kVisual14496_2), data, 0x20);
+    const auto fixed = makeEsDescriptor(data, ObjectType::kVisual14496_2, SizeFields::kOneByte);
+    REQUIRE(fixed.size() == data.size() + 22);
+    if (data.size() < 108) checkEsds(fixed, data, 0x20);
 }
 
 // The keys that a code stores from data of this size; Vorbis aside.
@@ -75,8 +55,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t byteCount) {
     if (code == 207) {
         REQUIRE(keys == kFlacBlob || (size >= 26 && keys == kFlacBlob + std::string(kFlacSizes)));
         REQUIRE(fuzz::same(format.buffer("flac-codec-specific-data"), data));
-    } else if (code == 208) {
-        checkVorbis(data, format);
+    } else if (code == 208) {  // for vorbis_headers to judge
+        REQUIRE(keys.empty() || keys == "csd-0 " || keys == "csd-0 csd-1 ");
     } else {
         REQUIRE(keys == expectedKeys(code, size));
         if (code == 201) checkEsds(format.buffer("esds"), data, 0x40);

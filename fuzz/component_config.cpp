@@ -3,8 +3,11 @@
 
 #include <map>
 
-#include "../Helper/vocabulary/MetaKeyTable.h"
 #include "Fuzz.h"
+#include "Helper/vocabulary/MetaKeyTable.h"
+#include "platform/Message.h"
+#include "platform/MetaData.h"
+#include "platform/OmxNode.h"
 #include "zrcodecparser/MediaCodecHelper.h"
 
 using namespace android;

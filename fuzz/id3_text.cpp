@@ -87,7 +87,7 @@ void check(const ID3::Iterator& frame, Bytes data, bool lyrics) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
     Bytes data(bytes, size);
-    const unsigned pick = fuzz::take(data, 1) % kIds.size();
+    const unsigned pick = fuzz::take(data, 1) % unsigned{kIds.size()};
     const unsigned major = 2 + pick / 3;
     const char* const id = kIds[pick];
     const auto tag = tagOf(major, id, data);

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
+#include "Helper/csd/EsDescriptor.h"
 #include "support/Platform.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
@@ -9,12 +12,9 @@ using android::MediaExtractorHelper;
 using android::sp;
 using test::Bytes;
 using test::Format;
-using test::Line;
+using test::fromHex;
 
 const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
-
-const Bytes kAacDescriptor = {3, 22, 0, 0, 0, 4, 17, 0x40, 0, 0, 0,    0,
-                              0, 0,  0, 0, 0, 0, 0,  0,    5, 2, 0x12, 0x10};
 
 int32_t store(uint32_t codecType, const Bytes& data, const Format& format) {
     size_t size = data.size();
@@ -30,122 +30,148 @@ Bytes counting(size_t size) {
     return data;
 }
 
-TEST(AudioCodecData, EsDescriptorSizes) {
+// The log lines of Vorbis, and of WMA 1 and 2, when the data are refused.
+const std::string kVorbisFailed = "6 \" fail to setting vorbis codec private data\"";
+const std::string kWmaFailed = "6 \"WMA Error case : please check parsing\"";
+
+// The status, and what is stored and logged in the order in which it happens.
+void expectTrace(uint32_t codecType, const Bytes& data, int32_t status, const std::string& trace) {
+    SCOPED_TRACE(testing::Message() << codecType << ", " << testing::PrintToString(data));
+    const Format format;
+    EXPECT_EQ(test::trace(format, [&] { EXPECT_EQ(store(codecType, data, format), status); }),
+              trace);
+    if (data.empty() || trace.empty() || trace.starts_with("6 ")) return;
+
+    // A caller may hand in what an earlier call stored: the first store ends the life of the bytes.
+    const std::string stores = trace.substr(0, trace.find('\n'));
+    const std::string key = stores.substr(0, stores.find(':'));
+    const Format own;
+    AMediaFormat_setBuffer(own.get(), key.c_str(), data.data(), data.size());
+    void* bytes = nullptr;
+    size_t size = 0;
+    ASSERT_TRUE(AMediaFormat_getBuffer(own.get(), key.c_str(), &bytes, &size));
+    EXPECT_EQ(helper->setAudioConfig(codecType, static_cast<uint8_t*>(bytes), &size, own.get()),
+              status);
+    EXPECT_EQ(own.text(), stores);
+}
+
+// ISO/IEC 14496-1 7.2.6.5, 7.2.6.6, 7.2.6.7, with the three sizes given.
+Bytes descriptor(const char* es, const char* config, const char* type, const char* info,
+                 const Bytes& data) {
+    Bytes bytes = fromHex(std::string("03") + es + "0000 00" + "04" + config + type +
+                          "00 000000 00000000 00000000" + "05" + info);
+    bytes.insert(bytes.end(), data.begin(), data.end());
+    return bytes;
+}
+
+// Around the values at which one of the three sizes needs another byte.
+TEST(AudioCodecData, EsDescriptors) {
     const struct {
         size_t size;
-        Bytes head;  // up to ES_ID
-        size_t total;
+        const char *es, *config, *info;
     } cases[] = {
-            {2, {3, 22}, 24},
-            {107, {3, 127}, 129},
-            {108, {3, 0x81, 0x00}, 131},
-            {113, {3, 0x81, 0x06}, 137},  // the middle size needs its second byte: 128
-            {200, {3, 0x81, 0x5E}, 225},
-            {20000, {3, 0x81, 0x9C, 0x38}, 20028},
+            {2, "16", "11", "02"},
+            {107, "7F", "7A", "6B"},
+            {108, "81 00", "7B", "6C"},
+            {113, "81 06", "81 00", "71"},
+            {128, "81 16", "81 10", "81 00"},
+            {200, "81 5E", "81 58", "81 48"},
+            {16362, "81 80 00", "FF 7A", "FF 6A"},
+            {16368, "81 80 07", "81 80 00", "FF 70"},
+            {16384, "81 80 18", "81 80 11", "81 80 00"},
     };
-    for (const auto& c : cases) {
-        const Format format;
-        const Bytes data = counting(c.size);
-        EXPECT_EQ(store(201, data, format), 0);
-        const Bytes esds = format.buffer("esds").value_or(Bytes());
-        ASSERT_EQ(esds.size(), c.total);
-        EXPECT_EQ(Bytes(esds.begin(), esds.begin() + static_cast<long>(c.head.size())), c.head);
-        EXPECT_EQ(Bytes(esds.end() - static_cast<long>(c.size), esds.end()), data);
+    for (const auto& [size, es, config, info] : cases) {
+        const Bytes data = counting(size);
+        EXPECT_EQ(android::csd::makeEsDescriptor(data, android::csd::ObjectType::kAudio14496_3),
+                  descriptor(es, config, "40", info, data));
     }
 }
 
 TEST(AudioCodecData, DescriptorsOfAudioAndVideo) {
     const Bytes config = {0x12, 0x10};
-    Format format;
-    EXPECT_EQ(store(201, config, format), 0);
-    EXPECT_EQ(format.buffer("esds"), kAacDescriptor);
-
+    const Bytes audio = descriptor("16", "11", "40", "02", config);
+    const Bytes video = descriptor("16", "11", "20", "02", config);
+    expectTrace(
+            201, config, 0,
+            "esds: data(" + std::string("0316000000041140") + std::string(24, '0') + "05021210)");
+    const Format format;
     size_t size = config.size();
     EXPECT_EQ(helper->setESDS(config.data(), &size, format.get(), false), 0);
-    Bytes visual = kAacDescriptor;
-    visual[7] = 0x20;
-    EXPECT_EQ(format.buffer("esds"), visual);
-
-    Bytes fixed(24, 0xEE);
-    helper->makeESDS(config.data(), &size, fixed.data());
-    EXPECT_EQ(fixed, visual);
+    EXPECT_EQ(format.buffer("esds"), video);
     EXPECT_EQ(size, 2u);
 
     Bytes made(24, 0xEE);
-    size = 99;
     EXPECT_TRUE(helper->MakeAACCodecSpecificData(config.data(), &size, made.data()));
-    EXPECT_EQ(made, kAacDescriptor);
-    EXPECT_EQ(size, 24u);
-
-    size = 99;
+    EXPECT_EQ(made, audio);
+    EXPECT_EQ(std::exchange(size, 99), 24u);
     EXPECT_EQ(helper->setAACCodecSpecificData(config.data(), &size, format.get()), 0);
-    EXPECT_EQ(format.buffer("csd-0"), kAacDescriptor);
+    EXPECT_EQ(format.buffer("csd-0"), audio);
     EXPECT_EQ(size, 24u);
 }
 
-TEST(AudioCodecData, FixedDescriptorKeepsLowBytesOfItsSizes) {
+// Of 320, 315 and 300 the low 8 bits are written.
+TEST(AudioCodecData, DescriptorWithSizesOfOneByte) {
     const Bytes data = counting(300);
     size_t size = data.size();
-    Bytes out(300 + 22);
+    Bytes out(22 + size);
     helper->makeESDS(data.data(), &size, out.data());
-    EXPECT_EQ(out[1], 320 & 0xFF);
-    EXPECT_EQ(out[6], 315 & 0xFF);
-    EXPECT_EQ(out[21], 300 & 0xFF);
-    EXPECT_EQ(out.back(), data.back());
+    EXPECT_EQ(out, descriptor("40", "3B", "20", "2C", data));
+    EXPECT_EQ(size, 300u);
 }
 
 TEST(AudioCodecData, ExpandableSizes) {
     const struct {
         size_t value;
-        Bytes bytes;
+        const char* field;
     } cases[] = {
-            {0, {0}},
-            {127, {0x7F}},
-            {128, {0x81, 0x00}},
-            {300, {0x82, 0x2C}},
-            {16383, {0xFF, 0x7F}},
-            {16384, {0x81, 0x80, 0x00}},
-            {0x1FFFFF, {0xFF, 0xFF, 0x7F}},
-            {0x200000, {0x81, 0x80, 0x80, 0x00}},
-            {0x0FFFFFFF, {0xFF, 0xFF, 0xFF, 0x7F}},
-            {0x10000001, {0x80, 0x80, 0x80, 0x01}},
+            {0, "00"},
+            {127, "7F"},
+            {128, "81 00"},
+            {300, "82 2C"},
+            {16383, "FF 7F"},
+            {16384, "81 80 00"},
+            {0x1FFFFF, "FF FF 7F"},
+            {0x200000, "81 80 80 00"},
+            {0x0FFFFFFF, "FF FF FF 7F"},
+            {0x10000001, "80 80 80 01"},  // more than the field can say
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(helper->bytesForSize(c.value), c.bytes.size()) << c.value;
-        Bytes out(5 + c.bytes.size(), 0xEE);
+    for (const auto& [value, field] : cases) {
+        const Bytes expected = fromHex(std::string("EE EE EE EE EE") + field);
+        EXPECT_EQ(helper->bytesForSize(value), expected.size() - 5) << value;
+        Bytes out(expected.size(), 0xEE);
         size_t offset = 5;
-        helper->storeSize(out.data(), offset, c.value);
-        EXPECT_EQ(offset, out.size()) << c.value;
-        EXPECT_EQ(Bytes(out.begin() + 5, out.end()), c.bytes) << c.value;
+        helper->storeSize(out.data(), offset, value);
+        EXPECT_EQ(offset, expected.size()) << value;
+        EXPECT_EQ(out, expected) << value;
+    }
+    for (const size_t value : {0u, 300u}) {  // the offset behind the field is out of reach
+        Bytes out(8, 0xEE);
+        size_t offset = 0 - helper->bytesForSize(value);
+        EXPECT_EQ(test::fatalText([&] { helper->storeSize(&out[4], offset, value); }),
+                  "Helper/MediaExtractorHelper size arithmetic overflow");
+        EXPECT_EQ(out, Bytes(8, 0xEE)) << value;
     }
 }
 
 TEST(AudioCodecData, Flac) {
-    const auto block = [](std::string marker, size_t size) {
-        Bytes data = counting(size);
-        std::copy(marker.begin(), marker.end(), data.begin());
-        return data;
+    // Block header; of STREAMINFO (RFC 9639 8.2) the block sizes 4096 and 4608, the frame sizes
+    // 66051 and 197121, and 8 further bytes.
+    const std::string block =
+            "8000002210001200010203030201"
+            "0ac442f000000000";
+    const std::string sizes =
+            ", min-block-size: int32(4096), max-block-size: int32(4608), "
+            "min-frame-size: int32(66051), max-frame-size: int32(197121)";
+    const std::string cases[][2] = {
+            {"664c6143" + block, sizes},
+            {"466c4163" + block, sizes},  // "FlAc"
+            {"664c6143" + block + "00", sizes},
+            {"664c6143" + block.substr(2), ""},
+            {"664c6158" + block, ""},  // "fLaX"
+            {"", ""},
     };
-    const char* const sizes =
-            "min-block-size: int32(34953), max-block-size: int32(35467), "
-            "min-frame-size: int32(9211278), max-frame-size: int32(9408657)";
-    const struct {
-        Bytes data;
-        const char* keys;
-    } cases[] = {
-            {block("fLaC", 34), sizes},
-            {block("FlAc", 26), sizes},
-            {block("fLaC", 25), nullptr},
-            {block("fLaX", 34), nullptr},
-            {{}, nullptr},
-    };
-    for (const auto& c : cases) {
-        const Format format;
-        EXPECT_EQ(store(207, c.data, format), 0);
-        EXPECT_EQ(format.buffer("flac-codec-specific-data"), c.data);
-        const std::string text = format.text();
-        EXPECT_EQ(text.substr(text.find(')') + 1),
-                  c.keys == nullptr ? "" : std::string(", ") + c.keys);
+    for (const auto& [data, keys] : cases) {
+        expectTrace(207, fromHex(data), 0, "flac-codec-specific-data: data(" + data + ")" + keys);
     }
 }
 
@@ -165,101 +191,87 @@ TEST(AudioCodecData, WindowsMedia) {
         uint32_t codecType;
         size_t size;
         int32_t status;
-        std::string keys;
-        const char* error;
+        std::string trace;
     } cases[] = {
-            {210, 4, 0, "wma-encode-opt: int32(33666)", nullptr},
-            {210, 3, -1, "", "WMA Error case : please check parsing"},
-            {211, 6, 0, "wma-encode-opt: int32(34180)", nullptr},
-            {211, 5, -1, "", "WMA Error case : please check parsing"},
-            {212, 18, 0, pro, nullptr},
-            {213, 30, 0, pro, nullptr},
-            {212, 10, 0, proZero, "ExtraData size(10) is incorrect"},
-            {213, 17, 0, proZero, "ExtraData size(17) is incorrect"},
+            {210, 4, 0, "wma-encode-opt: int32(33666)"},
+            {210, 3, -1, kWmaFailed},
+            {211, 6, 0, "wma-encode-opt: int32(34180)"},
+            {211, 5, -1, kWmaFailed},
+            {212, 18, 0, pro},
+            {213, 30, 0, pro},
+            {212, 10, 0, "6 \"ExtraData size(10) is incorrect\"\n" + proZero},
+            {213, 17, 0, "6 \"ExtraData size(17) is incorrect\"\n" + proZero},
             {214, 30, 0,
              voiceHead + "wma-voice-enc-opt1: int32(-1785425006), wma-voice-enc-opt2_0: "
-                         "int32(-1718052970), wma-voice-enc-opt2_1: int32(-1650680934)",
-             nullptr},
+                         "int32(-1718052970), wma-voice-enc-opt2_1: int32(-1650680934)"},
             // 18 bytes are enough; what lies past them is zero.
             {214, 18, 0,
              voiceHead + "wma-voice-enc-opt1: int32(0), wma-voice-enc-opt2_0: int32(0), "
-                         "wma-voice-enc-opt2_1: int32(0)",
-             nullptr},
+                         "wma-voice-enc-opt2_1: int32(0)"},
             {214, 20, 0,
              voiceHead + "wma-voice-enc-opt1: int32(37778), wma-voice-enc-opt2_0: int32(0), "
-                         "wma-voice-enc-opt2_1: int32(0)",
-             nullptr},
-            {214, 0, 0,
+                         "wma-voice-enc-opt2_1: int32(0)"},
+            {214, 17, 0,
+             "6 \"ExtraData size(17) is incorrect\"\n"
              "wma-channel-mask: int32(0), wma-encode-opt: int32(0), wma-adv-enc-opt1: int32(0), "
              "wma-voice-enc-opt1: int32(0), wma-voice-enc-opt2_0: int32(0), "
-             "wma-voice-enc-opt2_1: int32(0)",
-             "ExtraData size(0) is incorrect"},
+             "wma-voice-enc-opt2_1: int32(0)"},
     };
-    for (const auto& c : cases) {
-        const Format format;
-        const test::LogCapture log;
-        EXPECT_EQ(store(c.codecType, counting(c.size), format), c.status) << c.codecType;
-        EXPECT_EQ(format.text(), c.keys) << c.codecType << ", " << c.size;
-        std::vector<Line> lines;
-        if (c.error != nullptr) lines.push_back({6, c.error});
-        EXPECT_EQ(log.lines(), lines) << c.codecType << ", " << c.size;
+    for (const auto& [codecType, size, status, trace] : cases) {
+        expectTrace(codecType, counting(size), status, trace);
     }
 }
 
 TEST(AudioCodecData, WholeBlocksAndNothing) {
-    const Bytes data = {7, 8, 9};
+    expectTrace(218, {7, 8, 9}, 0, "adpcm-codec-specific-data: data(070809)");
+    expectTrace(228, {7, 8, 9}, 0, "csd-0: data(070809)");
+    const std::set<uint32_t> stored = {201, 207, 208, 210, 211, 212, 213, 214, 218, 228};
     for (uint32_t code = 0; code < 310; ++code) {
-        if (code == 201 || code == 207 || code == 208 || (code >= 210 && code <= 214)) continue;
+        if (stored.contains(code)) continue;
         const Format format;
-        EXPECT_EQ(store(code, data, format), 0) << code;
-        const char* text = code == 218   ? "adpcm-codec-specific-data: data(070809)"
-                           : code == 228 ? "csd-0: data(070809)"
-                                         : "";
-        EXPECT_EQ(format.text(), text) << code;
+        const auto call = [&] {
+            EXPECT_EQ(helper->setAudioConfig(code, nullptr, nullptr, format.get()), 0) << code;
+        };
+        EXPECT_EQ(test::trace(format, call), "") << code;
     }
 }
 
+// A packet count less one, two sizes, packets of types 1, 3 and 5 (Vorbis I 4.2.1).
 TEST(AudioCodecData, Vorbis) {
-    Bytes longFirst(300, 0x41);
-    longFirst[0] = 1;
-    Bytes laced = {2, 0xFF, 45, 1};
-    laced.insert(laced.end(), longFirst.begin(), longFirst.end());
-    laced.insert(laced.end(), {3, 5, 0x55});
+    const std::string first = "01" + std::string(2 * 299, 'a');   // 300 bytes: FF 2D
+    const std::string second = "03" + std::string(2 * 254, 'b');  // 255 bytes: FF 00
     const struct {
-        Bytes block;
+        std::string block;
         int32_t status;
-        std::optional<Bytes> csd0;
-        std::optional<Bytes> csd1;
+        std::string trace;
     } cases[] = {
-            {{2, 2, 1, 1, 0x11, 3, 5, 0x55}, 0, Bytes{1, 0x11}, Bytes{5, 0x55}},
-            {laced, 0, longFirst, Bytes{5, 0x55}},
-            {{}, -1007, {}, {}},
-            {{2}, -1007, {}, {}},
-            {{3, 1, 1, 1, 3, 5}, -1007, {}, {}},
-            {{2, 0xFF, 0xFF}, -1007, {}, {}},     // the first run never ends
-            {{2, 1}, -1007, {}, {}},              // no second run
-            {{2, 1, 0xFF}, -1007, {}, {}},        // the second run never ends
-            {{2, 1, 1, 3, 3, 5}, -1007, {}, {}},  // no identification header
-            {{2, 1, 2, 1, 3}, -1007, {}, {}},     // sizes past the end
-            {{2, 0, 0}, -1007, {}, {}},           // nothing behind the sizes
-            {{2, 1, 1, 1, 4, 5}, -10001, Bytes{1}, {}},
-            {{2, 1, 1, 1, 3, 4}, -10001, Bytes{1}, {}},
-            {{2, 1, 1, 1, 3}, -10001, Bytes{1}, {}},  // no setup header
-            {{2, 0, 1, 1, 3, 5}, -10001, Bytes{}, {}},
+            {"02 02 01 0111 03 055566", 0, "csd-0: data(0111), csd-1: data(055566)"},
+            {"02 FF2D 01" + first + "03 0555", 0, "csd-0: data(" + first + "), csd-1: data(0555)"},
+            {"02 FE 01" + first.substr(0, 2 * 254) + "03 05", 0,
+             "csd-0: data(" + first.substr(0, 2 * 254) + "), csd-1: data(05)"},
+            {"02 02 FF00 0111" + second + "05", 0, "csd-0: data(0111), csd-1: data(05)"},
+            {"", -1007, kVorbisFailed},
+            {"02", -1007, kVorbisFailed},
+            {"03 01 01 01 03 05", -1007, kVorbisFailed},
+            {"02 FF FF", -1007, kVorbisFailed},           // the first size never ends
+            {"02 01", -1007, kVorbisFailed},              // no second size
+            {"02 01 FF", -1007, kVorbisFailed},           // the second size never ends
+            {"02 01 01 03 03 05", -1007, kVorbisFailed},  // no identification header
+            {"02 01 02 01 03", -1007, kVorbisFailed},     // sizes past the end
+            {"02 03 00 01 03", -1007, kVorbisFailed},     // the first alone is past the end
+            {"02 00 00", -1007, kVorbisFailed},           // nothing behind the sizes
+            {"02 01 01 01 04 05", -10001, "csd-0: data(01)\n" + kVorbisFailed},
+            {"02 01 01 01 03 04", -10001, "csd-0: data(01)\n" + kVorbisFailed},
+            {"02 01 01 01 03", -10001, "csd-0: data(01)\n" + kVorbisFailed},  // no setup header
+            {"02 00 01 01 03 05", -10001, "csd-0: data()\n" + kVorbisFailed},
     };
-    for (const auto& c : cases) {
+    for (const auto& [text, status, trace] : cases) {
+        const Bytes block = fromHex(text);
+        expectTrace(208, block, 0, trace);
         const Format format;
-        size_t size = c.block.size();
-        EXPECT_EQ(helper->setVorbisCodecSpecificData(c.block.data(), &size, format.get()), c.status)
-                << testing::PrintToString(c.block);
-        EXPECT_EQ(format.buffer("csd-0"), c.csd0) << testing::PrintToString(c.block);
-        EXPECT_EQ(format.buffer("csd-1"), c.csd1) << testing::PrintToString(c.block);
-
-        const test::LogCapture log;
-        EXPECT_EQ(store(208, c.block, Format()), 0);
-        std::vector<Line> lines;
-        if (c.status < 0) lines.push_back({6, " fail to setting vorbis codec private data"});
-        EXPECT_EQ(log.lines(), lines) << testing::PrintToString(c.block);
+        size_t size = block.size();
+        EXPECT_EQ(helper->setVorbisCodecSpecificData(block.data(), &size, format.get()), status)
+                << text;
     }
 }
 

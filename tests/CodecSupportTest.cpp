@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "support/Platform.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
@@ -28,97 +30,73 @@ std::string mime(const std::string& text) {
     return "mime: string(" + text + ")";
 }
 
+// Codes and the decoder that the device has for each, whose type is stored and nothing else.
+constexpr const char* kPlainCodes =
+        "101 video/mpeg2  103 video/3gpp  104 video/avc  105 video/x-ms-wmv  "
+        "106 video/x-ms-wmv7  108 video/x-ms-wmv  109 video/x-ms-wmv  110 video/x-ms-wmv  "
+        "114 video/mjpg  117 video/x-vnd.on2.vp8  119 video/mpeg2  121 video/theora  "
+        "127 video/x-pn-realvideo  128 video/x-vnd.on2.vp9  129 video/hevc  130 video/av01  "
+        "131 video/dolby-vision  201 audio/mp4a-latm  203 audio/ac3  204 audio/eac3  "
+        "205 audio/dts  206 audio/raw  207 audio/flac  208 audio/vorbis  215 audio/3gpp  "
+        "216 audio/evrc  217 audio/qcelp  218 audio/adpcm  220 audio/g711-alaw  "
+        "221 audio/g711-mlaw  222 audio/g726  223 audio/x-pn-realaudio  224 audio/amr-wb  "
+        "225 audio/dts-lbr  226 audio/aac-adts  227 audio/mpeg-L1  228 audio/opus  "
+        "229 audio/alac  233 audio/mha1  234 audio/mhm1";
+
 struct Row {
     int codecType;
-    const char* decoder;  // the one that the device has
+    const char* decoder;
     const char* mime;
     const char* extras;
 };
 
 // clang-format off
 constexpr Row kRows[] = {
-    {101, "video/mpeg2",           "video/mpeg2",           ""},
-    {102, "video/mp4v-es",         "video/mp4v-es",         ", use-arbitrary-mode: int32(1)"},
-    {103, "video/3gpp",            "video/3gpp",            ""},
-    {104, "video/avc",             "video/avc",             ""},
-    {105, "video/x-ms-wmv",        "video/x-ms-wmv",        ""},
-    {106, "video/x-ms-wmv7",       "video/x-ms-wmv7",       ""},
-    {107, "video/x-ms-wmv8",       "video/x-ms-wmv7",       ""},
-    {108, "video/x-ms-wmv",        "video/x-ms-wmv",        ""},
-    {109, "video/x-ms-wmv",        "video/x-ms-wmv",        ""},
-    {110, "video/x-ms-wmv",        "video/x-ms-wmv",        ""},
-    {111, "video/x-ms-mpeg4",      "audio/notsupport",      ""},
-    {112, "video/x-ms-mpeg4v2",    "audio/notsupport",      ""},
-    {113, "video/x-ms-mpeg4v3",    "audio/notsupport",      ""},
-    {114, "video/mjpg",            "video/mjpg",            ""},
-    {115, "video/x-vnd.on2.vp8",   "audio/notsupport",      ""},
-    {116, "video/x-vnd.on2.vp8",   "audio/notsupport",      ""},
-    {117, "video/x-vnd.on2.vp8",   "video/x-vnd.on2.vp8",   ""},
-    {118, "video/divx311",         "video/divx311",         ", divx-version: int32(0), use-arbitrary-mode: int32(0)"},
-    {119, "video/mpeg2",           "video/mpeg2",           ""},
-    {120, "video/mp4v-es",         "video/mp4v-es",         ", use-arbitrary-mode: int32(1)"},
-    {121, "video/theora",          "video/theora",          ""},
-    {122, "video/3gpp",            "audio/notsupport",      ""},
-    {123, "video/divx",            "video/divx",            ", divx-version: int32(1), use-arbitrary-mode: int32(1)"},
-    {124, "video/divx",            "video/divx",            ", divx-version: int32(2), use-arbitrary-mode: int32(1)"},
-    {125, "video/divx",            "video/divx",            ", divx-version: int32(3), use-arbitrary-mode: int32(1)"},
-    {126, "video/mp4v-es",         "video/mp4v-es",         ", use-arbitrary-mode: int32(1)"},
-    {127, "video/x-pn-realvideo",  "video/x-pn-realvideo",  ""},
-    {128, "video/x-vnd.on2.vp9",   "video/x-vnd.on2.vp9",   ""},
-    {129, "video/hevc",            "video/hevc",            ""},
-    {130, "video/av01",            "video/av01",            ""},
-    {131, "video/dolby-vision",    "video/dolby-vision",    ""},
-    {201, "audio/mp4a-latm",       "audio/mp4a-latm",       ""},
-    {202, "audio/mpeg",            "audio/mpeg",            ", Layer-info: int32(3)"},
-    {203, "audio/ac3",             "audio/ac3",             ""},
-    {204, "audio/eac3",            "audio/eac3",            ""},
-    {205, "audio/dts",             "audio/dts",             ""},
-    {206, "audio/raw",             "audio/raw",             ""},
-    {207, "audio/flac",            "audio/flac",            ""},
-    {208, "audio/vorbis",          "audio/vorbis",          ""},
-    {209, "audio/x-zr-ms-wma",     "audio/notsupport",      ""},
-    {210, "audio/x-zr-ms-wma",     "audio/x-zr-ms-wma",     ", wma-version: int32(0), wma-format-tag: int32(352)"},
-    {211, "audio/x-zr-ms-wma",     "audio/x-zr-ms-wma",     ", wma-version: int32(0), wma-format-tag: int32(353)"},
-    {212, "audio/x-zr-ms-wma",     "audio/x-zr-ms-wma",     ", wma-version: int32(1), wma-format-tag: int32(354)"},
-    {213, "audio/x-zr-ms-wma",     "audio/x-zr-ms-wma",     ", wma-version: int32(2), wma-format-tag: int32(355)"},
-    {214, "audio/zr-wma-voice",    "audio/zr-wma-voice",    ", wma-version: int32(3), wma-format-tag: int32(10)"},
-    {215, "audio/3gpp",            "audio/3gpp",            ""},
-    {216, "audio/evrc",            "audio/evrc",            ""},
-    {217, "audio/qcelp",           "audio/qcelp",           ""},
-    {218, "audio/adpcm",           "audio/adpcm",           ""},
-    {219, "audio/mpeg-L2",         "audio/mpeg",            ", Layer-info: int32(2)"},
-    {220, "audio/g711-alaw",       "audio/g711-alaw",       ""},
-    {221, "audio/g711-mlaw",       "audio/g711-mlaw",       ""},
-    {222, "audio/g726",            "audio/g726",            ""},
-    {223, "audio/x-pn-realaudio",  "audio/x-pn-realaudio",  ""},
-    {224, "audio/amr-wb",          "audio/amr-wb",          ""},
-    {225, "audio/dts-lbr",         "audio/dts-lbr",         ""},
-    {226, "audio/aac-adts",        "audio/aac-adts",        ""},
-    {227, "audio/mpeg-L1",         "audio/mpeg-L1",         ""},
-    {228, "audio/opus",            "audio/opus",            ""},
-    {229, "audio/alac",            "audio/alac",            ""},
-    {230, "audio/dop",             "audio/notsupport",      ""},
-    {231, "audio/dsd",             "audio/notsupport",      ""},
-    {232, "audio/ac4",             "audio/notsupport",      ""},
-    {233, "audio/mha1",            "audio/mha1",            ""},
-    {234, "audio/mhm1",            "audio/mhm1",            ""},
+    {102, "video/mp4v-es",       "video/mp4v-es",      ", use-arbitrary-mode: int32(1)"},
+    {107, "video/x-ms-wmv8",     "video/x-ms-wmv7",    ""},
+    {111, "video/x-ms-mpeg4",    "audio/notsupport",   ""},
+    {112, "video/x-ms-mpeg4v2",  "audio/notsupport",   ""},
+    {113, "video/x-ms-mpeg4v3",  "audio/notsupport",   ""},
+    {115, "video/x-vnd.on2.vp8", "audio/notsupport",   ""},
+    {116, "video/x-vnd.on2.vp8", "audio/notsupport",   ""},
+    {118, "video/divx311",       "video/divx311",      ", divx-version: int32(0), use-arbitrary-mode: int32(0)"},
+    {120, "video/mp4v-es",       "video/mp4v-es",      ", use-arbitrary-mode: int32(1)"},
+    {122, "video/3gpp",          "audio/notsupport",   ""},
+    {123, "video/divx",          "video/divx",         ", divx-version: int32(1), use-arbitrary-mode: int32(1)"},
+    {124, "video/divx",          "video/divx",         ", divx-version: int32(2), use-arbitrary-mode: int32(1)"},
+    {125, "video/divx",          "video/divx",         ", divx-version: int32(3), use-arbitrary-mode: int32(1)"},
+    {126, "video/mp4v-es",       "video/mp4v-es",      ", use-arbitrary-mode: int32(1)"},
+    {202, "audio/mpeg",          "audio/mpeg",         ", Layer-info: int32(3)"},
+    {209, "audio/x-zr-ms-wma",   "audio/notsupport",   ""},
+    {210, "audio/x-zr-ms-wma",   "audio/x-zr-ms-wma",  ", wma-version: int32(0), wma-format-tag: int32(352)"},
+    {211, "audio/x-zr-ms-wma",   "audio/x-zr-ms-wma",  ", wma-version: int32(0), wma-format-tag: int32(353)"},
+    {212, "audio/x-zr-ms-wma",   "audio/x-zr-ms-wma",  ", wma-version: int32(1), wma-format-tag: int32(354)"},
+    {213, "audio/x-zr-ms-wma",   "audio/x-zr-ms-wma",  ", wma-version: int32(2), wma-format-tag: int32(355)"},
+    {214, "audio/zr-wma-voice",  "audio/zr-wma-voice", ", wma-version: int32(3), wma-format-tag: int32(10)"},
+    {219, "audio/mpeg-L2",       "audio/mpeg",         ", Layer-info: int32(2)"},
+    {230, "audio/dop",           "audio/notsupport",   ""},
+    {231, "audio/dsd",           "audio/notsupport",   ""},
+    {232, "audio/ac4",           "audio/notsupport",   ""},
 };
 // clang-format on
 
-TEST(CodecSupport, EachCodeAsksForItsDecoderAndStoresItsKeys) {
-    for (const Row& row : kRows) {
-        EXPECT_EQ(chosen(row.codecType, {.decoders = {row.decoder}}), mime(row.mime) + row.extras)
-                << row.codecType;
-    }
+void checkRow(int code, const std::string& decoder, const std::string& type,
+              const std::string& extras) {
+    EXPECT_EQ(chosen(code, {.decoders = {decoder}}), mime(type) + extras) << code;
+    const bool offered = code == 101 || code == 204 || code == 233 || code == 234;
+    const char* refused = code < 200 ? "video/notsupport" : "audio/notsupport";
+    EXPECT_EQ(chosen(code, {}), mime(offered ? type : refused)) << code;
 }
 
-TEST(CodecSupport, WithoutDecoderOnlyAFewAreOffered) {
-    for (const Row& row : kRows) {
-        const int code = row.codecType;
-        const bool offered = code == 101 || code == 204 || code == 233 || code == 234;
-        const char* refused = code < 200 ? "video/notsupport" : "audio/notsupport";
-        EXPECT_EQ(chosen(code, {}), mime(offered ? row.mime : refused)) << code;
-    }
+TEST(CodecSupport, EachCodeAsksForItsDecoderAndStoresItsKeys) {
+    std::istringstream plain(kPlainCodes);
+    int code = 0;
+    size_t count = 0;
+    for (std::string type; plain >> code >> type; ++count) checkRow(code, type, type, "");
+    for (const Row& row : kRows) checkRow(row.codecType, row.decoder, row.mime, row.extras);
+    EXPECT_EQ(count + std::size(kRows), 31u + 34u);
+    EXPECT_EQ(chosen(125, {.decoders = {"video/divx"}}, false),
+              mime("video/divx") + ", divx-version: int32(3), use-arbitrary-mode: int32(0)");
 }
 
 TEST(CodecSupport, CodesWithoutACodecNeedNoServer) {
@@ -127,13 +105,6 @@ TEST(CodecSupport, CodesWithoutACodecNeedNoServer) {
         EXPECT_EQ(chosen(code, dead), mime("video/notsupport")) << code;
     }
     EXPECT_EQ(chosen(200, dead), mime("audio/notsupport"));
-}
-
-TEST(CodecSupport, ArbitraryModeIsTheCallersWord) {
-    EXPECT_EQ(chosen(102, {.decoders = {"video/mp4v-es"}}, false),
-              mime("video/mp4v-es") + ", use-arbitrary-mode: int32(0)");
-    EXPECT_EQ(chosen(125, {.decoders = {"video/divx"}}, false),
-              mime("video/divx") + ", divx-version: int32(3), use-arbitrary-mode: int32(0)");
 }
 
 TEST(CodecSupport, AlternativesAreTakenWhenTheyHaveADecoder) {
@@ -147,14 +118,13 @@ TEST(CodecSupport, AlternativesAreTakenWhenTheyHaveADecoder) {
             {217, {"audio/qcelp", "audio/x-zr-qcelp"}, "audio/x-zr-qcelp"},
             {229, {"audio/x-zr-alac"}, "audio/x-zr-alac"},
             {226, {"audio/aac-adts", "audio/mp4a-latm"}, "audio/mp4a-latm"},
+            {219, {"audio/mpeg"}, "audio/mpeg), Layer-info: int32(2"},
             {201, {"audio/x-zr-aac"}, "audio/notsupport"},
             {207, {"audio/x-zr-flac"}, "audio/notsupport"},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(chosen(c.codecType, {.decoders = c.decoders}), mime(c.mime)) << c.codecType;
     }
-    EXPECT_EQ(chosen(219, {.decoders = {"audio/mpeg"}}),
-              mime("audio/mpeg") + ", Layer-info: int32(2)");
 }
 
 TEST(CodecSupport, DivxBecomesMpeg4OnlyWhereTheDeviceSaysSo) {
@@ -170,23 +140,24 @@ TEST(CodecSupport, DivxBecomesMpeg4OnlyWhereTheDeviceSaysSo) {
     EXPECT_EQ(chosen(118, {.divxAlternative = true}), mime("video/notsupport"));
 }
 
+const Line kDie{kError, "mediaserver die !!"};
+const Line kNoServiceList{kError, "Can't get codec list"};
+const Line kNotAlive{kError, "#### mediaserver is not alive !!so return error"};
+const Line kProbeFailed{kError, "checkIsZRSWCodec - mediaserver is not alive! return error"};
+const Line kNoList{kError, "#### mediacodec list instance returned NULL"};
+
 TEST(CodecSupport, UnreachableServicesLeaveNoMimeAndSayWhy) {
-    const Line die{kError, "mediaserver die !!"};
-    const Line cannot{kError, "Can't get codec list"};
-    const Line notAlive{kError, "#### mediaserver is not alive !!so return error"};
-    const Line probe{kError, "checkIsZRSWCodec - mediaserver is not alive! return error"};
-    const Line noList{kError, "#### mediacodec list instance returned NULL"};
     const struct {
         host::Device device;
         int codecType;
         std::vector<Line> lines;
     } cases[] = {
-            {{.mediaServerAlive = false}, 104, {die, notAlive}},
-            {{.mediaServerAlive = false}, 201, {die, probe}},
-            {{.serverHasCodecList = false}, 104, {cannot, notAlive}},
-            {{.serverHasCodecList = false}, 216, {cannot, probe}},
-            {{.codecListAvailable = false}, 104, {noList}},
-            {{.codecListAvailable = false}, 229, {noList}},
+            {{.mediaServerAlive = false}, 104, {kDie, kNotAlive}},
+            {{.mediaServerAlive = false}, 201, {kDie, kProbeFailed}},
+            {{.serverHasCodecList = false}, 104, {kNoServiceList, kNotAlive}},
+            {{.serverHasCodecList = false}, 216, {kNoServiceList, kProbeFailed}},
+            {{.codecListAvailable = false}, 104, {kNoList}},
+            {{.codecListAvailable = false}, 229, {kNoList}},
     };
     for (const auto& c : cases) {
         const test::LogCapture log;
@@ -204,6 +175,7 @@ TEST(CodecSupport, MissingCodecInfoIsFatal) {
 }
 
 TEST(CodecSupport, SoftwareProbe) {
+    const Line found{kInfo, "#### Succuss to find ZRSWCodec in mediaCodecList : audio/x-zr-qcelp"};
     const struct {
         int codecType;
         host::Device device;
@@ -211,25 +183,12 @@ TEST(CodecSupport, SoftwareProbe) {
         bool found;
         std::vector<Line> lines;
     } cases[] = {
-            {217,
-             {.decoders = {"audio/x-zr-qcelp"}},
-             0,
-             true,
-             {{kInfo, "#### Succuss to find ZRSWCodec in mediaCodecList : audio/x-zr-qcelp"}}},
+            {217, {.decoders = {"audio/x-zr-qcelp"}}, 0, true, {found}},
             {217, {.decoders = {"audio/qcelp"}}, 0, false, {}},
             {203, {.decoders = {"audio/ac3"}}, 0, false, {}},
             {104, {.decoders = {"video/avc"}}, 0, false, {}},
-            {104,
-             {.mediaServerAlive = false},
-             -1,
-             false,
-             {{kError, "mediaserver die !!"},
-              {kError, "checkIsZRSWCodec - mediaserver is not alive! return error"}}},
-            {203,
-             {.codecListAvailable = false},
-             -1,
-             false,
-             {{kError, "#### mediacodec list instance returned NULL"}}},
+            {104, {.mediaServerAlive = false}, -1, false, {kDie, kProbeFailed}},
+            {203, {.codecListAvailable = false}, -1, false, {kNoList}},
     };
     for (const auto& c : cases) {
         const DeviceScope scope(c.device);
@@ -244,20 +203,16 @@ TEST(CodecSupport, SoftwareProbe) {
 }
 
 TEST(CodecSupport, CodeOfAMimeType) {
-    const struct {
-        const char* mime;
-        int code;
-    } cases[] = {
-            {"audio/mp4a-latm", 201},   {"audio/mpeg", 202},
-            {"audio/mpeg-L2", 219},     {"audio/aac-adts", 226},
-            {"audio/x-zr-ms-wma", 209}, {"audio/x-zr-alac", 229},
-            {"audio/mhm1", 234},        {"audio/MPEG", 200},
-            {"video/avc", 200},         {"", 200},
-    };
-    for (const auto& c : cases) {
+    const std::pair<const char*, int> cases[] = {
+            {"audio/mp4a-latm", 201}, {"audio/mpeg", 202},
+            {"audio/mpeg-L2", 219},   {"audio/aac-adts", 226},
+            {"audio/x-zr-alac", 229}, {"audio/x-zr-ms-wma", 209},
+            {"audio/mhm1", 234},      {"audio/MPEG", 200},
+            {"video/avc", 200},       {"", 200}};
+    for (const auto& [mime, code] : cases) {
         const Format format;
-        AMediaFormat_setString(format.get(), "mime", c.mime);
-        EXPECT_EQ(helper->getCodecType(format.get()), c.code) << c.mime;
+        AMediaFormat_setString(format.get(), "mime", mime);
+        EXPECT_EQ(helper->getCodecType(format.get()), code) << mime;
     }
     EXPECT_EQ(helper->getCodecType(Format().get()), 0x7FFFFFFF);
 }

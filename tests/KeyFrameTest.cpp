@@ -46,6 +46,7 @@ TEST(KeyFrame, Samples) {
             {103, {0, 0, 0x80, 2, 0x1C, 0x80, 0xFF, 0x10}, false, opptype},
             {103, {0, 0, 0x80, 2, 0x1E, 0x0F}, true, nullptr},
             {103, {0, 0, 0x80, 2, 0x1C, 0x10}, false, plusPtype},
+            {103, {0, 0, 0x80, 2, 0x1C, 0x40}, false, plusPtype},
             {103, {0, 0, 0x80}, true, nullptr},  // what is missing is zero
             {103, {0, 0, 0x84, 2, 0x08}, false, nullptr},
             {103, {0, 1, 0x80, 2, 0x08}, false, nullptr},

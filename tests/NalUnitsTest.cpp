@@ -88,21 +88,28 @@ TEST(NalUnits, FastScanEqualsReference) {
 
 TEST(NalUnits, FindTakesTheFirstOfItsType) {
     const Bytes avc = {0, 0, 1, 0x68, 0xEE, 0, 0, 1, 0x67, 0x11, 0, 0, 0, 1, 0x27, 0x22};
-    const sp<android::ABuffer> sps = helper->FindNAL(avc.data(), avc.size(), 7, nullptr);
-    ASSERT_NE(sps, nullptr);
-    EXPECT_EQ(Bytes(sps->data(), sps->data() + sps->size()), (Bytes{0x67, 0x11}));
-    EXPECT_EQ(helper->FindNAL(avc.data(), avc.size(), 5, nullptr), nullptr);
-
-    const Bytes hevc = {0, 0, 1, 0x40, 1, 0, 0, 1, 0x42, 1, 7};  // VPS 32, SPS 33
-    size_t stopOffset = 4711;
-    const sp<android::ABuffer> found =
-            helper->FindHEVCNAL(hevc.data(), hevc.size(), 33, &stopOffset);
-    ASSERT_NE(found, nullptr);
-    EXPECT_EQ(found->size(), 3u);
-    EXPECT_EQ(stopOffset, 4711u);
-
-    const Bytes empty = {0, 0, 1};  // a unit without bytes counts as type 0
-    EXPECT_NE(helper->FindNAL(empty.data(), empty.size(), 0, nullptr), nullptr);
+    const Bytes hevc = {0, 0, 1, 0x40, 1, 0, 0, 1, 0x42, 1, 7, 0, 0, 1, 0x42, 2, 8};
+    const struct {
+        decltype(&MediaExtractorHelper::FindNAL) find;
+        Bytes stream;
+        unsigned type;
+        std::optional<Bytes> unit;
+    } cases[] = {
+            {&MediaExtractorHelper::FindNAL, avc, 7, Bytes{0x67, 0x11}},
+            {&MediaExtractorHelper::FindNAL, avc, 5, {}},
+            {&MediaExtractorHelper::FindNAL, {0, 0, 1}, 0, Bytes()},  // no bytes count as type 0
+            {&MediaExtractorHelper::FindHEVCNAL, hevc, 33, Bytes{0x42, 1, 7}},
+            {&MediaExtractorHelper::FindHEVCNAL, hevc, 2, {}},
+    };
+    for (const auto& c : cases) {
+        size_t stopOffset = 4711;
+        const auto found = (*helper.*c.find)(c.stream.data(), c.stream.size(), c.type, &stopOffset);
+        EXPECT_EQ(stopOffset, 4711u);
+        EXPECT_EQ(found != nullptr, c.unit.has_value()) << c.type;
+        if (found == nullptr || !c.unit) continue;
+        EXPECT_EQ(Bytes(found->data(), found->data() + found->size()), c.unit);
+        EXPECT_EQ(found->capacity(), found->size());
+    }
 }
 
 TEST(NalUnits, ExpGolomb) {

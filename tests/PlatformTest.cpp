@@ -4,6 +4,7 @@
 
 #include "platform/BitReader.h"
 #include "platform/CodecList.h"
+#include "platform/MetaData.h"
 #include "support/Platform.h"
 
 namespace {
@@ -24,6 +25,16 @@ TEST(Platform, FormatKeepsTypesApartAndReplaces) {
     EXPECT_EQ(format.buffer("Key"), std::nullopt);
 }
 
+TEST(Platform, MetaDataKeepTypesApartAndReplace) {
+    android::MetaDataBase meta;
+    EXPECT_FALSE(meta.setInt32(1, 2));
+    EXPECT_TRUE(meta.setInt64(1, 3));
+    int32_t old = 0;
+    int64_t value = 0;
+    EXPECT_FALSE(meta.findInt32(1, &old));
+    EXPECT_TRUE(meta.findInt64(1, &value) && value == 3);
+}
+
 TEST(Platform, BitReaderYieldsZerosPastTheEnd) {
     const Bytes data = {0xA5, 0xFF};
     android::ABitReader reader(data.data(), data.size());
@@ -36,18 +47,23 @@ TEST(Platform, BitReaderYieldsZerosPastTheEnd) {
 
 TEST(Platform, LastReferenceDeletes) {
     struct Counted : android::RefBase {
-        explicit Counted(int* alive) : mAlive(alive) { ++*mAlive; }
-        ~Counted() override { --*mAlive; }
-        int* mAlive;
+        explicit Counted(bool& alive) : mAlive(alive) { mAlive = true; }
+        ~Counted() override { mAlive = false; }
+        bool& mAlive;
     };
-    int alive = 0;
-    android::sp<Counted> first = new Counted(&alive);
+    bool alive = false;
+    android::sp<Counted> first = new Counted(alive);
     android::sp<android::RefBase> second = first;
     first = nullptr;
-    EXPECT_EQ(alive, 1);
+    EXPECT_TRUE(alive);
     second.clear();
-    EXPECT_EQ(alive, 0);
-    EXPECT_EQ(second, nullptr);
+    EXPECT_TRUE(!alive && second == nullptr);
+}
+
+TEST(Platform, MediaPlayerService) {
+    EXPECT_NE(android::mediaPlayerService(), nullptr);
+    const test::DeviceScope scope({.mediaServerAlive = false});
+    EXPECT_EQ(android::mediaPlayerService(), nullptr);
 }
 
 TEST(Platform, LogAndFatalTexts) {
@@ -59,7 +75,7 @@ TEST(Platform, LogAndFatalTexts) {
     __android_log_print(ANDROID_LOG_WARN, "T", "%s %d", longText.c_str(), 7);
     EXPECT_EQ(test::fatalText([] { __android_log_assert("condition", "T", nullptr); }),
               "condition");
-    host::setLogSink(former);
+    EXPECT_TRUE(host::setLogSink(former));  // gives the one of this test back
     EXPECT_EQ(lines, std::vector<std::string>{"5T" + longText + " 7"});
 }
 

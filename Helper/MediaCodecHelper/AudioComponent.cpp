@@ -1,11 +1,13 @@
 // Audio components that take published parameters.
 
 #include <algorithm>
+#include <array>
 
+#include "Helper/MediaCodecHelper/Component.h"
 #include "Helper/base/Log.h"
 #include "Helper/omx/ChannelMap.h"
+#include "Helper/omx/Fields.h"
 #include "Helper/omx/Parameters.h"
-#include "Helper/omx/Values.h"
 #include "zrcodecparser/MediaCodecHelper.h"
 #include "zrcodecparser/MetaKeys.h"
 
@@ -15,19 +17,13 @@ namespace {
 using omx::kInputPort;
 using omx::kOutputPort;
 
-constexpr status_t kDoesNotApply = -1;
-
-enum class PcmKey { kChannels, kSampleRate };
-using PcmValues = omx::Values<PcmKey, 2>;
-// clang-format off
-constexpr PcmValues::Keys kPcmKeys{{
-        {kZreKeyChannelCount, "CHECK(msg->findInt32(getMsgKey(kZreKeyChannelCount), &numChannels)) failed."},
-        {kZreKeySampleRate,   "CHECK(msg->findInt32(getMsgKey(kZreKeySampleRate), &sampleRate)) failed."},
-}};
-// clang-format on
+struct PcmValues {
+    omx::Value channels;
+    omx::Value sampleRate;
+};
 
 PcmValues readPcm(const AMessage& message) {
-    return {kPcmKeys, message};
+    return {omx::find(message, omx::kChannelCount), omx::find(message, omx::kSampleRate)};
 }
 
 void setCodingPcm(IOMXNode& node, uint32_t port) {
@@ -46,8 +42,8 @@ OMX_AUDIO_PARAM_PCMMODETYPE getPcmMode(IOMXNode& node, uint32_t port) {
 }
 
 status_t setPcm(const PcmValues& values, IOMXNode& node, uint32_t port) {
-    const int32_t channels = values.require(PcmKey::kChannels);
-    const int32_t sampleRate = values.require(PcmKey::kSampleRate);
+    const int32_t channels = omx::require(omx::kChannelCount, values.channels);
+    const int32_t sampleRate = omx::require(omx::kSampleRate, values.sampleRate);
     setCodingPcm(node, port);
 
     // eEndian stays as the component has it.
@@ -76,15 +72,11 @@ OMX_AUDIO_G726MODE g726Mode(int32_t bitRate) {
     }
 }
 
-std::optional<int32_t> readBitRate(const AMessage& message) {
-    int32_t bitRate = 0;
-    if (!message.findInt32(MediaCodecHelper::getMsgKey(kZreKeyBitRate), &bitRate)) {
-        return std::nullopt;
-    }
-    return bitRate;
+omx::Value readBitRate(const AMessage& message) {
+    return omx::find(message, kZreKeyBitRate);
 }
 
-status_t setG726(std::optional<int32_t> bitRate, IOMXNode& node) {
+status_t setG726(omx::Value bitRate, IOMXNode& node) {
     if (!bitRate) {
         ZR_LOGE(base::kCodecTag, "INVALID_OPERATION bitratemode %d", 0);
         return INVALID_OPERATION;
@@ -101,39 +93,42 @@ status_t setG726(std::optional<int32_t> bitRate, IOMXNode& node) {
     return omx::setParams(node, OMX_IndexParamAudioPcm, pcm);
 }
 
-// -1 leaves a value to the decoder.
-int32_t presentationValue(const AMessage& message, const char* key) {
-    int32_t value = -1;
-    message.findInt32(key, &value);
-    return value;
-}
+using AacPresentation = OMX_AUDIO_PARAM_ANDROID_AACPRESENTATIONTYPE;
+
+struct PresentationField {
+    const char* messageKey;
+    OMX_S32 AacPresentation::*field;
+};
+
+constexpr auto kPresentationFields = std::to_array<PresentationField>({
+        {"aac-max-output-channel_count", &AacPresentation::nMaxOutputChannels},
+        {"aac-drc-cut-level", &AacPresentation::nDrcCut},
+        {"aac-drc-boost-level", &AacPresentation::nDrcBoost},
+        {"aac-drc-heavy-compression", &AacPresentation::nHeavyCompression},
+        {"aac-target-ref-level", &AacPresentation::nTargetReferenceLevel},
+        {"aac-encoded-target-level", &AacPresentation::nEncodedTargetLevel},
+});
+
+constexpr int32_t kLeftToTheDecoder = -1;
 
 struct AacValues {
     PcmValues pcm;
     bool isAdif;
-    OMX_AUDIO_PARAM_ANDROID_AACPRESENTATIONTYPE presentation;
+    AacPresentation presentation;
 };
 
-// The presentation's size and version stay zero: this is how the platform's components know it.
+// The presentation's size and version are deliberately sent as zero.
 AacValues readAac(const AMessage& message) {
-    AacValues values{{kPcmKeys, message}, false, {}};
-    int32_t adif = 0;
-    const char* adifKey = MediaCodecHelper::getMsgKey(kZreKeyAACFormatADIF);
-    values.isAdif = message.findInt32(adifKey, &adif) && adif != 0;
-
-    auto& to = values.presentation;
-    to.nMaxOutputChannels = presentationValue(message, "aac-max-output-channel_count");
-    to.nDrcCut = presentationValue(message, "aac-drc-cut-level");
-    to.nDrcBoost = presentationValue(message, "aac-drc-boost-level");
-    to.nHeavyCompression = presentationValue(message, "aac-drc-heavy-compression");
-    to.nTargetReferenceLevel = presentationValue(message, "aac-target-ref-level");
-    to.nEncodedTargetLevel = presentationValue(message, "aac-encoded-target-level");
+    AacValues values{readPcm(message), false, {}};
+    values.isAdif = omx::find(message, kZreKeyAACFormatADIF).value_or(0) != 0;
+    for (const auto& [messageKey, field] : kPresentationFields) {
+        values.presentation.*field = omx::find(message, messageKey).value_or(kLeftToTheDecoder);
+    }
     return values;
 }
 
 status_t setAac(const AacValues& values, IOMXNode& node) {
-    const auto channels = values.pcm.find(PcmKey::kChannels);
-    const auto sampleRate = values.pcm.find(PcmKey::kSampleRate);
+    const auto& [channels, sampleRate] = values.pcm;
     if (!channels || !sampleRate) return INVALID_OPERATION;
     if (!values.isAdif) return kDoesNotApply;  // the platform sets up all others
     status_t err = setPcm(values.pcm, node, kOutputPort);
@@ -157,6 +152,9 @@ status_t setAac(const AacValues& values, IOMXNode& node) {
     return OK;
 }
 
+constexpr const char* kReconfigureOnEndpointChange = "omx.index.dolby.reconfig_on_endp_change";
+constexpr uint32_t kReconfigure = 1;
+
 }  // namespace
 
 status_t MediaCodecHelper::setRawAudioFormat(const sp<AMessage>& format, uint32_t portIndex,
@@ -166,7 +164,7 @@ status_t MediaCodecHelper::setRawAudioFormat(const sp<AMessage>& format, uint32_
 
 status_t MediaCodecHelper::setRawAudioFormat(const sp<MetaData>& format, uint32_t portIndex,
                                              const sp<IOMXNode>& node, bool encoder) {
-    return encoder ? kDoesNotApply : setPcm(omx::readFrom(format, readPcm), *node, portIndex);
+    return encoder ? kDoesNotApply : setPcm(readFrom(format, readPcm), *node, portIndex);
 }
 
 status_t MediaCodecHelper::getOMXChannelMapping(size_t channels, int map[]) {
@@ -193,7 +191,7 @@ status_t MediaCodecHelper::setG726Format(const sp<AMessage>& format, const sp<IO
 
 status_t MediaCodecHelper::setG726Format(const sp<MetaData>& format, const sp<IOMXNode>& node,
                                          bool encoder) {
-    return encoder ? kDoesNotApply : setG726(omx::readFrom(format, readBitRate), *node);
+    return encoder ? kDoesNotApply : setG726(readFrom(format, readBitRate), *node);
 }
 
 status_t MediaCodecHelper::setAACFormat(const sp<AMessage>& format, uint32_t,
@@ -203,7 +201,7 @@ status_t MediaCodecHelper::setAACFormat(const sp<AMessage>& format, uint32_t,
 
 status_t MediaCodecHelper::setAACFormat(const sp<MetaData>& format, uint32_t,
                                         const sp<IOMXNode>& node, bool encoder) {
-    return encoder ? kDoesNotApply : setAac(omx::readFrom(format, readAac), *node);
+    return encoder ? kDoesNotApply : setAac(readFrom(format, readAac), *node);
 }
 
 status_t MediaCodecHelper::setVOCodecFormat(const sp<AMessage>&, const char*, const sp<IOMXNode>&,
@@ -220,9 +218,9 @@ status_t MediaCodecHelper::setDolbyFormat(const sp<AMessage>&, uint32_t, const s
                                           bool encoder) {
     if (encoder) return kDoesNotApply;
     OMX_INDEXTYPE index{};
-    const status_t err = node->getExtensionIndex("omx.index.dolby.reconfig_on_endp_change", &index);
+    const status_t err = node->getExtensionIndex(kReconfigureOnEndpointChange, &index);
     if (err != OK) return err;
-    return omx::setParams(*node, index, uint32_t{1});
+    return omx::setParams(*node, index, kReconfigure);
 }
 
 }  // namespace android

@@ -1,11 +1,16 @@
-// Between the two stores in which a track is described to decoder glue.
+// The two stores in which a track is described to decoder glue, and the codec data in them.
 
 #include <array>
 #include <cstring>
+#include <optional>
+#include <span>
 
 #include "Helper/base/Check.h"
-#include "Helper/base/FourCC.h"
+#include "Helper/csd/HevcConfig.h"
 #include "Helper/vocabulary/MetaKeyTable.h"
+#include "platform/Buffer.h"
+#include "platform/Message.h"
+#include "platform/MetaData.h"
 #include "zrcodecparser/MediaCodecHelper.h"
 #include "zrcodecparser/MetaKeys.h"
 
@@ -13,25 +18,31 @@ namespace android {
 namespace {
 
 constexpr const char* kCodecDataKey = "csd-0";
-constexpr uint32_t kNoDataType = base::fourcc("none");
+constexpr int32_t kIsCodecData = 1;
 
-sp<ABuffer> copyOf(const void* data, size_t size) {
-    const sp<ABuffer> buffer = new ABuffer(size);
-    if (size != 0) std::memcpy(buffer->data(), data, size);
+std::optional<std::span<const uint8_t>> findBytes(const MetaDataBase& meta, uint32_t key) {
+    uint32_t type = 0;
+    const void* data = nullptr;
+    size_t size = 0;
+    if (!meta.findData(key, &type, &data, &size) || !isMetaData(type)) return std::nullopt;
+    return std::span(static_cast<const uint8_t*>(data), size);
+}
+
+sp<ABuffer> copyOf(std::span<const uint8_t> bytes) {
+    const sp<ABuffer> buffer = new ABuffer(bytes.size());
+    if (!bytes.empty()) std::memcpy(buffer->data(), bytes.data(), bytes.size());
     return buffer;
 }
 
 void copyData(const MetaDataBase& from, const MetaKeyRow& row, AMessage* to) {
-    uint32_t type = 0;
-    const void* data = nullptr;
-    size_t size = 0;
-    if (!from.findData(row.metaKey, &type, &data, &size)) return;
-    const sp<ABuffer> buffer = copyOf(data, size);
+    const auto bytes = findBytes(from, row.metaKey);
+    if (!bytes) return;
+    const sp<ABuffer> buffer = copyOf(*bytes);
     if (row.value == MetaValue::kData) {
         to->setBuffer(row.messageKey, buffer);
         return;
     }
-    buffer->meta()->setInt32("csd", 1);
+    buffer->meta()->setInt32("csd", kIsCodecData);
     buffer->meta()->setInt64("timeUs", 0);
     to->setBuffer(kCodecDataKey, buffer);
 }
@@ -73,7 +84,7 @@ void copyEntry(const AMessage& from, const MetaKeyRow& row, MetaDataBase* to) {
         case MetaValue::kData:
         case MetaValue::kCodecData:
             if (from.findBuffer(row.messageKey, &buffer) && buffer != nullptr) {
-                to->setData(row.metaKey, kNoDataType, buffer->data(), buffer->size());
+                to->setData(row.metaKey, kZreTypeNone, buffer->data(), buffer->size());
             }
             break;
     }
@@ -106,6 +117,7 @@ status_t MediaCodecHelper::ZRCodeConvertMetaDataToMessage(const sp<MetaData>& me
 
 status_t MediaCodecHelper::ZRCodeConvertMetaDataBaseToMessage(const MetaDataBase* meta,
                                                               sp<AMessage>* msg) {
+    if (*msg == nullptr) *msg = new AMessage;
     for (const MetaKeyRow& row : metaKeyRows()) copyEntry(*meta, row, msg->get());
     return OK;
 }
@@ -122,8 +134,11 @@ status_t MediaCodecHelper::ZRCodeConvertMessageToMetaData(const sp<AMessage>& ms
 status_t MediaCodecHelper::ZRgetCodecSpecificData(const sp<MetaData>& meta, const void*& data,
                                                   size_t& size) {
     for (const uint32_t key : kCodecDataKeys) {
-        uint32_t type = 0;
-        if (meta->findData(key, &type, &data, &size)) return OK;
+        if (const auto bytes = findBytes(*meta, key)) {
+            data = bytes->data();
+            size = bytes->size();
+            return OK;
+        }
     }
     return kNoCodecData;
 }
@@ -134,6 +149,19 @@ sp<ABuffer> MediaCodecHelper::ZRgetCodecSpecificData(const sp<AMessage>& msg) {
         if (msg->findBuffer(findMessageKey(key), &buffer)) break;
     }
     return buffer;
+}
+
+status_t MediaCodecHelper::parseHEVCCodecSpecificData(const sp<MetaData>& meta, const void* data,
+                                                      size_t size) {
+    csd::HevcParameterSetStream stream;
+    switch (stream.assign({static_cast<const uint8_t*>(data), size})) {
+        case csd::HevcRecordResult::kMalformed: return ERROR_MALFORMED;
+        case csd::HevcRecordResult::kEmpty: return kNoCodecData;
+        case csd::HevcRecordResult::kStream: break;
+    }
+    meta->setData(kZreKeyHEVCParameterSets, kZreTypeHEVCConfig, stream.bytes().data(),
+                  stream.bytes().size());
+    return OK;
 }
 
 }  // namespace android

@@ -2,16 +2,15 @@
 
 #include <string_view>
 
+#include "Helper/MediaCodecHelper/Component.h"
 #include "Helper/base/Log.h"
+#include "Helper/omx/Fields.h"
 #include "Helper/omx/Parameters.h"
-#include "Helper/omx/Values.h"
 #include "zrcodecparser/MediaCodecHelper.h"
 #include "zrcodecparser/MetaKeys.h"
 
 namespace android {
 namespace {
-
-constexpr status_t kDoesNotApply = -1;
 
 constexpr OMX_INDEXTYPE kIndexParamDivx = omx::vendorIndex(0x7F00000B);
 constexpr OMX_INDEXTYPE kIndexParamFramePacking = omx::vendorIndex(0x7F000002);
@@ -19,7 +18,11 @@ constexpr OMX_INDEXTYPE kIndexParamTimestampReorder = omx::vendorIndex(0x7F00001
 constexpr OMX_INDEXTYPE kIndexParamUserExtraData = omx::vendorIndex(0x7F000020);
 constexpr const char* kSyncFrameDecodingMode = "OMX.QCOM.index.param.video.SyncFrameDecodingMode";
 
+constexpr const char* kUserExtraDataKey = "enable-extradata-user";
+constexpr int32_t kRequested = 1;
+
 constexpr uint32_t kThumbnailFlag = 0x400;
+constexpr uint32_t kEnabled = 1;
 constexpr int32_t kDefaultDivxVersion = 1;
 
 constexpr int32_t kArbitraryBytes = 1;
@@ -30,13 +33,12 @@ int32_t divxFormatCode(int32_t version) {
 }
 
 int32_t readDivxVersion(const AMessage& message) {
-    int32_t version = 0;
-    if (!message.findInt32(MediaCodecHelper::getMsgKey(kZreKeyDivXVersion), &version)) {
-        version = kDefaultDivxVersion;
+    const auto version = omx::find(message, kZreKeyDivXVersion);
+    if (!version) {
         ZR_LOGW(base::kCodecTag, "Divx version key missing, initializing the version to %d",
-                version);
+                kDefaultDivxVersion);
     }
-    return version;
+    return version.value_or(kDefaultDivxVersion);
 }
 
 status_t setDivxVersion(int32_t version, IOMXNode& node) {
@@ -47,15 +49,14 @@ status_t setDivxVersion(int32_t version, IOMXNode& node) {
 }
 
 int32_t readFramePacking(const AMessage& message) {
-    int32_t arbitrary = 0;
-    message.findInt32(MediaCodecHelper::getMsgKey(kZreKeyUseArbitraryMode), &arbitrary);
+    const bool isArbitrary = omx::find(message, kZreKeyUseArbitraryMode).value_or(0) != 0;
     ZR_LOGI(base::kCodecTag, "%s",
-            arbitrary != 0 ? "Decoder will be in arbitrary mode"
-                           : "Decoder will be in frame by frame mode");
-    return arbitrary != 0 ? kArbitraryBytes : kOneCompleteFrame;
+            isArbitrary ? "Decoder will be in arbitrary mode"
+                        : "Decoder will be in frame by frame mode");
+    return isArbitrary ? kArbitraryBytes : kOneCompleteFrame;
 }
 
-// Size, version and port stay zero: so the decoders have always been sent it.
+// Size, version and port are deliberately sent as zero.
 void setFramePacking(int32_t packing, IOMXNode& node) {
     omx::ParameterImage<24> params;
     params.put32(20, packing);
@@ -66,7 +67,7 @@ void setFramePacking(int32_t packing, IOMXNode& node) {
 
 bool needsTimestampReordering(const AMessage& message, std::string_view componentName) {
     AString fileFormat;
-    message.findString(MediaCodecHelper::getMsgKey(kZreKeyFileFormat), &fileFormat);
+    message.findString(findMessageKey(kZreKeyFileFormat), &fileFormat);
     return componentName.starts_with("OMX.qcom.video.decoder.vc1") ||
            componentName.starts_with("OMX.qcom.video.decoder.mpeg4") ||
            std::string_view(fileFormat.c_str()).starts_with("video/avi");
@@ -76,7 +77,7 @@ void enableTimestampReordering(IOMXNode& node) {
     ZR_LOGI(base::kCodecTag, "Enabling timestamp reordering");
     omx::ParameterImage<16> params;
     params.putHeader(omx::kOutputPort);
-    params.put32(12, 1);
+    params.put32(12, kEnabled);
     if (params.set(node, kIndexParamTimestampReorder) != OK) {
         ZR_LOGW(base::kCodecTag, "Failed to enable timestamp reordering");
     }
@@ -85,7 +86,7 @@ void enableTimestampReordering(IOMXNode& node) {
 bool enableThumbnailMode(IOMXNode& node) {
     OMX_INDEXTYPE index{};
     if (node.getExtensionIndex(kSyncFrameDecodingMode, &index) != OK ||
-        omx::setParams(node, index, uint32_t{1}) != OK) {
+        omx::setParams(node, index, kEnabled) != OK) {
         ZR_LOGW(base::kCodecTag, "Failed to get extension for SYNCFRAMEDECODINGMODE");
         return false;
     }
@@ -95,7 +96,7 @@ bool enableThumbnailMode(IOMXNode& node) {
 
 void enableUserExtraData(IOMXNode& node, const char* componentName) {
     ZR_LOGI(base::kCodecTag, "[%s] User-extradata requested", componentName);
-    if (omx::setParams(node, kIndexParamUserExtraData, uint32_t{1}) != OK) {
+    if (omx::setParams(node, kIndexParamUserExtraData, kEnabled) != OK) {
         ZR_LOGW(base::kCodecTag, "[%s] Failed to enable user-extradata", componentName);
     }
 }
@@ -109,7 +110,7 @@ status_t MediaCodecHelper::setDivxFormat(const sp<AMessage>& format, const sp<IO
 
 status_t MediaCodecHelper::setDivxFormat(const sp<MetaData>& format, const sp<IOMXNode>& node,
                                          bool encoder) {
-    return encoder ? kDoesNotApply : setDivxVersion(omx::readFrom(format, readDivxVersion), *node);
+    return encoder ? kDoesNotApply : setDivxVersion(readFrom(format, readDivxVersion), *node);
 }
 
 void MediaCodecHelper::configureFramePackingFormat(const sp<AMessage>& format,
@@ -119,7 +120,7 @@ void MediaCodecHelper::configureFramePackingFormat(const sp<AMessage>& format,
 
 void MediaCodecHelper::configureFramePackingFormat(const sp<MetaData>& format,
                                                    const sp<IOMXNode>& node) {
-    setFramePacking(omx::readFrom(format, readFramePacking), *node);
+    setFramePacking(readFrom(format, readFramePacking), *node);
 }
 
 void MediaCodecHelper::configureQCOMVideoDecoder(const sp<AMessage>& format,
@@ -129,8 +130,7 @@ void MediaCodecHelper::configureQCOMVideoDecoder(const sp<AMessage>& format,
     configureFramePackingFormat(format, node);
     if (needsTimestampReordering(*format, componentName)) enableTimestampReordering(*node);
     if ((flags & kThumbnailFlag) != 0 && !enableThumbnailMode(*node)) return;
-    int32_t userExtraData = 0;
-    if (format->findInt32("enable-extradata-user", &userExtraData) && userExtraData == 1) {
+    if (omx::find(*format, kUserExtraDataKey) == kRequested) {
         enableUserExtraData(*node, componentName);
     }
 }

@@ -1,10 +1,11 @@
 // Codec data of audio tracks, and the elementary stream descriptors that MPEG-4 video shares.
 
 #include <algorithm>
-#include <array>
+#include <vector>
 
 #include "Helper/base/Checked.h"
 #include "Helper/base/Log.h"
+#include "Helper/base/Status.h"
 #include "Helper/csd/EsDescriptor.h"
 #include "Helper/csd/FlacStreamInfo.h"
 #include "Helper/csd/VorbisHeaders.h"
@@ -18,15 +19,18 @@ namespace {
 
 using csd::Bytes;
 
-constexpr status_t kFailed = -1;
+using base::kFailed;
 
 void setBuffer(AMediaFormat* format, const char* key, Bytes data) {
     AMediaFormat_setBuffer(format, key, data.data(), data.size());
 }
 
+// The data may be a buffer of the format, which ends with the first store under its key: here and
+// below, what is needed of them is taken before.
+
 void storeFlac(AMediaFormat* format, Bytes data) {
-    setBuffer(format, ZREAMEDIAFORMAT_KEY_FLACCOECSPECIFICDATA, data);
     const auto info = csd::parseFlacStreamInfo(data);
+    setBuffer(format, ZREAMEDIAFORMAT_KEY_FLACCOECSPECIFICDATA, data);
     if (!info) return;
     const auto set = [format](const char* key, uint32_t value) {
         AMediaFormat_setInt32(format, key, static_cast<int32_t>(value));
@@ -46,30 +50,38 @@ status_t storeWma(AMediaFormat* format, Bytes data, const csd::WmaLayout& layout
         ZR_LOGE(base::kExtractorTag, "ExtraData size(%zu) is incorrect", data.size());
         data = {};
     }
-    for (const csd::WmaField& field : layout.fields) {
-        AMediaFormat_setInt32(format, field.key, csd::wmaFieldValue(data, field));
+    for (const auto& [key, value] : csd::readWmaFields(data, layout)) {
+        AMediaFormat_setInt32(format, key, value);
     }
     return OK;
+}
+
+// The two bytes of an AudioSpecificConfig (ISO/IEC 14496-3 1.6.2.1), taken as they are.
+constexpr size_t kAacConfigSize = 2;
+
+std::vector<uint8_t> makeAacDescriptor(const uint8_t* config) {
+    return csd::makeEsDescriptor({config, kAacConfigSize}, csd::ObjectType::kAudio14496_3);
 }
 
 }  // namespace
 
 status_t MediaExtractorHelper::setAudioConfig(uint32_t codecType, const uint8_t* data, size_t* size,
                                               AMediaFormat* format) {
-    const Bytes input(data, *size);
     if (const csd::WmaLayout* layout = csd::wmaLayout(codecType)) {
-        return storeWma(format, input, *layout);
+        return storeWma(format, {data, *size}, *layout);
     }
     switch (codecType) {
         case kCodecTypeAac: return setESDS(data, size, format, true);
-        case kCodecTypeFlac: storeFlac(format, input); break;
+        case kCodecTypeFlac: storeFlac(format, {data, *size}); break;
         case kCodecTypeVorbis:
             if (setVorbisCodecSpecificData(data, size, format) < 0) {
                 ZR_LOGE(base::kExtractorTag, " fail to setting vorbis codec private data");
             }
             break;
-        case kCodecTypeAdpcm: setBuffer(format, ZREAMEDIAFORMAT_KEY_ADPCMWAVEFORMAT, input); break;
-        case kCodecTypeOpus: setBuffer(format, AMEDIAFORMAT_KEY_CSD_0, input); break;
+        case kCodecTypeAdpcm:
+            setBuffer(format, ZREAMEDIAFORMAT_KEY_ADPCMWAVEFORMAT, {data, *size});
+            break;
+        case kCodecTypeOpus: setBuffer(format, AMEDIAFORMAT_KEY_CSD_0, {data, *size}); break;
         default: break;
     }
     return OK;
@@ -83,13 +95,14 @@ status_t MediaExtractorHelper::setESDS(const uint8_t* data, size_t* size, AMedia
 }
 
 void MediaExtractorHelper::makeESDS(const uint8_t* data, size_t* size, uint8_t* out) {
-    csd::writeFixedEsDescriptor({data, *size}, out);
+    using enum csd::SizeFields;
+    std::ranges::copy(
+            csd::makeEsDescriptor({data, *size}, csd::ObjectType::kVisual14496_2, kOneByte), out);
 }
 
 bool MediaExtractorHelper::MakeAACCodecSpecificData(const uint8_t* config, size_t* outSize,
                                                     uint8_t* out) {
-    const auto descriptor = csd::makeAacEsDescriptor(
-            std::span<const uint8_t, csd::kAacConfigSize>(config, csd::kAacConfigSize));
+    const auto descriptor = makeAacDescriptor(config);
     std::ranges::copy(descriptor, out);
     *outSize = descriptor.size();
     return true;
@@ -97,9 +110,9 @@ bool MediaExtractorHelper::MakeAACCodecSpecificData(const uint8_t* config, size_
 
 status_t MediaExtractorHelper::setAACCodecSpecificData(const uint8_t* config, size_t* outSize,
                                                        AMediaFormat* format) {
-    std::array<uint8_t, csd::kAacEsDescriptorSize> descriptor;
-    MakeAACCodecSpecificData(config, outSize, descriptor.data());
+    const auto descriptor = makeAacDescriptor(config);
     setBuffer(format, AMEDIAFORMAT_KEY_CSD_0, descriptor);
+    *outSize = descriptor.size();
     return OK;
 }
 
@@ -108,17 +121,20 @@ size_t MediaExtractorHelper::bytesForSize(size_t value) {
 }
 
 void MediaExtractorHelper::storeSize(uint8_t* out, size_t& offset, size_t value) {
+    const size_t end = base::checkedAdd(offset, csd::expandableSizeBytes(value));
     csd::writeExpandableSize(out + offset, value);
-    offset = base::checkedAdd(offset, csd::expandableSizeBytes(value));
+    offset = end;
 }
 
 status_t MediaExtractorHelper::setVorbisCodecSpecificData(const uint8_t* data, size_t* size,
                                                           AMediaFormat* format) {
     const auto headers = csd::splitVorbisHeaders({data, *size});
     if (!headers) return ERROR_MALFORMED;
+    const bool typesAreRight = csd::hasVorbisHeaderTypes(*headers);
+    const std::vector<uint8_t> setup(headers->setup.begin(), headers->setup.end());
     setBuffer(format, AMEDIAFORMAT_KEY_CSD_0, headers->identification);
-    if (!csd::hasVorbisHeaderTypes(*headers)) return AMEDIA_ERROR_MALFORMED;
-    setBuffer(format, AMEDIAFORMAT_KEY_CSD_1, headers->setup);
+    if (!typesAreRight) return AMEDIA_ERROR_MALFORMED;
+    setBuffer(format, AMEDIAFORMAT_KEY_CSD_1, setup);
     return OK;
 }
 

@@ -1,6 +1,7 @@
 // Codec data of H.264 tracks.
 
 #include "Helper/base/Log.h"
+#include "Helper/base/Status.h"
 #include "Helper/csd/AvcConfig.h"
 #include "Helper/csd/AvcSps.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
@@ -8,7 +9,7 @@
 namespace android {
 namespace {
 
-constexpr status_t kFailed = -1;
+using base::kFailed;
 
 void readDimensions(csd::Bytes sps, int32_t* width, int32_t* height) {
     const csd::AvcSps fields = csd::parseAvcSps(sps);

@@ -15,13 +15,14 @@ status_t MediaExtractorHelper::ConvertEndian(MediaBufferHelper* buffer, int32_t 
     const size_t bytes = static_cast<size_t>(sampleBits) / 8;
     const size_t samples = range.length / bytes;
     if (sampleBits == 24) {
-        pcm::swap24(range.begin(), range.begin(), samples);
+        pcm::convert(pcm::Conversion::kSwap24, range.begin(), range.begin(), samples);
         return OK;
     }
     // Two bytes a sample, for 32 bits too.
     if (base::checkedSub(buffer->size(), range.offset) < 2 * samples) return ERROR_BUFFER_TOO_SMALL;
-    const auto swap = sampleBits == 16 ? pcm::swap16 : pcm::swap32;
-    swap(range.begin(), range.beginTimes(bytes), samples);
+    using enum pcm::Conversion;
+    pcm::convert(sampleBits == 16 ? kSwap16 : kSwap32, range.begin(), range.beginTimes(bytes),
+                 samples);
     return OK;
 }
 

@@ -2,13 +2,11 @@
 
 #include <utility>
 
+#include "Helper/MediaExtractorHelper/DecoderQuery.h"
 #include "Helper/base/Check.h"
-#include "Helper/base/Log.h"
 #include "Helper/vocabulary/CodecTable.h"
-#include "platform/CodecList.h"
 #include "platform/Features.h"
 #include "zrcodecparser/CodecType.h"
-#include "zrcodecparser/MediaDefs.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
 namespace android {
@@ -18,23 +16,6 @@ constexpr int32_t kNoMimeType = 0x7FFFFFFF;
 
 void storeMime(AMediaFormat* format, const char* mime) {
     AMediaFormat_setString(format, AMEDIAFORMAT_KEY_MIME, mime);
-}
-
-// Codes that no table knows count as video, those next to the audio codes too.
-const char* notSupportedMime(int32_t codecType) {
-    const bool isAudio = codecType >= kCodecTypeNoAudio && codecType <= kCodecTypeMpegHMhm1;
-    return isAudio ? ZRE_MEDIA_MIMETYPE_AUDIO_NOTSUPPORTED : ZRE_MEDIA_MIMETYPE_VIDEO_NOTSUPPORTED;
-}
-
-sp<IMediaCodecList> codecList() {
-    sp<IMediaCodecList> list = MediaCodecList::getInstance();
-    if (list == nullptr)
-        ZR_LOGE(base::kExtractorTag, "#### mediacodec list instance returned NULL");
-    return list;
-}
-
-ssize_t findDecoder(const sp<IMediaCodecList>& list, const char* mime) {
-    return list->findCodecByType(mime, /*encoder=*/false, /*startIndex=*/0);
 }
 
 // Takes the list over, so that nothing is held where the check ends the process.
@@ -74,19 +55,12 @@ int32_t MediaExtractorHelper::SupportCodecEx(int codecType, AMediaFormat* format
         storeMime(format, notSupportedMime(codecType));
         return 1;
     }
-    bool isSoftware = false;
-    if (row->alternative != nullptr && checkIsZRSWCodec(codecType, isSoftware) != 0) return 1;
-    if (!checkIsMediaserver()) {
-        ZR_LOGE(base::kExtractorTag, "#### mediaserver is not alive !!so return error");
-        return 1;
-    }
-    sp<IMediaCodecList> list = codecList();
-    if (list == nullptr) return 1;
+    DecoderAnswer answer = askForDecoder(*this, *row);
+    if (!answer.isKnown()) return 1;
 
-    const char* asked = row->asked(isSoftware);
-    const ssize_t index = findDecoder(list, asked);
-    if (index >= 0) {
-        checkCodecInfo(std::move(list), index);
+    const char* asked = answer.mime;
+    if (answer.hasDecoder()) {
+        checkCodecInfo(std::move(answer.list), answer.index);
     } else if (row->withoutDecoder == WithoutDecoder::kDivxAsMpeg4 && divxAlternativeIsOn()) {
         row = findCodecRow(kCodecTypeMpeg4);
         asked = row->primary;
@@ -96,39 +70,6 @@ int32_t MediaExtractorHelper::SupportCodecEx(int codecType, AMediaFormat* format
     }
     storeRow(format, *row, asked, useArbitraryMode);
     return 1;
-}
-
-int32_t MediaExtractorHelper::checkIsZRSWCodec(int codecType, bool& isSoftware) {
-    if (!checkIsMediaserver()) {
-        ZR_LOGE(base::kExtractorTag, "checkIsZRSWCodec - mediaserver is not alive! return error");
-        return -1;
-    }
-    const sp<IMediaCodecList> list = codecList();
-    if (list == nullptr) return -1;
-
-    const CodecRow* row = findCodecRow(codecType);
-    if (row == nullptr || row->alternative == nullptr) return 0;
-    if (findDecoder(list, row->alternative) >= 0) {
-        ZR_LOGI(base::kExtractorTag, "#### Succuss to find ZRSWCodec in mediaCodecList : %s",
-                row->alternative);
-        isSoftware = true;
-    }
-    return 0;
-}
-
-bool MediaExtractorHelper::checkIsMediaserver() {
-    const sp<IServiceManager> manager = defaultServiceManager();
-    const sp<IMediaPlayerService> service =
-            IMediaPlayerService::asInterface(manager->getService("media.player"));
-    if (service == nullptr) {
-        ZR_LOGE(base::kExtractorTag, "mediaserver die !!");
-        return false;
-    }
-    if (service->getCodecList() == nullptr) {
-        ZR_LOGE(base::kExtractorTag, "Can't get codec list");
-        return false;
-    }
-    return true;
 }
 
 int32_t MediaExtractorHelper::getCodecType(AMediaFormat* format) {

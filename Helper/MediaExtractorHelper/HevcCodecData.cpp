@@ -1,6 +1,7 @@
 // Codec data of H.265 tracks.
 
 #include "Helper/base/Log.h"
+#include "Helper/base/Status.h"
 #include "Helper/csd/HevcConfig.h"
 #include "Helper/csd/HevcSps.h"
 #include "zrcodecparser/MediaDefs.h"
@@ -9,7 +10,7 @@
 namespace android {
 namespace {
 
-constexpr status_t kFailed = -1;
+using base::kFailed;
 
 void readDimensions(csd::Bytes sps, int32_t* width, int32_t* height) {
     if (sps.size() == csd::kHevcNalHeaderSize) return;

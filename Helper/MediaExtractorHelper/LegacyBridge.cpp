@@ -4,10 +4,9 @@
 #include <algorithm>
 #include <array>
 
-#include "Helper/base/FourCC.h"
+#include "Helper/MediaExtractorHelper/DecoderQuery.h"
 #include "Helper/base/Log.h"
 #include "Helper/vocabulary/CodecTable.h"
-#include "platform/CodecList.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
 #include "zrcodecparser/MediaDefs.h"
@@ -16,15 +15,6 @@
 
 namespace android {
 namespace {
-
-using base::fourcc;
-
-constexpr uint32_t kKeyMime = fourcc("mime");
-constexpr uint32_t kKeyWidth = fourcc("widt");
-constexpr uint32_t kKeyHeight = fourcc("heig");
-constexpr uint32_t kKeyHvcc = fourcc("hvcc");
-constexpr uint32_t kKeyAlbumArt = fourcc("albA");
-constexpr uint32_t kTypeNone = fourcc("none");
 
 struct BridgeRow {
     int32_t code;
@@ -50,18 +40,8 @@ constexpr auto kBridgeRows = std::to_array<BridgeRow>({
         {kCodecTypeAc4, ZRE_MEDIA_MIMETYPE_AUDIO_AC4},
 });
 
-bool isAudio(int32_t codecType) {
-    return codecType >= kCodecTypeNoAudio && codecType <= kCodecTypeMpegHMhm1;
-}
-
 void storeNotSupported(MetaDataBase& meta, int32_t codecType) {
-    meta.setCString(kKeyMime, isAudio(codecType) ? ZRE_MEDIA_MIMETYPE_AUDIO_NOTSUPPORTED
-                                                 : ZRE_MEDIA_MIMETYPE_VIDEO_NOTSUPPORTED);
-}
-
-status_t failUnknown(MetaDataBase& meta, int32_t codecType) {
-    storeNotSupported(meta, codecType);
-    return UNKNOWN_ERROR;
+    meta.setCString(kZreKeyMime, notSupportedMime(codecType));
 }
 
 // These two are offered without a decoder: the player finds a way of its own.
@@ -75,7 +55,7 @@ void storeBridgeRow(MetaDataBase& meta, int32_t codecType) {
         storeNotSupported(meta, codecType);
         return;
     }
-    meta.setCString(kKeyMime, row->mime);
+    meta.setCString(kZreKeyMime, row->mime);
     if (codecType == kCodecTypeMpeg4) meta.setInt32(kZreKeyUseArbitraryMode, 0);
 }
 
@@ -86,17 +66,17 @@ struct TextRow {
 
 // clang-format off
 constexpr auto kTextRows = std::to_array<TextRow>({
-        {&AMEDIAFORMAT_KEY_ALBUM,              fourcc("albu")},
-        {&AMEDIAFORMAT_KEY_ARTIST,             fourcc("arti")},
-        {&AMEDIAFORMAT_KEY_ALBUMARTIST,        fourcc("aart")},
-        {&AMEDIAFORMAT_KEY_COMPOSER,           fourcc("comp")},
-        {&AMEDIAFORMAT_KEY_GENRE,              fourcc("genr")},
-        {&AMEDIAFORMAT_KEY_TITLE,              fourcc("titl")},
-        {&AMEDIAFORMAT_KEY_YEAR,               fourcc("year")},
-        {&AMEDIAFORMAT_KEY_AUTHOR,             fourcc("auth")},
-        {&AMEDIAFORMAT_KEY_CDTRACKNUMBER,      fourcc("cdtr")},
-        {&AMEDIAFORMAT_KEY_DISCNUMBER,         fourcc("dnum")},
-        {&AMEDIAFORMAT_KEY_COMPILATION,        fourcc("cpil")},
+        {&AMEDIAFORMAT_KEY_ALBUM,              kZreKeyAlbum},
+        {&AMEDIAFORMAT_KEY_ARTIST,             kZreKeyArtist},
+        {&AMEDIAFORMAT_KEY_ALBUMARTIST,        kZreKeyAlbumArtist},
+        {&AMEDIAFORMAT_KEY_COMPOSER,           kZreKeyComposer},
+        {&AMEDIAFORMAT_KEY_GENRE,              kZreKeyGenre},
+        {&AMEDIAFORMAT_KEY_TITLE,              kZreKeyTitle},
+        {&AMEDIAFORMAT_KEY_YEAR,               kZreKeyYear},
+        {&AMEDIAFORMAT_KEY_AUTHOR,             kZreKeyAuthor},
+        {&AMEDIAFORMAT_KEY_CDTRACKNUMBER,      kZreKeyCDTrackNumber},
+        {&AMEDIAFORMAT_KEY_DISCNUMBER,         kZreKeyDiscNumber},
+        {&AMEDIAFORMAT_KEY_COMPILATION,        kZreKeyCompilation},
         {&ZREAMEDIAFORMAT_KEY_UNSYNCEDLYRICS,  kZreKeyUnsyncedLyrics},
 });
 // clang-format on
@@ -141,23 +121,12 @@ int32_t MediaExtractorHelper::SupportCodecEx(int codecType, MetaDataBase& meta) 
         storeNotSupported(meta, codecType);
         return OK;
     }
-    bool isSoftware = false;
-    if (isAudio(codecType) && row->alternative != nullptr &&
-        checkIsZRSWCodec(codecType, isSoftware) != OK) {
-        return failUnknown(meta, codecType);
+    const DecoderAnswer answer = askForDecoder(*this, *row);
+    if (!answer.isKnown()) {
+        storeNotSupported(meta, codecType);
+        return UNKNOWN_ERROR;
     }
-    if (!checkIsMediaserver()) {
-        ZR_LOGE(base::kExtractorTag, "#### mediaserver is not alive !!so return error");
-        return failUnknown(meta, codecType);
-    }
-    const sp<IMediaCodecList> list = MediaCodecList::getInstance();
-    if (list == nullptr) {
-        ZR_LOGE(base::kExtractorTag, "#### mediacodec list instance returned NULL");
-        return failUnknown(meta, codecType);
-    }
-    const char* asked = row->asked(isSoftware);
-    if (list->findCodecByType(asked, /*encoder=*/false, /*startIndex=*/0) < 0 &&
-        needsDecoder(codecType)) {
+    if (!answer.hasDecoder() && needsDecoder(codecType)) {
         ZR_LOGW(base::kExtractorTag, "#### Can not find Codec... Unsupported codec!!!!!");
         storeNotSupported(meta, codecType);
         return OK;
@@ -168,10 +137,10 @@ int32_t MediaExtractorHelper::SupportCodecEx(int codecType, MetaDataBase& meta) 
 
 int32_t MediaExtractorHelper::convertZRAMediaFormatToMeta(AMediaFormat* format,
                                                           MetaDataBase* meta) {
-    copyText(format, AMEDIAFORMAT_KEY_MIME, meta, kKeyMime);
-    copyInt32(format, AMEDIAFORMAT_KEY_WIDTH, meta, kKeyWidth);
-    copyInt32(format, AMEDIAFORMAT_KEY_HEIGHT, meta, kKeyHeight);
-    copyBuffer(format, AMEDIAFORMAT_KEY_CSD_HEVC, meta, kKeyHvcc, kKeyHvcc);
+    copyText(format, AMEDIAFORMAT_KEY_MIME, meta, kZreKeyMime);
+    copyInt32(format, AMEDIAFORMAT_KEY_WIDTH, meta, kZreKeyWidth);
+    copyInt32(format, AMEDIAFORMAT_KEY_HEIGHT, meta, kZreKeyHeight);
+    copyBuffer(format, AMEDIAFORMAT_KEY_CSD_HEVC, meta, kZreKeyHEVCConfig, kZreTypeHEVCConfig);
     for (const TextRow& row : kTextRows) copyText(format, *row.formatKey, meta, row.metaKey);
 
     int32_t encodingType = 0;
@@ -183,7 +152,7 @@ int32_t MediaExtractorHelper::convertZRAMediaFormatToMeta(AMediaFormat* format,
     if (AMediaFormat_getInt32(format, ZREAMEDIAFORMAT_KEY_DSDSAMPLERATE, &dsdSampleRate)) {
         meta->setInt32(kZreKeyDSDSampleRate, encodingType);
     }
-    copyBuffer(format, AMEDIAFORMAT_KEY_ALBUMART, meta, kKeyAlbumArt, kTypeNone);
+    copyBuffer(format, AMEDIAFORMAT_KEY_ALBUMART, meta, kZreKeyAlbumArt, kZreTypeNone);
     return OK;
 }
 

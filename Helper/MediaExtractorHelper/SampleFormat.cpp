@@ -14,6 +14,8 @@ using base::checkedAdd;
 using base::checkedCast;
 using base::checkedMul;
 using base::checkedSub;
+using pcm::convert;
+using enum pcm::Conversion;
 
 status_t notSupported() {
     ZR_LOGE(base::kExtractorTag, "[helper] Conversion is not supported.");
@@ -37,18 +39,21 @@ size_t countOf8Bit(size_t samples) {
     return count > 0 ? static_cast<size_t>(count) : 0;
 }
 
+// The bytes are counted in 32 bits, too.
 size_t countOf24Packed(int32_t samples) {
-    return samples > 0 ? static_cast<size_t>(samples) : 0;
+    if (samples <= 0) return 0;
+    checkedMul(samples, 3);
+    return static_cast<size_t>(samples);
 }
 
-pcm::Converter* to24Packed(bool isFloat, bool bigEndian) {
-    if (isFloat) return bigEndian ? pcm::floatToBigInt24 : pcm::floatToInt24;
-    return bigEndian ? pcm::int32ToBigInt24 : pcm::int32ToInt24;
+pcm::Conversion to24Packed(bool isFloat, bool bigEndian) {
+    if (isFloat) return bigEndian ? kFloatToBigInt24 : kFloatToInt24;
+    return bigEndian ? kInt32ToBigInt24 : kInt32ToInt24;
 }
 
-// 0 stays 0, and any other number becomes 2^31: what is left of a scale that was applied upside
-// down, and kept.
+// Deliberately, 0 stays 0 and any other number becomes 2^31.
 void int32ToScaledFloat(const uint8_t* source, uint8_t* destination, size_t samples) {
+    checkedMul(samples, 4);
     for (size_t i = 0; i < samples; ++i) {
         int32_t word;
         std::memcpy(&word, source + 4 * i, sizeof(word));
@@ -102,13 +107,13 @@ status_t MediaExtractorHelper::ConvertXto16(const uint8_t* source, uint8_t* dest
     switch (sourceBits) {
         case 8:
             samples = countOf8Bit(samples);
-            (bigEndian ? pcm::signed8ToInt16 : pcm::unsigned8ToInt16)(source, destination, samples);
+            convert(bigEndian ? kSigned8ToInt16 : kUnsigned8ToInt16, source, destination, samples);
             return OK;
         case 16: return OK;
         case 24:
-            (bigEndian ? pcm::bigInt24ToInt16 : pcm::int24ToInt16)(source, destination, samples);
+            convert(bigEndian ? kBigInt24ToInt16 : kInt24ToInt16, source, destination, samples);
             return OK;
-        case 32: pcm::int32ToInt16(source, destination, samples); return OK;
+        case 32: convert(kInt32ToInt16, source, destination, samples); return OK;
         default: return notSupported();
     }
 }
@@ -121,22 +126,22 @@ status_t MediaExtractorHelper::ConvertXto24packed(MediaBufferHelper* buffer, int
     const auto samples = static_cast<int32_t>(static_cast<uint32_t>(range.length / 4));
     const size_t end = checkedAdd(range.offset, checkedCast<size_t>(checkedMul(samples, 3)));
     const uint8_t* source = range.beginTimes(4);
-    to24Packed(sourceIsFloat, bigEndian)(source, range.begin(), countOf24Packed(samples));
+    convert(to24Packed(sourceIsFloat, bigEndian), source, range.begin(), countOf24Packed(samples));
     buffer->set_range(range.offset, end);
     return OK;
 }
 
 status_t MediaExtractorHelper::ConvertXto24packed(const uint32_t* source, uint8_t* destination,
                                                   int32_t samples, bool bigEndian) {
-    to24Packed(false, bigEndian)(reinterpret_cast<const uint8_t*>(source), destination,
-                                 countOf24Packed(samples));
+    convert(to24Packed(false, bigEndian), reinterpret_cast<const uint8_t*>(source), destination,
+            countOf24Packed(samples));
     return OK;
 }
 
 status_t MediaExtractorHelper::ConvertXto24packed(const float* source, uint8_t* destination,
                                                   int32_t samples, bool bigEndian) {
-    to24Packed(true, bigEndian)(reinterpret_cast<const uint8_t*>(source), destination,
-                                countOf24Packed(samples));
+    convert(to24Packed(true, bigEndian), reinterpret_cast<const uint8_t*>(source), destination,
+            countOf24Packed(samples));
     return OK;
 }
 
@@ -145,21 +150,23 @@ status_t MediaExtractorHelper::ConvertXtoFloat(MediaBufferHelper* buffer, int32_
     if (sourceBits != 24 && sourceBits != 32) return notSupported();
     const SampleRange range(buffer);
     const size_t samples = range.length / (static_cast<size_t>(sourceBits) / 8);
+    if (sourceBits == 32 && bigEndian) {
+        if (checkedSub(buffer->size(), range.offset) < 2 * samples) return OK;
+    }
     const size_t end = checkedAdd(range.offset, checkedMul(samples, 4));
     uint8_t* const data = range.begin();
     if (sourceBits == 24) {
-        if (bigEndian) pcm::swap24(data, data, samples);
-        pcm::int24ToFloat(data, data, samples);
+        if (bigEndian) convert(kSwap24, data, data, samples);
+        convert(kInt24ToFloat, data, data, samples);
     } else if (!bigEndian) {
-        pcm::int32ToFloat(data, data, samples);
+        convert(kInt32ToFloat, data, data, samples);
     } else {
-        if (checkedSub(buffer->size(), range.offset) < 2 * samples) return OK;
         uint8_t* const reversed = range.beginTimes(4);
         if (reversed == data) {
-            pcm::bigInt32ToFloat(data, data, samples);
+            convert(kBigInt32ToFloat, data, data, samples);
         } else {
-            pcm::swap32(data, reversed, samples);
-            pcm::int32ToFloat(data, data, samples);
+            convert(kSwap32, data, reversed, samples);
+            convert(kInt32ToFloat, data, data, samples);
         }
     }
     buffer->set_range(range.offset, end);
@@ -169,8 +176,8 @@ status_t MediaExtractorHelper::ConvertXtoFloat(MediaBufferHelper* buffer, int32_
 status_t MediaExtractorHelper::ConvertXtoFloat(const uint8_t* source, uint8_t* destination,
                                                int32_t sourceBits, size_t samples, bool) {
     switch (sourceBits) {
-        case 24: pcm::int24ToFloat(source, destination, samples); return OK;
-        case 32: pcm::int32ToFloat(source, destination, samples); return OK;
+        case 24: convert(kInt24ToFloat, source, destination, samples); return OK;
+        case 32: convert(kInt32ToFloat, source, destination, samples); return OK;
         default: return notSupported();
     }
 }
@@ -197,7 +204,7 @@ status_t MediaExtractorHelper::ConvertXto32(const uint8_t* source, uint8_t* dest
                                             int32_t sourceBits, size_t samples, bool bigEndian) {
     switch (sourceBits) {
         case 24:
-            (bigEndian ? pcm::bigInt24ToInt32 : pcm::int24ToInt32)(source, destination, samples);
+            convert(bigEndian ? kBigInt24ToInt32 : kInt24ToInt32, source, destination, samples);
             return OK;
         case 32: int32ToScaledFloat(source, destination, samples); return OK;
         default: return notSupported();

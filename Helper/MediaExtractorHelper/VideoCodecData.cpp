@@ -1,9 +1,6 @@
 // Codec data of video tracks: which form each codec's takes, and the sequence header of VC-1 and
 // WMV.
 
-#include <algorithm>
-#include <array>
-
 #include "Helper/csd/Vc1Header.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
@@ -11,56 +8,31 @@
 #include "zrcodecparser/TrackInfo.h"
 
 namespace android {
-namespace {
-
-enum class ConfigForm { kNone, kEsds, kAvc, kVc1, kTheora, kHevc };
-
-struct ConfigRow {
-    uint32_t codecType;
-    ConfigForm form;
-};
-
-using enum ConfigForm;
-constexpr auto kConfigRows = std::to_array<ConfigRow>({
-        {kCodecTypeMpeg2, kEsds},
-        {kCodecTypeMpeg4, kEsds},
-        {kCodecTypeAvc, kAvc},
-        {kCodecTypeWmv, kVc1},
-        {kCodecTypeWmv7, kVc1},
-        {kCodecTypeWmv8, kVc1},
-        {kCodecTypeVc1Simple, kVc1},
-        {kCodecTypeVc1Main, kVc1},
-        {kCodecTypeVc1Advanced, kVc1},
-        {kCodecTypeMpeg1, kEsds},
-        {kCodecTypeXvid, kEsds},
-        {kCodecTypeTheora, kTheora},
-        {kCodecTypeDivx4, kEsds},
-        {kCodecTypeDivx5, kEsds},
-        {kCodecTypeDivx6, kEsds},
-        {kCodecTypeMpeg4Asp, kEsds},
-        {kCodecTypeHevc, kHevc},
-});
-
-ConfigForm configForm(uint32_t codecType) {
-    const auto row = std::ranges::find(kConfigRows, codecType, &ConfigRow::codecType);
-    return row == kConfigRows.end() ? kNone : row->form;
-}
-
-}  // namespace
 
 status_t MediaExtractorHelper::setVideoConfig(void* trackInfo, const uint8_t* data, size_t& size,
                                               AMediaFormat* format) {
-    switch (configForm(static_cast<const TrackInfo*>(trackInfo)->codecType)) {
-        case kNone: break;
-        case kEsds: setESDS(data, &size, format, false); break;
-        case kAvc: return setAVCCSeqHeader(data, size, trackInfo, format);
-        case kVc1: setVC1SeqHeader(data, &size, trackInfo, format); break;
-        case kTheora:
+    switch (static_cast<const TrackInfo*>(trackInfo)->codecType) {
+        case kCodecTypeMpeg1:
+        case kCodecTypeMpeg2:
+        case kCodecTypeMpeg4:
+        case kCodecTypeMpeg4Asp:
+        case kCodecTypeXvid:
+        case kCodecTypeDivx4:
+        case kCodecTypeDivx5:
+        case kCodecTypeDivx6: setESDS(data, &size, format, false); return OK;
+        case kCodecTypeAvc: return setAVCCSeqHeader(data, size, trackInfo, format);
+        case kCodecTypeHevc: return MakeHEVCCodecSpecificData(data, size, format);
+        case kCodecTypeWmv:
+        case kCodecTypeWmv7:
+        case kCodecTypeWmv8:
+        case kCodecTypeVc1Simple:
+        case kCodecTypeVc1Main:
+        case kCodecTypeVc1Advanced: return setVC1SeqHeader(data, &size, trackInfo, format);
+        case kCodecTypeTheora:
             AMediaFormat_setBuffer(format, ZREAMEDIAFORMAT_KEY_THEORASPECIFICDATA, data, size);
-            break;
-        case kHevc: return MakeHEVCCodecSpecificData(data, size, format);
+            return OK;
+        default: return OK;
     }
-    return OK;
 }
 
 status_t MediaExtractorHelper::setVC1SeqHeader(const void* data, size_t* size, void* trackInfo,

@@ -19,17 +19,12 @@ public:
     bool ok() const { return mOk; }
 
     // u(n), n <= 32
-    uint32_t u(unsigned count) {
-        if (count == 0) return 0;
-        if (mReady < count) refill();
-        const uint64_t bits = mWord >> (64 - count);
-        skip(count);
-        return static_cast<uint32_t>(bits);
-    }
+    uint32_t u(unsigned count) { return static_cast<uint32_t>(take(count)); }
 
     bool flag() { return u(1) != 0; }
 
     void skip(uint64_t count) {
+        // Some that are ready stay so. Else none does, nor may the word be shifted by 64.
         if (count < mReady) {
             mWord <<= count;
             mReady -= static_cast<unsigned>(count);
@@ -48,21 +43,33 @@ public:
     // ue(v), ITU-T H.264 clause 9.1, in unsigned 32-bit arithmetic. More than 32 leading zero bits
     // are no code number: they yield 0, and the first 33 of them are consumed.
     uint32_t ue() {
+        // What is ready may end before the code does.
         if (2 * leadingZeros() >= mReady) refill();
         const unsigned zeros = leadingZeros();
-        // Read in one go, a code is the code number plus one, in 2 * zeros + 1 bits.
-        if (2 * zeros < mReady) return u(2 * zeros + 1) - 1;
+        // All of it is ready: read in one go, it is the code number plus one, in 2 * zeros + 1
+        // bits.
+        if (2 * zeros < mReady) return static_cast<uint32_t>(take(2 * zeros + 1)) - 1;
         if (zeros > kMaxLeadingZeros) {
             skip(kMaxLeadingZeros + 1);
             return 0;
         }
         skip(zeros + 1);
-        const uint64_t suffix = u(zeros);
+        const uint64_t suffix = take(zeros);
         return static_cast<uint32_t>(suffix + (uint64_t{1} << zeros) - 1);
     }
 
 private:
     static constexpr unsigned kMaxLeadingZeros = 32;
+
+    // The next bits as a number: up to 64 of those that are ready, up to 57 in any case.
+    uint64_t take(unsigned count) {
+        if (count == 0) return 0;
+        // Not all of them are ready.
+        if (mReady < count) refill();
+        const uint64_t bits = mWord >> (64 - count);
+        skip(count);
+        return bits;
+    }
 
     unsigned leadingZeros() const { return static_cast<unsigned>(std::countl_zero(mWord)); }
 

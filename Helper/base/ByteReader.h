@@ -1,7 +1,9 @@
-// Numbers out of bytes at fixed offsets. Bytes past the end of the data read as zero.
+// Numbers out of bytes, at fixed offsets or one after the other. Bytes past the end of the data
+// read as zero.
 
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -29,6 +31,31 @@ inline uint32_t littleEndianAt(Bytes data, size_t offset, size_t count) {
     for (size_t i = count; i > 0; --i) value = (value << 8) | byteAt(data, offset + i - 1);
     return value;
 }
+
+// Reads fields in their order, numbers most significant byte first.
+class ByteReader {
+public:
+    explicit ByteReader(Bytes data) : mRest(data) {}
+
+    uint8_t u8() { return static_cast<uint8_t>(number(1)); }
+    uint16_t u16() { return static_cast<uint16_t>(number(2)); }
+
+    // A field of so many bytes: as many of them as are there.
+    Bytes bytes(size_t count) {
+        const Bytes field = mRest.first(std::min(count, mRest.size()));
+        mRest = mRest.subspan(field.size());
+        return field;
+    }
+
+private:
+    uint32_t number(size_t count) {
+        const uint32_t value = bigEndianAt(mRest, 0, count);
+        bytes(count);
+        return value;
+    }
+
+    Bytes mRest;
+};
 
 // Four or two bytes, most significant first. Require that they are there.
 inline uint32_t bigEndian32(const uint8_t* data) {

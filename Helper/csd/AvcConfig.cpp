@@ -37,10 +37,10 @@ std::optional<AvcParameterSets> splitAvcLengthPrefixed(Bytes data) {
     if (base::checkedSub(data.size(), 2 * kLengthSize) < spsSize) return std::nullopt;
     if (data[kLengthSize] != kSpsHeader) return std::nullopt;
 
-    const size_t ppsSize = base::bigEndianAt(data, kLengthSize + spsSize, kLengthSize);
-    const Bytes tail = data.subspan(kLengthSize + spsSize + kLengthSize);
-    return AvcParameterSets{data.subspan(kLengthSize, spsSize),
-                            tail.first(std::min(ppsSize, tail.size())), ppsSize};
+    base::ByteReader reader(data.subspan(kLengthSize));
+    const Bytes sps = reader.bytes(spsSize);
+    const size_t ppsSize = reader.u16();
+    return AvcParameterSets{sps, reader.bytes(ppsSize), ppsSize};
 }
 
 std::optional<std::vector<uint8_t>> makeAvcRecord(const AvcParameterSets& sets) {

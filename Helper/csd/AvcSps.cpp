@@ -13,7 +13,6 @@ using base::BitReader;
 using base::checkedAdd;
 using base::checkedCast;
 using base::checkedMul;
-using base::checkedSub;
 
 // The profiles whose chroma fields are read. 118 and 128 carry such fields as well; they are left
 // out on purpose.
@@ -114,10 +113,7 @@ PictureSize croppedSize(const AvcSps& sps, PictureSize coded) {
             checkedMul(checkedAdd(sps.frame_crop_left_offset, sps.frame_crop_right_offset), unitX);
     const uint32_t cropY =
             checkedMul(checkedAdd(sps.frame_crop_top_offset, sps.frame_crop_bottom_offset), unitY);
-    const auto width = static_cast<uint32_t>(coded.width);
-    const auto height = static_cast<uint32_t>(coded.height);
-    return {static_cast<int32_t>(checkedSub(width, cropX)),
-            static_cast<int32_t>(checkedSub(height, cropY))};
+    return coded.without(cropX, cropY);
 }
 
 }  // namespace android::csd

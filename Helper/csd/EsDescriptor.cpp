@@ -1,7 +1,5 @@
 #include "Helper/csd/EsDescriptor.h"
 
-#include <algorithm>
-
 #include "Helper/base/ByteWriter.h"
 #include "Helper/base/Checked.h"
 
@@ -18,9 +16,15 @@ constexpr size_t kEsFields = 3;              // ES_ID, flags
 constexpr size_t kDecoderConfigFields = 13;  // objectTypeIndication to avgBitrate
 constexpr size_t kDecoderConfigZeros = 12;   // of these, all after objectTypeIndication
 constexpr size_t kTagSize = 1;
+constexpr size_t kMaxSizeBytes = 4;
 
-void expandable(base::ByteWriter& writer, size_t value) {
-    uint8_t field[4];
+size_t sizeFieldBytes(SizeFields fields, size_t value) {
+    return fields == SizeFields::kOneByte ? 1 : expandableSizeBytes(value);
+}
+
+void writeSizeField(base::ByteWriter& writer, SizeFields fields, size_t value) {
+    if (fields == SizeFields::kOneByte) return writer.u8(static_cast<uint8_t>(value));
+    uint8_t field[kMaxSizeBytes];
     writeExpandableSize(field, value);
     writer.bytes(Bytes(field, expandableSizeBytes(value)));
 }
@@ -31,7 +35,7 @@ size_t expandableSizeBytes(size_t value) {
     if (value < 1u << 7) return 1;
     if (value < 1u << 14) return 2;
     if (value < 1u << 21) return 3;
-    return 4;
+    return kMaxSizeBytes;
 }
 
 void writeExpandableSize(uint8_t* out, size_t value) {
@@ -43,74 +47,32 @@ void writeExpandableSize(uint8_t* out, size_t value) {
     }
 }
 
-std::vector<uint8_t> makeEsDescriptor(Bytes decoderSpecificInfo, ObjectType objectType) {
-    using base::checkedAdd;
+std::vector<uint8_t> makeEsDescriptor(Bytes decoderSpecificInfo, ObjectType objectType,
+                                      SizeFields sizeFields) {
+    // A descriptor of this many bytes behind its size field, with that field and its tag.
+    const auto withHead = [sizeFields](size_t size) {
+        return base::checkedAdd(size, kTagSize + sizeFieldBytes(sizeFields, size));
+    };
     const size_t infoSize = decoderSpecificInfo.size();
-    const size_t configSize = checkedAdd(checkedAdd(infoSize, expandableSizeBytes(infoSize)),
-                                         kDecoderConfigFields + kTagSize);
-    const size_t esSize = checkedAdd(checkedAdd(configSize, expandableSizeBytes(configSize)),
-                                     kEsFields + kTagSize);
-    const size_t total = checkedAdd(checkedAdd(esSize, expandableSizeBytes(esSize)), kTagSize);
+    const size_t configSize = base::checkedAdd(withHead(infoSize), kDecoderConfigFields);
+    const size_t esSize = base::checkedAdd(withHead(configSize), kEsFields);
 
-    base::ByteWriter writer(total);
-    writer.u8(kEsDescrTag);
-    expandable(writer, esSize);
+    base::ByteWriter writer(withHead(esSize));
+    const auto head = [&writer, sizeFields](uint8_t tag, size_t size) {
+        writer.u8(tag);
+        writeSizeField(writer, sizeFields, size);
+    };
+    head(kEsDescrTag, esSize);
     writer.u16(0);  // ES_ID
     writer.u8(0);   // streamDependenceFlag, URL_Flag, OCRstreamFlag, streamPriority
 
-    writer.u8(kDecoderConfigDescrTag);
-    expandable(writer, configSize);
+    head(kDecoderConfigDescrTag, configSize);
     writer.u8(static_cast<uint8_t>(objectType));  // objectTypeIndication
     writer.zeros(kDecoderConfigZeros);  // streamType, bufferSizeDB, maxBitrate, avgBitrate
 
-    writer.u8(kDecSpecificInfoTag);
-    expandable(writer, infoSize);
+    head(kDecSpecificInfoTag, infoSize);
     writer.bytes(decoderSpecificInfo);
     return writer.take();
-}
-
-void writeFixedEsDescriptor(Bytes decoderSpecificInfo, uint8_t* out) {
-    const size_t infoSize = decoderSpecificInfo.size();
-    *out++ = kEsDescrTag;
-    *out++ = static_cast<uint8_t>(infoSize + 20);
-    out = std::fill_n(out, kEsFields, uint8_t{0});
-    *out++ = kDecoderConfigDescrTag;
-    *out++ = static_cast<uint8_t>(infoSize + 15);
-    *out++ = static_cast<uint8_t>(ObjectType::kVisual14496_2);
-    out = std::fill_n(out, kDecoderConfigZeros, uint8_t{0});
-    *out++ = kDecSpecificInfoTag;
-    *out++ = static_cast<uint8_t>(infoSize);
-    std::ranges::copy(decoderSpecificInfo, out);
-}
-
-std::array<uint8_t, kAacEsDescriptorSize> makeAacEsDescriptor(
-        std::span<const uint8_t, kAacConfigSize> audioSpecificConfig) {
-    return {
-            kEsDescrTag,
-            22,
-            0,
-            0,  // ES_ID
-            0,  // flags
-            kDecoderConfigDescrTag,
-            17,
-            static_cast<uint8_t>(ObjectType::kAudio14496_3),
-            0,  // streamType
-            0,
-            0,
-            0,  // bufferSizeDB
-            0,
-            0,
-            0,
-            0,  // maxBitrate
-            0,
-            0,
-            0,
-            0,  // avgBitrate
-            kDecSpecificInfoTag,
-            kAacConfigSize,
-            audioSpecificConfig[0],
-            audioSpecificConfig[1],
-    };
 }
 
 }  // namespace android::csd

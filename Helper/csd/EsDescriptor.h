@@ -1,10 +1,8 @@
 // Elementary stream descriptors (ISO/IEC 14496-1 7.2.6.5, box esds) around decoder-specific data.
-// None of them carries an SLConfigDescriptor, and streamType stays zero: readers on the device look
-// at the object type and the decoder-specific data only.
+// There is no SLConfigDescriptor, and streamType stays zero, which is meant.
 
 #pragma once
 
-#include <array>
 #include <vector>
 
 #include "Helper/base/ByteReader.h"
@@ -24,19 +22,14 @@ enum class ObjectType : uint8_t {
 size_t expandableSizeBytes(size_t value);
 void writeExpandableSize(uint8_t* out, size_t value);
 
-// The descriptor with expandable sizes throughout.
-std::vector<uint8_t> makeEsDescriptor(Bytes decoderSpecificInfo, ObjectType objectType);
+// How the sizes in a descriptor are written.
+enum class SizeFields {
+    kExpandable,
+    kOneByte,  // whatever the size: its low 8 bits
+};
 
-// The MPEG-4 Visual descriptor with one-byte sizes whatever the data: each keeps its low 8 bits.
-// Writes data.size() + kFixedEsDescriptorOverhead bytes.
-inline constexpr size_t kFixedEsDescriptorOverhead = 22;
-void writeFixedEsDescriptor(Bytes decoderSpecificInfo, uint8_t* out);
-
-// The descriptor of an AAC stream for the two bytes of its AudioSpecificConfig (ISO/IEC 14496-3
-// 1.6.2.1), which are taken as they are.
-inline constexpr size_t kAacConfigSize = 2;
-inline constexpr size_t kAacEsDescriptorSize = 24;
-std::array<uint8_t, kAacEsDescriptorSize> makeAacEsDescriptor(
-        std::span<const uint8_t, kAacConfigSize> audioSpecificConfig);
+// The descriptor. With sizes of one byte it has 22 bytes more than the decoder-specific data.
+std::vector<uint8_t> makeEsDescriptor(Bytes decoderSpecificInfo, ObjectType objectType,
+                                      SizeFields sizeFields = SizeFields::kExpandable);
 
 }  // namespace android::csd

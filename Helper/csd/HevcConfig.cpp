@@ -14,7 +14,8 @@ constexpr uint8_t kNalSps = 33;
 constexpr uint8_t kNalPps = 34;
 
 constexpr size_t kRecordHeaderSize = 23;
-constexpr size_t kArrayHeaderSize = 5;  // with the length of the one unit in it
+constexpr size_t kRecordLengthSize = 21;  // constantFrameRate to lengthSizeMinusOne
+constexpr size_t kArrayHeaderSize = 5;    // with the length of the one unit in it
 constexpr uint8_t kConfigurationVersion = 1;
 
 // What the record copies out of the SPS: general_profile_space to general_level_idc.
@@ -79,22 +80,17 @@ HevcRecordResult HevcParameterSetStream::assign(Bytes record) {
     if (record.size() < kRecordHeaderSize || record[0] != kConfigurationVersion) {
         return HevcRecordResult::kMalformed;
     }
-    const Bytes prefix = prefixOf((record[21] & 3u) + 1);
-    const unsigned numOfArrays = record[22];
-    size_t at = kRecordHeaderSize;
-    for (unsigned array = 0; array < numOfArrays; ++array) {
-        const unsigned nalType = base::byteAt(record, at) & 0x3Fu;
-        const uint32_t numNalus = base::bigEndianAt(record, at + 1, 2);
-        at += 3;
-        for (uint32_t i = 0; i < numNalus; ++i) {
-            const size_t unitSize = base::bigEndianAt(record, at, 2);
-            at += 2;
-            const Bytes rest = record.subspan(std::min(at, record.size()));
-            at += unitSize;
+    base::ByteReader reader(record.subspan(kRecordLengthSize));
+    const Bytes prefix = prefixOf((reader.u8() & 3u) + 1);  // …, lengthSizeMinusOne
+    const unsigned numOfArrays = reader.u8();
+    for (unsigned j = 0; j < numOfArrays; ++j) {
+        const unsigned nalType = reader.u8() & 0x3Fu;  // array_completeness, NAL_unit_type
+        const unsigned numNalus = reader.u16();
+        for (unsigned i = 0; i < numNalus; ++i) {
+            const size_t nalUnitLength = reader.u16();
+            const Bytes nalUnit = reader.bytes(nalUnitLength);
             if (nalType < kNalVps || nalType > kNalPps) continue;
-            if (!append(prefix, rest.first(std::min(unitSize, rest.size())), unitSize)) {
-                return HevcRecordResult::kMalformed;
-            }
+            if (!append(prefix, nalUnit, nalUnitLength)) return HevcRecordResult::kMalformed;
         }
     }
     return mSize == 0 ? HevcRecordResult::kEmpty : HevcRecordResult::kStream;

@@ -11,7 +11,6 @@ namespace {
 using base::BitReader;
 using base::checkedAdd;
 using base::checkedCast;
-using base::checkedSub;
 
 // The fields read end within 165 bytes: 13 before the sub-layers, 2 + 7 * 12 for these, and eight
 // ue(v) of at most 65 bits. What lies behind does not matter.
@@ -91,8 +90,7 @@ PictureSize codedSize(const HevcSps& sps) {
 PictureSize croppedSize(const HevcSps& sps, PictureSize coded) {
     const uint32_t cropX = checkedAdd(sps.conf_win_left_offset, sps.conf_win_right_offset);
     const uint32_t cropY = checkedAdd(sps.conf_win_top_offset, sps.conf_win_bottom_offset);
-    return {static_cast<int32_t>(checkedSub(static_cast<uint32_t>(coded.width), cropX)),
-            static_cast<int32_t>(checkedSub(static_cast<uint32_t>(coded.height), cropY))};
+    return coded.without(cropX, cropY);
 }
 
 }  // namespace android::csd

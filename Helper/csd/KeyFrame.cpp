@@ -5,8 +5,6 @@
 namespace android::csd {
 namespace {
 
-constexpr size_t kStartCodeSize = 3;
-
 // Moves the data on behind the next start code that has at least two bytes behind it.
 bool takeStartCode(Bytes& data) {
     const Bytes found = data.subspan(findStartCode(data));

@@ -4,6 +4,12 @@
 #include <bit>
 #include <cstring>
 
+#if defined(__x86_64__)
+#include <emmintrin.h>
+#elif defined(__aarch64__)
+#include <arm_neon.h>
+#endif
+
 namespace android::csd {
 namespace {
 
@@ -38,9 +44,27 @@ Vector lanewiseMin(Vector left, Vector right) {
     return left < right ? left : right;
 }
 
-Vector lanewiseMax(Vector left, Vector right) {
-    return left > right ? left : right;
+// As many bits for each lane as the processor gathers best, the first lane's lowest: ones where the
+// lane is true.
+#if defined(__x86_64__)
+constexpr size_t kLaneBits = 1;
+uint64_t lanes(auto truth) {
+    return static_cast<unsigned>(_mm_movemask_epi8(std::bit_cast<__m128i>(truth)));
 }
+#elif defined(__aarch64__)
+constexpr size_t kLaneBits = 4;
+uint64_t lanes(auto truth) {
+    const uint8x8_t bits = vshrn_n_u16(std::bit_cast<uint16x8_t>(truth), 4);
+    return vget_lane_u64(vreinterpret_u64_u8(bits), 0);
+}
+#else
+constexpr size_t kLaneBits = 1;
+uint64_t lanes(auto truth) {
+    uint64_t bits = 0;
+    for (size_t i = 0; i < kLane; ++i) bits |= uint64_t{truth[i] != 0} << i;
+    return bits;
+}
+#endif
 
 // Of the bytes of a start code two stand together at an even offset: 00 00, or 00 01. False means
 // that no such pair lies in the block; true is a guess, as the minima mix the block's vectors.
@@ -51,29 +75,15 @@ bool mayHoldStartCode(const uint8_t* block) {
     return (hits[0] | hits[1]) != 0;
 }
 
-uint8_t largestLane(Vector vector) {
-    auto words = std::bit_cast<Words>(vector);
-    words = std::bit_cast<Words>(lanewiseMax(vector, std::bit_cast<Vector>(Words{words[1], 0})));
-    for (const int shift : {32, 16, 8}) {
-        words = std::bit_cast<Words>(
-                lanewiseMax(std::bit_cast<Vector>(words), std::bit_cast<Vector>(words >> shift)));
-    }
-    return static_cast<uint8_t>(words[0]);
-}
-
-// The offset of the first start code that begins in so many vectors, or their size. Every lane that
-// begins one votes with what is left from there on, so the largest vote is the first one's.
+// The offset of the first start code that begins in so many vectors, or their size.
 template <size_t kCount>
 size_t placeStartCode(const uint8_t* block) {
-    constexpr Vector kCountdown{16, 15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1};
-    Vector votes{};
-    for (size_t i = 0; i < kCount; ++i) {
-        const uint8_t* at = block + i * kLane;
-        const Vector isStart = (load(at) | load(at + 1) | (load(at + 2) ^ 1)) == 0;
-        const auto behind = static_cast<uint8_t>((kCount - i - 1) * kLane);
-        votes = lanewiseMax(votes, isStart & (kCountdown + behind));
+    for (size_t offset = 0; offset < kCount * kLane; offset += kLane) {
+        const uint8_t* at = block + offset;
+        const uint64_t starts = lanes((load(at) | load(at + 1) | (load(at + 2) ^ 1)) == 0);
+        if (starts != 0) return offset + static_cast<size_t>(std::countr_zero(starts)) / kLaneBits;
     }
-    return kCount * kLane - largestLane(votes);
+    return kCount * kLane;
 }
 
 }  // namespace
@@ -115,7 +125,7 @@ NalStep nextNalUnit(Bytes stream, bool atEndOfStream) {
     while (unitSize > 1 && body[unitSize - 1] == 0) --unitSize;
     // A start code with no more than one byte after it ends the walk: that last unit is
     // deliberately never delivered.
-    const bool isLast = body.size() - next <= 4;
+    const bool isLast = body.size() - next <= kStartCodeSize + 1;
     return {NalWalk::kFound, body.first(unitSize), isLast ? Bytes() : body.subspan(next)};
 }
 

@@ -12,6 +12,9 @@ namespace android::csd {
 
 using base::Bytes;
 
+// 00 00 01; the zeros that may stand before it belong to no unit.
+inline constexpr size_t kStartCodeSize = 3;
+
 // The offset of the first 00 00 01 in the data, or data.size() when there is none.
 size_t findStartCode(Bytes data);
 

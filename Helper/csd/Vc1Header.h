@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "Helper/base/ByteReader.h"
-#include "Helper/csd/PictureSize.h"
 
 namespace android::csd {
 

@@ -55,8 +55,12 @@ const WmaLayout* wmaLayout(uint32_t codecType) {
     return &kLayouts[codecType - kCodecTypeWmaV1];
 }
 
-int32_t wmaFieldValue(base::Bytes data, const WmaField& field) {
-    return static_cast<int32_t>(base::littleEndianAt(data, field.offset, field.size));
+std::vector<WmaValue> readWmaFields(base::Bytes data, const WmaLayout& layout) {
+    std::vector<WmaValue> values;
+    for (const auto& [key, offset, size] : layout.fields) {
+        values.push_back({key, static_cast<int32_t>(base::littleEndianAt(data, offset, size))});
+    }
+    return values;
 }
 
 }  // namespace android::csd

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <span>
+#include <vector>
 
 #include "Helper/base/ByteReader.h"
 
@@ -24,7 +25,12 @@ struct WmaLayout {
 // Null for a code that is none of kCodecTypeWmaV1 to kCodecTypeWmaVoice.
 const WmaLayout* wmaLayout(uint32_t codecType);
 
-// The value that goes under field.key. Bytes past the end of the data are zero.
-int32_t wmaFieldValue(base::Bytes data, const WmaField& field);
+struct WmaValue {
+    const char* key;
+    int32_t value;
+};
+
+// The values of a layout's fields, in its order. Bytes past the end of the data are zero.
+std::vector<WmaValue> readWmaFields(base::Bytes data, const WmaLayout& layout);
 
 }  // namespace android::csd

@@ -50,8 +50,13 @@ inline void checkOk(status_t err, const char* operands = "err,(status_t)0") {
 template <size_t kSize>
 class ParameterImage {
 public:
+    // The low bytes of the value, as many as the field is wide.
+    void put(size_t offset, int64_t value, size_t width) {
+        for (size_t i = 0; i < width; ++i) {
+            mBytes[offset + i] = static_cast<uint8_t>(value >> (8 * i) & 0xFF);
+        }
+    }
     void put32(size_t offset, int64_t value) { put(offset, value, 4); }
-    void put16(size_t offset, int64_t value) { put(offset, value, 2); }
 
     // The size, version 1.0.0.0 and port, where every structure has them.
     void putHeader(uint32_t port) {
@@ -66,12 +71,6 @@ public:
     }
 
 private:
-    void put(size_t offset, int64_t value, size_t size) {
-        for (size_t i = 0; i < size; ++i) {
-            mBytes[offset + i] = static_cast<uint8_t>(value >> (8 * i) & 0xFF);
-        }
-    }
-
     std::array<uint8_t, kSize> mBytes{};
 };
 

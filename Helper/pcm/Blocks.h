@@ -1,6 +1,6 @@
-// Defines convertBlocks for ZR_PCM_ISA. Included by the files that are compiled for that one
-// instruction set. They call no function that other files have as well: the linker could choose the
-// copy that only some machines can run.
+// Defines the converters of blocks for ZR_PCM_ISA. Included by the files that are compiled for that
+// one instruction set. They call no function that other files have as well: the linker could choose
+// the copy that only some machines can run.
 
 #pragma once
 
@@ -20,14 +20,14 @@ struct Mask {
 };
 
 // A lane takes 16 samples from as many vectors as an old one has bytes to as many as a new one has.
-template <typename Conversion>
+template <Conversion kName>
 struct Masks {
-    static constexpr size_t kFrom = Conversion::kFrom, kTo = Conversion::kTo;
+    static constexpr size_t kFrom = kRow<kName>.from, kTo = kRow<kName>.to;
     Mask ofNewFromOld[kTo][kFrom];
 
     constexpr Masks() {
         for (size_t at = 0; at < 16 * kTo; ++at) {
-            const int origin = Conversion::kOrigin[at % kTo];
+            const int origin = kRow<kName>.origin[at % kTo];
             if (origin == kZero) continue;
             const size_t old = at / kTo * kFrom + static_cast<size_t>(origin);
             Mask& mask = ofNewFromOld[at / 16][old / 16];
@@ -37,60 +37,68 @@ struct Masks {
     }
 };
 
-template <typename Conversion>
-constexpr Masks<Conversion> kMasks;
+template <Conversion kName>
+constexpr Masks<kName> kMasks;
 
 template <typename Vec, Step kStep>
 ZR_PCM_INLINE auto applyToAll(typename Vec::Vector numbers) {
     if constexpr (kStep == Step::kFlipSign8) return Vec::flipSign8(numbers);
-    if constexpr (kStep == Step::kFloatToInt24) return Vec::int24FromFloat(numbers);
-    if constexpr (kStep == Step::kInt32ToFloat) return Vec::floatFromInt32(numbers);
+    if constexpr (kStep == Step::kToInt24) return Vec::int24FromFloat(numbers);
+    if constexpr (kStep == Step::kToFloat) return Vec::floatFromInt32(numbers);
     if constexpr (kStep == Step::kNone) return numbers;
 }
 
 // Reads all of the block before it writes any.
-template <typename Vec, typename Conversion>
+template <Isa kIsa, Conversion kName>
 ZR_PCM_INLINE void convertBlock(const uint8_t* from, uint8_t* to) {
-    constexpr size_t kFrom = Conversion::kFrom, kTo = Conversion::kTo;
+    using Vec = Vectors<kIsa>;
+    using Vector = typename Vec::Vector;
+    constexpr size_t kFrom = kRow<kName>.from, kTo = kRow<kName>.to, kBytes = sizeof(Vector);
     // Whether the lanes of a vector are neighbours in memory, or else those of 16 samples.
-    constexpr size_t kBytes = sizeof(typename Vec::Vector);
     constexpr bool kWhole = kBytes == 16 || (kFrom == kTo && 16 % kFrom == 0);
+    // As many samples as a vector has bytes, once or several times.
+    constexpr size_t kGroups = kBlockSamples<kIsa> / kBytes;
 
-    typename Vec::Vector old[kFrom], made[kTo], picked;
-#pragma GCC unroll 4
-    for (size_t i = 0; i < kFrom; ++i) {
+    constexpr size_t kOld = kGroups * kFrom, kMade = kGroups * kTo;
+
+    Vector old[kOld], made[kMade], picked;
+#pragma GCC unroll 8
+    for (size_t i = 0; i < kOld; ++i) {
         if constexpr (kWhole) {
             load(from + i * kBytes, old[i]);
         } else {
             old[i] = Vec::loadLanes(from + i * 16, from + (i + kFrom) * 16);
         }
-        old[i] = applyToAll<Vec, Conversion::kBefore>(old[i]);
+        old[i] = applyToAll<Vec, kRow<kName>.before>(old[i]);
     }
-#pragma GCC unroll 4
-    for (size_t i = 0; i < kTo; ++i) {
+#pragma GCC unroll 8
+    for (size_t i = 0; i < kMade; ++i) {
+        const Vector* group = old + i / kTo * kFrom;
         bool first = true;
 #pragma GCC unroll 4
         for (size_t k = 1; k <= kFrom; ++k) {
             const size_t j = kFrom - k;
-            const Mask& mask = kMasks<Conversion>.ofNewFromOld[i][j];
+            const Mask& mask = kMasks<kName>.ofNewFromOld[i % kTo][j];
             if (!mask.used) continue;
             load(mask.bytes, picked);
-            made[i] = first ? Vec::pick(old[j], picked) : Vec::pickMore(made[i], old[j], picked);
+            made[i] =
+                    first ? Vec::pick(group[j], picked) : Vec::pickMore(made[i], group[j], picked);
             first = false;
         }
-        made[i] = applyToAll<Vec, Conversion::kAfter>(made[i]);
+        made[i] = applyToAll<Vec, kRow<kName>.after>(made[i]);
     }
     if constexpr (kWhole) {
-        storeAll(to, made, std::make_index_sequence<kTo>());
+        storeAll(to, made, std::make_index_sequence<kMade>());
     } else {
+        static_assert(kGroups == 1);
         Vec::storeLanes(to, made);
     }
 }
 
-template <Isa kIsa, typename Conversion>
-void convertBlocks(const uint8_t* from, uint8_t* to, size_t blocks, From order) {
-    constexpr ptrdiff_t kFrom = kBlockSamples<kIsa> * Conversion::kFrom;
-    constexpr ptrdiff_t kTo = kBlockSamples<kIsa> * Conversion::kTo;
+template <Isa kIsa, Conversion kName>
+static void convertBlocks(const uint8_t* from, uint8_t* to, size_t blocks, From order) {
+    constexpr ptrdiff_t kFrom = kBlockSamples<kIsa> * kRow<kName>.from;
+    constexpr ptrdiff_t kTo = kBlockSamples<kIsa> * kRow<kName>.to;
     ptrdiff_t step = 1;
     if (order == From::kLast) {
         from -= kFrom;
@@ -99,14 +107,17 @@ void convertBlocks(const uint8_t* from, uint8_t* to, size_t blocks, From order) 
     }
     for (; blocks > 0; --blocks, from += step * kFrom, to += step * kTo) {
         // What takes longer to work out than to read waits for memory that nobody fetches ahead.
-        if constexpr (Conversion::kBefore == Step::kFloatToInt24) Vectors<kIsa>::fetch(from, to);
-        convertBlock<Vectors<kIsa>, Conversion>(from, to);
+        if constexpr (kRow<kName>.before == Step::kToInt24) Vectors<kIsa>::fetch(from, to);
+        convertBlock<kIsa, kName>(from, to);
     }
 }
 
-#define ZR_PCM_BLOCKS(name, kOrder, ...)                                                        \
-    template void convertBlocks<Isa::ZR_PCM_ISA, __VA_ARGS__>(const uint8_t*, uint8_t*, size_t, \
-                                                              From);
-ZR_PCM_CONVERSIONS(ZR_PCM_BLOCKS)
+template <Isa kIsa, size_t... kNames>
+constexpr BlockConverters blockConverters(std::index_sequence<kNames...>) {
+    return {convertBlocks<kIsa, Conversion{kNames}>...};
+}
+
+constexpr const BlockConverters ZR_PCM_BLOCKS =
+        blockConverters<Isa::ZR_PCM_ISA>(std::make_index_sequence<kRows.size()>());
 
 }  // namespace android::pcm

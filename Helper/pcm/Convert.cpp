@@ -1,7 +1,10 @@
 #include "Helper/pcm/Convert.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
+#include "Helper/base/Checked.h"
 #include "Helper/pcm/Samples.h"
 
 namespace android::pcm {
@@ -9,14 +12,14 @@ namespace {
 
 constexpr size_t kCacheLine = 64;
 
-template <typename Conversion>
+template <Conversion kName>
 struct Run {
     const uint8_t* from;
     uint8_t* to;
     size_t samples;
 
     Run at(size_t first, size_t count) const {
-        return {from + first * Conversion::kFrom, to + first * Conversion::kTo, count};
+        return {from + first * kRow<kName>.from, to + first * kRow<kName>.to, count};
     }
     Run end() const { return at(samples, 0); }
     // How far the destination is ahead of the source.
@@ -27,36 +30,51 @@ struct Run {
         const ptrdiff_t bytes = end().from - from;
         return ahead() >= bytes || end().ahead() <= -bytes;
     }
-    // Whether no sample of a block is written where one is still to be read that comes after it.
+    // Whether a block may be read whole before it is written: no sample is then written over one of
+    // the same block that comes after it, which the plain loop would read only now. That is so
+    // where the destination lags behind the source, and where it leads by a block. As it gains or
+    // loses alike with each sample, what holds at both ends of the run holds between them.
     bool keepsOrder(From order, size_t blockSamples) const {
         const ptrdiff_t sign = order == From::kFirst ? 1 : -1;
-        const auto [low, high] = std::minmax({sign * ahead(), sign * end().ahead()});
-        return high <= 0 || low >= at(blockSamples, 0).from - from;
+        const ptrdiff_t leadHere = sign * ahead(), leadThere = sign * end().ahead();
+        const ptrdiff_t block = at(blockSamples, 0).from - from;
+        const bool lags = leadHere <= 0 && leadThere <= 0;
+        const bool leads = leadHere >= block && leadThere >= block;
+        return lags || leads;
     }
 };
 
-template <typename Conversion>
-void convertSingly(Run<Conversion> run, From order) {
+template <Conversion kName>
+void convertSingly(Run<kName> run, From order) {
     for (size_t left = run.samples; left > 0; --left) {
         const auto next = run.at(order == From::kFirst ? run.samples - left : left - 1, 1);
-        convert<Conversion>(next.from, next.to);
+        convertSample<kName>(next.from, next.to);
     }
 }
 
+template <Isa kIsa, Conversion kName>
+BlockConverter* blockConverter() {
+    constexpr auto kIndex = static_cast<size_t>(kName);
+    if constexpr (kIsa == Isa::kAvx2) return kAvx2Blocks[kIndex];
+    if constexpr (kIsa == Isa::kSsse3) return kSsse3Blocks[kIndex];
+    if constexpr (kIsa == Isa::kNeon) return kNeonBlocks[kIndex];
+}
+
 // Whole blocks at the end that comes first. Returns what is left.
-template <Isa kIsa, typename Conversion>
-Run<Conversion> convertWhole(Run<Conversion> run, From order = From::kFirst) {
+template <Isa kIsa, Conversion kName>
+Run<kName> convertWhole(Run<kName> run, From order = From::kFirst) {
     const auto start = order == From::kFirst ? run : run.end();
+    const size_t blocks = run.samples / kBlockSamples<kIsa>;
     const size_t rest = run.samples % kBlockSamples<kIsa>;
-    convertBlocks<kIsa, Conversion>(start.from, start.to, run.samples / kBlockSamples<kIsa>, order);
+    blockConverter<kIsa, kName>()(start.from, start.to, blocks, order);
     return run.at(order == From::kFirst ? run.samples - rest : 0, rest);
 }
 
 // Writes vectors where they are aligned, and the cache lines of a block are those of no other. Some
 // samples are converted twice: in the first block and the next, or in the last and the one before.
-template <Isa kIsa, typename Conversion>
-void convertApart(Run<Conversion> run) {
-    constexpr size_t kBlock = kBlockSamples<kIsa>, kTo = Conversion::kTo;
+template <Isa kIsa, Conversion kName>
+void convertApart(Run<kName> run) {
+    constexpr size_t kBlock = kBlockSamples<kIsa>, kTo = kRow<kName>.to;
     const size_t bytes = (~reinterpret_cast<uintptr_t>(run.to) + 1) % (kBlock * kTo);
     // 11 * 3 is 1 more than a multiple of kBlock.
     const size_t aligned = kTo == 3 ? bytes * 11 % kBlock : bytes / kTo;
@@ -66,8 +84,8 @@ void convertApart(Run<Conversion> run) {
 }
 
 // Returns what is left to convert.
-template <Isa kIsa, typename Conversion>
-Run<Conversion> convertWide(Run<Conversion> run, From order) {
+template <Isa kIsa, Conversion kName>
+Run<kName> convertWide(Run<kName> run, From order) {
     constexpr size_t kBlock = kBlockSamples<kIsa>;
     if (run.samples < kBlock) return run;
     if (run.isApart()) {
@@ -77,30 +95,40 @@ Run<Conversion> convertWide(Run<Conversion> run, From order) {
     if (!run.keepsOrder(order, kBlock)) return run;
     if (order == From::kLast) {
         const size_t bytes = reinterpret_cast<uintptr_t>(run.end().to) % kCacheLine;
-        const size_t unaligned = std::min(bytes / Conversion::kTo, run.samples);
+        const size_t unaligned = std::min(bytes / kRow<kName>.to, run.samples);
         run.samples -= unaligned;
         convertSingly(run.at(run.samples, unaligned), order);
     }
     return convertWhole<kIsa>(run, order);
 }
 
-template <typename Conversion>
-void convertRun(Run<Conversion> run, From order) {
+template <Conversion kName>
+void convertRun(const uint8_t* from, uint8_t* to, size_t samples) {
+    constexpr const Row& row = kRow<kName>;
+    base::checkedMul(samples, std::max(row.from, row.to));
+    Run<kName> run{from, to, samples};
 #if defined(__x86_64__)
-    if (__builtin_cpu_supports("avx2")) run = convertWide<Isa::kAvx2>(run, order);
-    if (__builtin_cpu_supports("ssse3")) run = convertWide<Isa::kSsse3>(run, order);
+    if (__builtin_cpu_supports("avx2")) run = convertWide<Isa::kAvx2>(run, row.order);
+    if (__builtin_cpu_supports("ssse3")) run = convertWide<Isa::kSsse3>(run, row.order);
 #elif defined(__aarch64__)
-    run = convertWide<Isa::kNeon>(run, order);
+    run = convertWide<Isa::kNeon>(run, row.order);
 #endif
-    convertSingly(run, order);
+    convertSingly(run, row.order);
 }
+
+using Converter = void(const uint8_t* from, uint8_t* to, size_t samples);
+
+template <size_t... kNames>
+constexpr std::array<Converter*, kRows.size()> converters(std::index_sequence<kNames...>) {
+    return {convertRun<Conversion{kNames}>...};
+}
+
+constexpr auto kConverters = converters(std::make_index_sequence<kRows.size()>());
 
 }  // namespace
 
-#define ZR_PCM_CONVERTER(name, order, ...)                                   \
-    void name(const uint8_t* from, uint8_t* to, size_t samples) {            \
-        convertRun<__VA_ARGS__>(Run<__VA_ARGS__>{from, to, samples}, order); \
-    }
-ZR_PCM_CONVERSIONS(ZR_PCM_CONVERTER)
+void convert(Conversion conversion, const uint8_t* from, uint8_t* to, size_t samples) {
+    kConverters[static_cast<size_t>(conversion)](from, to, samples);
+}
 
 }  // namespace android::pcm

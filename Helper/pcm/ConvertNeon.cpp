@@ -1,2 +1,3 @@
 #define ZR_PCM_ISA kNeon
+#define ZR_PCM_BLOCKS kNeonBlocks
 #include "Helper/pcm/Blocks.h"

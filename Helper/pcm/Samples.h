@@ -1,5 +1,5 @@
-// What becomes of a single sample in each conversion. Whatever converts several samples at a time
-// gives what this gives, bit for bit.
+// The conversions, a row each, and what becomes of a single sample. Whatever converts several
+// samples at a time gives what this gives, bit for bit.
 
 #pragma once
 
@@ -9,17 +9,77 @@
 #include <cstdint>
 #include <cstring>
 
+#include "Helper/pcm/Convert.h"
+
 namespace android::pcm {
 
 // Numbers stand in memory as the machine has them.
 static_assert(std::endian::native == std::endian::little);
 
-// What is done to a number before its bytes are put in another order, or after.
-enum class Step { kNone, kFlipSign8, kFloatToInt24, kInt32ToFloat };
+// Whether the first or the last sample of a run comes first.
+enum class From { kFirst, kLast };
+
+// What is done to a number before its bytes are put in another order, or after. A new step has five
+// places: here, apply() below for a single number, applyToAll() in Blocks.h, and its form for
+// vectors in Vector.h, once for x86-64 and once for AArch64.
+enum class Step { kNone, kFlipSign8, kToInt24, kToFloat };
+
+constexpr int kZero = -1;
+
+struct Row {
+    Conversion name;
+    From order;
+    Step before;
+    size_t from;                // bytes of a sample
+    size_t to;                  // bytes of a new sample
+    std::array<int, 4> origin;  // of each of these, which byte of the old one it is, or kZero
+    Step after;
+};
+
+// Deliberately, kInt32ToBigInt24 takes the lower 24 bits and kFloatToBigInt24 the sign and the
+// upper 16, other than the little-endian forms.
+// clang-format off
+constexpr auto kRows = [] {
+    using enum Conversion;
+    using enum From;
+    using enum Step;
+    return std::to_array<Row>({
+        // name             order   before    from to origin           after
+        {kSigned8ToInt16,   kLast,  kNone,      1, 2, {kZero, 0},       kNone},
+        {kUnsigned8ToInt16, kLast,  kFlipSign8, 1, 2, {kZero, 0},       kNone},
+        {kInt24ToFloat,     kLast,  kNone,      3, 4, {kZero, 0, 1, 2}, kToFloat},
+        {kInt24ToInt16,     kFirst, kNone,      3, 2, {1, 2},           kNone},
+        {kBigInt24ToInt16,  kFirst, kNone,      3, 2, {1, 0},           kNone},
+        {kInt32ToInt16,     kFirst, kNone,      4, 2, {2, 3},           kNone},
+        {kInt32ToInt24,     kFirst, kNone,      4, 3, {1, 2, 3},        kNone},
+        {kInt32ToBigInt24,  kFirst, kNone,      4, 3, {2, 1, 0},        kNone},
+        {kFloatToInt24,     kFirst, kToInt24,   4, 3, {0, 1, 2},        kNone},
+        {kFloatToBigInt24,  kFirst, kToInt24,   4, 3, {3, 2, 1},        kNone},
+        {kInt32ToFloat,     kFirst, kNone,      4, 4, {0, 1, 2, 3},     kToFloat},
+        {kBigInt32ToFloat,  kFirst, kNone,      4, 4, {3, 2, 1, 0},     kToFloat},
+        {kInt24ToInt32,     kFirst, kNone,      3, 4, {kZero, 0, 1, 2}, kNone},
+        {kBigInt24ToInt32,  kFirst, kNone,      3, 4, {kZero, 2, 1, 0}, kNone},
+        {kSwap16,           kFirst, kNone,      2, 2, {1, 0},           kNone},
+        {kSwap24,           kFirst, kNone,      3, 3, {2, 1, 0},        kNone},
+        {kSwap32,           kFirst, kNone,      4, 4, {3, 2, 1, 0},     kNone},
+    });
+}();
+// clang-format on
+
+template <Conversion kName>
+constexpr Row kRow = kRows[static_cast<size_t>(kName)];
+
+static_assert([] {
+    size_t i = 0;
+    for (const Row& row : kRows) {
+        if (row.name != static_cast<Conversion>(i++)) return false;
+    }
+    return true;
+}());
 
 constexpr float kClipAbove = 0x1.FFFFFCp-1f;  // 1 - 2^-23
 constexpr int kScale24 = 23;                  // as an exponent of 2
-constexpr float kInt32ToFloat = 0x1p-31f;
+constexpr float kScale32 = 0x1p-31f;
 
 // Clipped, and rounded half away from zero; 0 for NaN.
 inline int32_t int24FromFloat(float value) {
@@ -35,82 +95,43 @@ void apply([[maybe_unused]] std::array<uint8_t, kBytes>& sample) {
     using Word = std::array<uint8_t, 4>;
     if constexpr (kStep == Step::kFlipSign8) {
         sample[0] ^= 0x80;
-    } else if constexpr (kStep == Step::kFloatToInt24) {
+    } else if constexpr (kStep == Step::kToInt24) {
         sample = std::bit_cast<Word>(int24FromFloat(std::bit_cast<float>(sample)));
-    } else if constexpr (kStep == Step::kInt32ToFloat) {
+    } else if constexpr (kStep == Step::kToFloat) {
         const auto number = static_cast<float>(std::bit_cast<int32_t>(sample));
-        sample = std::bit_cast<Word>(number * kInt32ToFloat);
+        sample = std::bit_cast<Word>(number * kScale32);
     }
 }
 
-// An order of bytes: of each byte of the new sample, which byte of the old one it is, or kZero.
-constexpr int kZero = -1;
-
-template <size_t kFromBytes, int... kOrigins>
-struct Bytes {
-    static constexpr size_t kFrom = kFromBytes, kTo = sizeof...(kOrigins);
-    static constexpr std::array<int, kTo> kOrigin = {kOrigins...};
-    static constexpr Step kBefore = Step::kNone, kAfter = Step::kNone;
-};
-
-template <Step kStep, typename Order>
-struct Before : Order {
-    static constexpr Step kBefore = kStep;
-};
-
-template <typename Order, Step kStep>
-struct After : Order {
-    static constexpr Step kAfter = kStep;
-};
-
 // Reads all of the sample before it writes any.
-template <typename Conversion>
-void convert(const uint8_t* from, uint8_t* to) {
-    std::array<uint8_t, Conversion::kFrom> old;
+template <Conversion kName>
+void convertSample(const uint8_t* from, uint8_t* to) {
+    constexpr const Row& row = kRow<kName>;
+    std::array<uint8_t, row.from> old;
     std::memcpy(old.data(), from, old.size());
-    apply<Conversion::kBefore>(old);
-    std::array<uint8_t, Conversion::kTo> made{};
+    apply<row.before>(old);
+    std::array<uint8_t, row.to> made{};
     for (size_t i = 0; i < made.size(); ++i) {
-        const int origin = Conversion::kOrigin[i];
-        if (origin != kZero) made[i] = old[static_cast<size_t>(origin)];
+        if (row.origin[i] != kZero) made[i] = old[static_cast<size_t>(row.origin[i])];
     }
-    apply<Conversion::kAfter>(made);
+    apply<row.after>(made);
     std::memcpy(to, made.data(), made.size());
 }
 
-// Whether the first or the last sample of a run comes first.
-enum class From { kFirst, kLast };
-
-// Conversions by their names in Convert.h. Deliberately, int32ToBigInt24 takes the lower 24 bits
-// and floatToBigInt24 the sign and the upper 16, other than the little-endian forms.
-#define ZR_PCM_CONVERSIONS(X)                                                          \
-    X(signed8ToInt16, From::kLast, Bytes<1, kZero, 0>)                                 \
-    X(unsigned8ToInt16, From::kLast, Before<Step::kFlipSign8, Bytes<1, kZero, 0>>)     \
-    X(int24ToFloat, From::kLast, After<Bytes<3, kZero, 0, 1, 2>, Step::kInt32ToFloat>) \
-    X(int24ToInt16, From::kFirst, Bytes<3, 1, 2>)                                      \
-    X(bigInt24ToInt16, From::kFirst, Bytes<3, 1, 0>)                                   \
-    X(int32ToInt16, From::kFirst, Bytes<4, 2, 3>)                                      \
-    X(int32ToInt24, From::kFirst, Bytes<4, 1, 2, 3>)                                   \
-    X(int32ToBigInt24, From::kFirst, Bytes<4, 2, 1, 0>)                                \
-    X(floatToInt24, From::kFirst, Before<Step::kFloatToInt24, Bytes<4, 0, 1, 2>>)      \
-    X(floatToBigInt24, From::kFirst, Before<Step::kFloatToInt24, Bytes<4, 3, 2, 1>>)   \
-    X(int32ToFloat, From::kFirst, After<Bytes<4, 0, 1, 2, 3>, Step::kInt32ToFloat>)    \
-    X(bigInt32ToFloat, From::kFirst, After<Bytes<4, 3, 2, 1, 0>, Step::kInt32ToFloat>) \
-    X(int24ToInt32, From::kFirst, Bytes<3, kZero, 0, 1, 2>)                            \
-    X(bigInt24ToInt32, From::kFirst, Bytes<3, kZero, 2, 1, 0>)                         \
-    X(swap16, From::kFirst, Bytes<2, 1, 0>)                                            \
-    X(swap24, From::kFirst, Bytes<3, 2, 1, 0>)                                         \
-    X(swap32, From::kFirst, Bytes<4, 3, 2, 1, 0>)
-
 enum class Isa { kSsse3, kAvx2, kNeon };
 
-// 16 for each lane of 16 bytes.
+// 16 for each lane of 16 bytes; two vectors' worth on AArch64, where processors that do nothing out
+// of order have something to do while they wait for a result.
 template <Isa kIsa>
-constexpr size_t kBlockSamples = kIsa == Isa::kAvx2 ? 32 : 16;
+constexpr size_t kBlockSamples = kIsa == Isa::kSsse3 ? 16 : 32;
 
 // Converts blocks of samples, each of them read before it is written, from the first sample onwards
-// or down from the end. Defined in the files that are compiled for one instruction set.
-template <Isa kIsa, typename Conversion>
-void convertBlocks(const uint8_t* from, uint8_t* to, size_t blocks, From order);
+// or down from the end.
+using BlockConverter = void(const uint8_t* from, uint8_t* to, size_t blocks, From order);
+
+// Of each conversion in the order of the rows. Defined in the files that are compiled for one
+// instruction set.
+using BlockConverters = std::array<BlockConverter*, kRows.size()>;
+extern const BlockConverters kSsse3Blocks, kAvx2Blocks, kNeonBlocks;
 
 }  // namespace android::pcm

@@ -61,24 +61,24 @@ struct X86 {
     }
     // Two cache lines of source and destination, each in the next 4 KiB.
     ZR_PCM_INLINE void fetch(const uint8_t* from, const uint8_t* to) {
-        for (const int line : {0, 64}) {
-            __builtin_prefetch(from + 2048 + line);
-            __builtin_prefetch(to + 1536 + line, /*write=*/1);
-        }
+        __builtin_prefetch(from + 2048);
+        __builtin_prefetch(from + 2048 + 64);
+        __builtin_prefetch(to + 1536, /*write=*/1);
+        __builtin_prefetch(to + 1536 + 64, /*write=*/1);
     }
     ZR_PCM_INLINE auto flipSign8(auto value) { return value ^ -0x7F7F7F7F7F7F7F80; }
     ZR_PCM_INLINE auto floatFromInt32(auto value) {
         const auto words = reinterpret_cast<typename Vec::Words>(value);
         const auto floats = __builtin_convertvector(words, typename Vec::Floats);
-        return reinterpret_cast<decltype(value)>(floats * kInt32ToFloat);
+        return reinterpret_cast<decltype(value)>(floats * kScale32);
     }
     // Scaled by adding to the exponent, which costs nothing extra for subnormal numbers. These stay
-    // next to 0. So does NaN, which passes the clipping as the second operand and then overflows.
+    // next to 0. So does NaN, which passes the clipping as the second operand and then wraps.
     ZR_PCM_INLINE auto int24FromFloat(auto value) {
         using Words = typename Vec::Words;
         using Floats = typename Vec::Floats;
         const auto clipped = Vec::clip(reinterpret_cast<Floats>(value));
-        const Words scaled = reinterpret_cast<Words>(clipped) + (kScale24 << 23);
+        const auto scaled = reinterpret_cast<typename Vec::Bits>(clipped) + (kScale24 << 23);
         const Words sign = reinterpret_cast<Words>(value) & INT32_MIN;
         const Words half = sign | kHalf;
         const Floats sum = reinterpret_cast<Floats>(scaled) + reinterpret_cast<Floats>(half);
@@ -92,6 +92,7 @@ struct Vectors<Isa::kSsse3> : X86<Vectors<Isa::kSsse3>> {
     using Vector = __m128i;
     using Floats = __m128;
     using Words [[gnu::vector_size(16)]] = int32_t;
+    using Bits [[gnu::vector_size(16)]] = uint32_t;
 
     ZR_PCM_INLINE Vector pick(Vector value, Vector mask) { return _mm_shuffle_epi8(value, mask); }
     ZR_PCM_INLINE Floats clip(Floats value) {
@@ -106,6 +107,7 @@ struct Vectors<Isa::kAvx2> : X86<Vectors<Isa::kAvx2>> {
     using Vector = __m256i;
     using Floats = __m256;
     using Words [[gnu::vector_size(32)]] = int32_t;
+    using Bits [[gnu::vector_size(32)]] = uint32_t;
 
     ZR_PCM_INLINE Vector loadLanes(const uint8_t* lower, const uint8_t* upper) {
         __m128i low, high;
@@ -113,16 +115,20 @@ struct Vectors<Isa::kAvx2> : X86<Vectors<Isa::kAvx2>> {
         load(upper, high);
         return _mm256_set_m128i(high, low);
     }
-    // The lower lane of each vector, then the upper one of each.
+    // The lower lane of each vector, then the upper one of each: a sequence of 2 * kCount lanes, of
+    // which two neighbours are stored at a time.
     template <size_t kCount>
     ZR_PCM_INLINE void storeLanes(uint8_t* to, const Vector (&values)[kCount]) {
 #pragma GCC unroll 4
-        for (size_t i = 0; i < 2 * kCount; i += 2) {
-            const Vector a = values[i % kCount], b = values[(i + 1) % kCount];
-            Vector both = _mm256_blend_epi32(a, b, 0xF0);
-            if (i + 1 < kCount) both = _mm256_permute2x128_si256(a, b, 0x20);
-            if (i >= kCount) both = _mm256_permute2x128_si256(a, b, 0x31);
-            store(to + 16 * i, both);
+        for (size_t lane = 0; lane < 2 * kCount; lane += 2) {
+            const Vector a = values[lane % kCount], b = values[(lane + 1) % kCount];
+            if (lane + 1 < kCount) {
+                store(to + 16 * lane, _mm256_permute2x128_si256(a, b, 0x20));  // lower, lower
+            } else if (lane < kCount) {
+                store(to + 16 * lane, _mm256_blend_epi32(a, b, 0xF0));  // lower, upper
+            } else {
+                store(to + 16 * lane, _mm256_permute2x128_si256(a, b, 0x31));  // upper, upper
+            }
         }
     }
     ZR_PCM_INLINE Vector pick(Vector value, Vector mask) {

@@ -1,6 +1,7 @@
 #include "Helper/vocabulary/CodecTable.h"
 
 #include <cstring>
+#include <span>
 
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
@@ -107,28 +108,37 @@ constexpr auto kAudioRows = std::to_array<CodecRow>({
 });
 // clang-format on
 
-// A code less the first one is its index.
-template <size_t N>
-constexpr bool isConsecutive(const std::array<CodecRow, N>& rows, int32_t first, int32_t last) {
-    int32_t code = first;
+// Each range of codes is as long as its table: the codes count up from the one behind "none".
+constexpr bool isConsecutive(std::span<const CodecRow> rows, int32_t none) {
+    int32_t code = none;
     for (const CodecRow& row : rows) {
-        if (row.code != code++) return false;
+        if (row.code != ++code) return false;
     }
-    return code == last + 1;
+    return true;
 }
-static_assert(isConsecutive(kVideoRows, kCodecTypeMpeg2, kCodecTypeDolbyVision));
-static_assert(isConsecutive(kAudioRows, kCodecTypeAac, kCodecTypeMpegHMhm1));
+static_assert(isConsecutive(kVideoRows, kCodecTypeNoVideo));
+static_assert(isConsecutive(kAudioRows, kCodecTypeNoAudio));
+
+// Null when the code is not in this table.
+const CodecRow* findIn(std::span<const CodecRow> rows, int32_t code) {
+    if (code < rows.front().code || code > rows.back().code) return nullptr;
+    return &rows[static_cast<size_t>(code - rows.front().code)];
+}
 
 }  // namespace
 
 const CodecRow* findCodecRow(int32_t code) {
-    if (code >= kCodecTypeMpeg2 && code <= kCodecTypeDolbyVision) {
-        return &kVideoRows[static_cast<size_t>(code - kCodecTypeMpeg2)];
-    }
-    if (code >= kCodecTypeAac && code <= kCodecTypeMpegHMhm1) {
-        return &kAudioRows[static_cast<size_t>(code - kCodecTypeAac)];
-    }
-    return nullptr;
+    const CodecRow* video = findIn(kVideoRows, code);
+    return video != nullptr ? video : findIn(kAudioRows, code);
+}
+
+bool isAudioCode(int32_t code) {
+    return code == kCodecTypeNoAudio || findIn(kAudioRows, code) != nullptr;
+}
+
+const char* notSupportedMime(int32_t code) {
+    return isAudioCode(code) ? ZRE_MEDIA_MIMETYPE_AUDIO_NOTSUPPORTED
+                             : ZRE_MEDIA_MIMETYPE_VIDEO_NOTSUPPORTED;
 }
 
 int32_t findAudioCode(const char* mime) {

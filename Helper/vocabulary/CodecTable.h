@@ -30,13 +30,17 @@ struct CodecRow {
     const char* mime;         // what the format receives; null = the one that was asked
     WithoutDecoder withoutDecoder;
     std::array<CodecExtra, 2> extras;
-
-    // The MIME type asked of the codec list.
-    const char* asked(bool useAlternative) const { return useAlternative ? alternative : primary; }
 };
 
-// Null for a code that is neither 101 to 131 nor 201 to 234.
+// Null for a code of no codec, as the codes for "no video" and "no audio" are.
 const CodecRow* findCodecRow(int32_t code);
+
+// Whether the code is one of the audio codes, that for "no audio" among them. Every other code
+// counts as video, those next to the audio codes too.
+bool isAudioCode(int32_t code);
+
+// The MIME type that says that a codec cannot be played.
+const char* notSupportedMime(int32_t code);
 
 // The audio code that comes first among those with this MIME type as primary or alternative, or
 // kCodecTypeNoAudio.

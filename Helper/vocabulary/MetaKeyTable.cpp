@@ -1,6 +1,7 @@
 #include "Helper/vocabulary/MetaKeyTable.h"
 
 #include <algorithm>
+#include <array>
 
 #include "zrcodecparser/MetaKeys.h"
 

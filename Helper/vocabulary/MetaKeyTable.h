@@ -2,9 +2,10 @@
 
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <span>
+
+#include "zrcodecparser/MetaKeys.h"
 
 namespace android {
 
@@ -26,5 +27,12 @@ std::span<const MetaKeyRow> metaKeyRows();
 
 // The message key of the first row with the code, or null.
 const char* findMessageKey(uint32_t metaKey);
+
+// Whether a value of this type in a MetaDataBase is data, whichever; the others are what setInt32,
+// setInt64 and setCString store. A store may give out the bytes of those as well.
+constexpr bool isMetaData(uint32_t type) {
+    return type != metakeys::code("in32") && type != metakeys::code("in64") &&
+           type != metakeys::code("cstr");
+}
 
 }  // namespace android

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "Helper/base/Checked.h"
 #include "Helper/base/Log.h"
 
 namespace android {
@@ -14,11 +15,6 @@ constexpr int kFileNumbers = 100;
 
 constexpr uint16_t kPcm = 1;  // WAVE_FORMAT_PCM
 constexpr uint32_t kHeaderSize = 44;
-
-// The size of what stands behind the first `before` bytes of a file whose size may have wrapped.
-uint32_t sizeBehind(uint32_t before, uint32_t fileSize) {
-    return static_cast<uint32_t>(uint64_t{1} + UINT32_MAX + fileSize - before);
-}
 
 }  // namespace
 
@@ -77,8 +73,9 @@ int WavDump::open(uint32_t sampleRate, uint16_t bitsPerSample, uint16_t channels
 
 uint32_t WavDump::dump(const uint8_t* data, uint32_t size) {
     if (!isOpen()) return 0;
+    const uint32_t fileSize = base::checkedAdd(mDataSize, size);
     std::fwrite(data, 1, size, mFile);
-    mDataSize = static_cast<uint32_t>(uint64_t{mDataSize} + size);
+    mDataSize = fileSize;
     rewriteHeader();
     return size;
 }
@@ -87,7 +84,7 @@ uint32_t WavDump::dump(const uint8_t* data, uint32_t size) {
 int WavDump::write_header() {
     if (!isOpen()) return -1;
     std::fwrite("RIFF", 1, 4, mFile);
-    write_u32le(sizeBehind(8, mDataSize));
+    write_u32le(mDataSize - 8);
     std::fwrite("WAVEfmt ", 1, 8, mFile);
     write_u32le(16);
     write_u16le(mAudioFormat);
@@ -97,7 +94,7 @@ int WavDump::write_header() {
     write_u16le(mBlockAlign);
     write_u16le(mBitsPerSample);
     std::fwrite("data", 1, 4, mFile);
-    write_u32le(sizeBehind(kHeaderSize, mDataSize));
+    write_u32le(mDataSize - kHeaderSize);
     return 0;
 }
 

@@ -27,20 +27,22 @@ constexpr auto kV1Fields = std::to_array<V1Field>({
         {127, 1, "TCO"},  // genre
 });
 constexpr size_t kV1CommentOffset = 97;
+constexpr size_t kV1TrackOffset = 126;
+constexpr size_t kV1GenreOffset = 127;
 
 const V1Field* v1FieldAt(size_t offset) {
     const auto* field = std::ranges::find(kV1Fields, offset, &V1Field::offset);
     return field == kV1Fields.end() ? nullptr : field;
 }
 
-std::optional<Frame> v1FrameAt(Bytes tag, ID3::Version version, size_t offset) {
-    if (offset >= tag.size()) return std::nullopt;
+std::optional<Frame> v1FrameAt(const TagView& tag, size_t offset) {
+    if (offset >= tag.bytes.size()) return std::nullopt;
     const V1Field* field = v1FieldAt(offset);
     if (field == nullptr) {
         base::fatal(base::kAtId3, "CHECK(!\"Should not be here, invalid offset.\") failed.");
     }
-    const bool shorter = version == ID3::ID3_V1_1 && offset == kV1CommentOffset;
-    return Frame{frameId(field->id), field->size - (shorter ? size_t{1} : size_t{0}), true};
+    const bool shorter = tag.version == Version::kV1_1 && offset == kV1CommentOffset;
+    return Frame{offset, frameId(field->id), field->size - (shorter ? size_t{1} : size_t{0}), true};
 }
 
 // Flags of a frame header: compression and encryption.
@@ -56,67 +58,84 @@ uint32_t upToNul(uint32_t characters) {
     return kept;
 }
 
-struct FrameHeader {
+struct HeaderFields {
     uint32_t characters;  // of the id, in the upper bytes
     size_t dataSize;
     bool readable;
 };
 
 // ID3v2.2 3.2: a frame without data is the end.
-std::optional<FrameHeader> readV2_2(const uint8_t* header) {
+std::optional<HeaderFields> readV2_2(const uint8_t* header) {
     const uint32_t characters = base::bigEndian32(header) & 0xFFFFFF00;
     const size_t dataSize = base::bigEndian32(header + 2) & 0xFFFFFF;
     if (dataSize == 0) return std::nullopt;
-    return FrameHeader{characters, dataSize, true};
+    return HeaderFields{characters, dataSize, true};
 }
 
 // ID3v2.3 3.3
-std::optional<FrameHeader> readV2_3(const uint8_t* header) {
+std::optional<HeaderFields> readV2_3(const uint8_t* header) {
     const bool readable = (base::bigEndian16(header + 8) & kUnreadableV2_3) == 0;
-    return FrameHeader{base::bigEndian32(header), base::bigEndian32(header + 4), readable};
+    return HeaderFields{base::bigEndian32(header), base::bigEndian32(header + 4), readable};
 }
 
 // ID3v2.4 4
-std::optional<FrameHeader> readV2_4(const uint8_t* header) {
+std::optional<HeaderFields> readV2_4(const uint8_t* header) {
     const auto dataSize = readSyncsafe(header + 4);
     if (!dataSize) return std::nullopt;
     const bool readable = (base::bigEndian16(header + 8) & kUnreadableV2_4) == 0;
-    return FrameHeader{base::bigEndian32(header), *dataSize, readable};
+    return HeaderFields{base::bigEndian32(header), *dataSize, readable};
 }
 
-std::optional<FrameHeader> readHeader(ID3::Version version, const uint8_t* header) {
-    if (version == ID3::ID3_V2_2) return readV2_2(header);
-    return version == ID3::ID3_V2_3 ? readV2_3(header) : readV2_4(header);
+std::optional<HeaderFields> readHeader(Version version, const uint8_t* header) {
+    if (version == Version::kV2_2) return readV2_2(header);
+    return version == Version::kV2_3 ? readV2_3(header) : readV2_4(header);
 }
 
 }  // namespace
 
-size_t frameHeaderSize(ID3::Version version) {
+size_t frameHeaderSize(Version version) {
     switch (version) {
-        case ID3::ID3_V2_2: return 6;
-        case ID3::ID3_V2_3:
-        case ID3::ID3_V2_4: return 10;
-        case ID3::ID3_V1:
-        case ID3::ID3_V1_1:
-        case ID3::ID3_UNKNOWN: break;
+        case Version::kV2_2: return 6;
+        case Version::kV2_3:
+        case Version::kV2_4: return 10;
+        case Version::kV1:
+        case Version::kV1_1:
+        case Version::kUnknown: break;
     }
     return 0;
 }
 
-std::optional<Frame> frameAt(Bytes tag, ID3::Version version, size_t offset) {
-    const size_t headerSize = frameHeaderSize(version);
-    if (headerSize == 0) return v1FrameAt(tag, version, offset);
+std::optional<Frame> frameAt(const TagView& tag, size_t offset) {
+    const size_t headerSize = frameHeaderSize(tag.version);
+    if (headerSize == 0) return v1FrameAt(tag, offset);
 
-    if (offset > tag.size() || tag.size() - offset < headerSize) return std::nullopt;
-    const auto header = readHeader(version, tag.data() + offset);
+    const size_t tagSize = tag.bytes.size();
+    if (offset > tagSize || tagSize - offset < headerSize) return std::nullopt;
+    const auto header = readHeader(tag.version, tag.bytes.data() + offset);
     if (!header || header->characters == 0) return std::nullopt;
-    if (header->dataSize > tag.size() - offset - headerSize) return std::nullopt;
-    return Frame{upToNul(header->characters), header->dataSize + headerSize, header->readable};
+    if (header->dataSize > tagSize - offset - headerSize) return std::nullopt;
+    return Frame{offset, upToNul(header->characters), header->dataSize + headerSize,
+                 header->readable};
+}
+
+Bytes frameData(const TagView& tag, size_t offset, size_t size) {
+    const size_t headerSize = frameHeaderSize(tag.version);
+    return tag.bytes.subspan(offset + headerSize, size - headerSize);
+}
+
+uint8_t encodingAt(const TagView& tag, size_t frameOffset) {
+    if (isV1(tag.version)) return 0;
+    // A frame without data may be the last thing in the tag.
+    return base::byteAt(tag.bytes, frameOffset + frameHeaderSize(tag.version));
 }
 
 const char* v1FieldId(size_t offset) {
     const V1Field* field = v1FieldAt(offset);
     return field == nullptr ? nullptr : field->id;
+}
+
+bool isV1Number(size_t offset) {
+    return offset == kV1TrackOffset || offset == kV1GenreOffset;
 }
 
 }  // namespace android::id3

@@ -2,14 +2,28 @@
 
 #pragma once
 
+#include <array>
 #include <optional>
 
 #include "Helper/base/ByteReader.h"
-#include "zrcodecparser/ID3.h"
 
 namespace android::id3 {
 
 using base::Bytes;
+
+// In the order of ID3::Version.
+enum class Version { kUnknown, kV1, kV1_1, kV2_2, kV2_3, kV2_4 };
+
+inline bool isV1(Version version) {
+    return version == Version::kV1 || version == Version::kV1_1;
+}
+
+// A tag that has been read, without the header of a v2 tag.
+struct TagView {
+    Bytes bytes;
+    size_t firstFrameOffset;
+    Version version;
+};
 
 // Ids compare as C strings, so an id is the characters up to the first NUL, most significant first,
 // and zeros. An id of more than four characters is none.
@@ -26,28 +40,49 @@ constexpr FrameId frameId(const char* text) {
 }
 
 struct Frame {
+    size_t offset;
     FrameId id;
     size_t size;    // with the header
     bool readable;  // neither compressed nor encrypted
 };
 
 // Bytes before the data of a frame.
-size_t frameHeaderSize(ID3::Version version);
+size_t frameHeaderSize(Version version);
 
 // The frame at an offset into the tag, or nothing at the end of the frames: of the tag, at padding,
 // or at a frame that does not fit. Requires a version that has frames. Fatal: an offset into a v1
 // tag at which no field starts.
-std::optional<Frame> frameAt(Bytes tag, ID3::Version version, size_t offset);
+std::optional<Frame> frameAt(const TagView& tag, size_t offset);
+
+// The data of a frame at an offset, size bytes with the header.
+Bytes frameData(const TagView& tag, size_t offset, size_t size);
+
+// The first byte of these data, the encoding of a text; see ID3::Iterator::getEncodingType.
+uint8_t encodingAt(const TagView& tag, size_t frameOffset);
+
+// Of each row, which has a firstId and a secondId, the first frame with the former, or else the
+// first with the latter: all rows in one walk.
+template <typename Row, size_t kRows>
+std::array<std::optional<Frame>, kRows> chooseFrames(const TagView& tag,
+                                                     const std::array<Row, kRows>& rows) {
+    std::array<std::optional<Frame>, kRows> chosen;
+    size_t offset = tag.firstFrameOffset;
+    while (const auto frame = frameAt(tag, offset)) {
+        offset += frame->size;
+        if (!frame->readable) continue;
+        for (size_t i = 0; i < kRows; ++i) {
+            const bool isFirst = frame->id == rows[i].firstId;
+            if (!isFirst && frame->id != rows[i].secondId) continue;
+            if (!chosen[i] || (isFirst && chosen[i]->id != rows[i].firstId)) chosen[i] = frame;
+        }
+    }
+    return chosen;
+}
 
 // The id under which the field at an offset into a v1 tag is known, or null for no field.
 const char* v1FieldId(size_t offset);
 
-// Where a v1 tag has numbers for a text.
-inline constexpr size_t kV1TrackOffset = 126;
-inline constexpr size_t kV1GenreOffset = 127;
-
-inline bool isV1(ID3::Version version) {
-    return version == ID3::ID3_V1 || version == ID3::ID3_V1_1;
-}
+// Whether that field is a number, of one byte: the track or the genre.
+bool isV1Number(size_t offset);
 
 }  // namespace android::id3

@@ -2,42 +2,25 @@
 
 #include <array>
 #include <cstdlib>
-#include <cstring>
 #include <new>
 
-#include "Helper/base/Check.h"
-#include "Helper/base/Checked.h"
 #include "Helper/base/Log.h"
-#include "ParserLibrary/id3/ByteSource.h"
 #include "ParserLibrary/id3/Frames.h"
 #include "ParserLibrary/id3/Picture.h"
-#include "ParserLibrary/id3/TagHeader.h"
+#include "ParserLibrary/id3/Tag.h"
 #include "ParserLibrary/id3/Unsynchronization.h"
+#include "platform/Strings.h"
 
 namespace android {
 namespace {
 
-constexpr size_t kV1TagSize = 128;
-constexpr size_t kV1FirstFieldOffset = 3;
-constexpr size_t kV1_1MarkOffset = 125;
-
-ID3::Version versionOf(uint8_t majorVersion) {
-    switch (majorVersion) {
-        case 2: return ID3::ID3_V2_2;
-        case 3: return ID3::ID3_V2_3;
-        case 4: return ID3::ID3_V2_4;
-        default: base::fatalNotEqual(base::kAtId3, "header.version_major,4", majorVersion, 4);
-    }
-}
-
-uint8_t* allocate(size_t size) {
-    return static_cast<uint8_t*>(std::malloc(size));
-}
+static_assert(static_cast<int>(id3::Version::kV1) == ID3::ID3_V1 &&
+              static_cast<int>(id3::Version::kV2_4) == ID3::ID3_V2_4);
 
 struct MixedEncodingRow {
     uint32_t bit;
-    id3::FrameId id;
-    id3::FrameId idV2_2;
+    id3::FrameId firstId;
+    id3::FrameId secondId;
 };
 
 constexpr auto kMixedEncodingRows = std::to_array<MixedEncodingRow>({
@@ -48,18 +31,6 @@ constexpr auto kMixedEncodingRows = std::to_array<MixedEncodingRow>({
         {0x10, id3::frameId("TCON"), id3::frameId("TCO")},  // genre
         {0x20, id3::frameId("TIT2"), id3::frameId("TT2")},  // title
 });
-
-// As bits of the rows.
-struct EightBitTexts {
-    uint32_t found = 0;
-    uint32_t eightBit = 0;
-
-    // Only the first frame of a kind counts.
-    void add(uint32_t bit, bool isEightBit) {
-        if ((found & bit) == 0 && isEightBit) eightBit |= bit;
-        found |= bit;
-    }
-};
 
 void warnOf(id3::PictureFault fault) {
     switch (fault) {
@@ -75,23 +46,33 @@ void warnOf(id3::PictureFault fault) {
     }
 }
 
+id3::Tag readV2(const id3::ByteSource& source, off64_t offset) {
+    const auto header = id3::readTagHeader(source, offset);
+    if (!header) return {};
+    if (header->size > id3::kMaxTagSize) {
+        ZR_LOGE(base::kId3Tag, "skipping huge ID3 metadata of size %zu", header->size);
+        return {};
+    }
+    return id3::readTagV2(source, offset, *header);
+}
+
 }  // namespace
 
 ID3::ID3(DataSourceHelper* source, bool ignoreV1, off64_t offset) {
-    parse(id3::byteSource(source), ignoreV1, offset);
+    mIsValid = parseV2(source, offset) || (!ignoreV1 && parseV1(source));
     checkMixedEncodingtype();
 }
 
 ID3::ID3(const uint8_t* data, size_t size, bool ignoreV1) {
     auto* source = new (std::nothrow) MemorySource(data, size);
     if (source == nullptr) return;
-    parse(id3::byteSource(source), ignoreV1, 0);
+    mIsValid = parseV2(source, 0) || (!ignoreV1 && parseV1(source));
     delete source;
     checkMixedEncodingtype();
 }
 
 ID3::~ID3() {
-    clear();
+    std::free(mData);
 }
 
 bool ID3::isValid() const {
@@ -103,19 +84,19 @@ ID3::Version ID3::version() const {
 }
 
 bool ID3::parseV2(DataSourceHelper* source, off64_t offset) {
-    return readV2(id3::byteSource(source), offset);
+    return hold(readV2(id3::byteSource(source), offset));
 }
 
 bool ID3::parseV2(DataSourceBase* source, off64_t offset) {
-    return readV2(id3::byteSource(source), offset);
+    return hold(readV2(id3::byteSource(source), offset));
 }
 
 bool ID3::parseV1(DataSourceHelper* source) {
-    return readV1(id3::byteSource(source));
+    return hold(id3::readTagV1(id3::byteSource(source)));
 }
 
 bool ID3::parseV1(DataSourceBase* source) {
-    return readV1(id3::byteSource(source));
+    return hold(id3::readTagV1(id3::byteSource(source)));
 }
 
 bool ID3::ParseSyncsafeInteger(const uint8_t encoded[4], size_t* x) {
@@ -132,26 +113,22 @@ void ID3::removeUnsynchronization() {
 }
 
 bool ID3::removeUnsynchronizationV2_4(bool iTunesHack, bool hasGlobalUnsync) {
-    return undoFrames(iTunesHack, hasGlobalUnsync, nullptr);
+    const auto sizes = iTunesHack ? id3::FrameSizes::kPlain : id3::FrameSizes::kSyncsafe;
+    const auto result =
+            id3::simplifyFrames({mData, mSize}, mFirstFrameOffset, sizes, hasGlobalUnsync);
+    mSize = result.size;
+    return result.ok;
 }
 
-// In one walk over the frames: of each text the first frame with the one id and the first with the
-// other count, the former before the latter.
 void ID3::checkMixedEncodingtype() {
     if (!mIsValid) return;
-    EightBitTexts texts, textsV2_2;
-    const id3::Bytes tag{mData, mSize};
-    size_t offset = mFirstFrameOffset;
-    while (const auto frame = id3::frameAt(tag, mVersion, offset)) {
-        const size_t data = offset + id3::frameHeaderSize(mVersion);
-        const bool eightBit = id3::isV1(mVersion) || base::byteAt(tag, data) == 0;
-        for (const MixedEncodingRow& row : kMixedEncodingRows) {
-            if (frame->readable && frame->id == row.id) texts.add(row.bit, eightBit);
-            if (frame->readable && frame->id == row.idV2_2) textsV2_2.add(row.bit, eightBit);
-        }
-        offset += frame->size;
+    mMixedEncodingType = 0;
+    const id3::TagView tag = view();
+    const auto frames = id3::chooseFrames(tag, kMixedEncodingRows);
+    for (size_t i = 0; i < frames.size(); ++i) {
+        const bool isEightBit = frames[i] && id3::encodingAt(tag, frames[i]->offset) == 0;
+        if (isEightBit) mMixedEncodingType |= kMixedEncodingRows[i].bit;
     }
-    mMixedEncodingType = texts.eightBit | (textsV2_2.eightBit & ~texts.found);
 }
 
 uint32_t ID3::isMixedEncodingtype() {
@@ -175,119 +152,20 @@ const void* ID3::getAlbumArt(size_t* length, String8* mime) const {
     return picture.data.data();
 }
 
-void ID3::parse(const id3::ByteSource& source, bool ignoreV1, off64_t offset) {
-    mIsValid = readV2(source, offset) || (!ignoreV1 && readV1(source));
-}
-
-bool ID3::readV2(const id3::ByteSource& source, off64_t offset) {
-    clear();
-    std::array<uint8_t, id3::kTagHeaderSize> bytes;
-    if (!source.readFully(offset, bytes.data(), bytes.size())) return false;
-    const auto header = id3::readTagHeader(bytes);
-    if (!header) return false;
-    if (header->size > id3::kMaxTagSize) {
-        ZR_LOGE(base::kId3Tag, "skipping huge ID3 metadata of size %zu", header->size);
-        return false;
-    }
-    const Version version = versionOf(header->majorVersion);
-    const off64_t bodyOffset = base::checkedAdd(offset, off64_t{id3::kTagHeaderSize});
-
-    mData = allocate(header->size);
-    if (mData == nullptr) return false;
-    mSize = header->size;
-    mRawSize = header->size + id3::kTagHeaderSize;
-    if (!source.readFully(bodyOffset, mData, mSize) || !prepareFrames(version, header->flags)) {
-        clear();
-        return false;
-    }
-    mVersion = version;
-    return true;
-}
-
-bool ID3::readV1(const id3::ByteSource& source) {
-    clear();
-    off64_t size = 0;
-    if (source.getSize(source.source, &size) != OK || size < off64_t{kV1TagSize}) return false;
-    mData = allocate(kV1TagSize);
-    if (mData == nullptr) return false;
-    if (!source.readFully(size - off64_t{kV1TagSize}, mData, kV1TagSize) ||
-        std::memcmp(mData, "TAG", 3) != 0) {
-        clear();
-        return false;
-    }
-    mSize = kV1TagSize;
-    mFirstFrameOffset = kV1FirstFieldOffset;
-    mVersion = mData[kV1_1MarkOffset] == 0 ? ID3_V1_1 : ID3_V1;
-    return true;
-}
-
-// Readies the body of a v2 tag for walking over its frames: undoes unsynchronisation, finds the
-// first frame.
-bool ID3::prepareFrames(Version version, uint8_t flags) {
-    const bool unsynchronised = (flags & id3::kUnsynchronised) != 0;
-    const bool hasExtendedHeader = (flags & id3::kHasExtendedHeader) != 0;
-    // The extended header of a v2.4 tag is not unsynchronised, its frames are, one by one.
-    if (unsynchronised && version != ID3_V2_4) removeUnsynchronization();
-    if (hasExtendedHeader && version != ID3_V2_2 && !skipExtendedHeader(version)) return false;
-    return version != ID3_V2_4 || repairFrames(unsynchronised);
-}
-
-bool ID3::skipExtendedHeader(Version version) {
-    const id3::Bytes body{mData, mSize};
-    const auto header = version == ID3_V2_3 ? id3::readExtendedHeaderV2_3(body)
-                                            : id3::readExtendedHeaderV2_4(body);
-    if (!header) return false;
-    mFirstFrameOffset = header->firstFrameOffset;
-    size_t framesEnd;
-    if (__builtin_add_overflow(mFirstFrameOffset, header->paddingSize, &framesEnd)) {
-        ZR_LOGE(base::kId3Tag, "b/24623447, paddingSize is too large");
-    }
-    if (mSize - mFirstFrameOffset < header->paddingSize) return false;
-    mSize -= header->paddingSize;
-    return true;
-}
-
-// A v2.4 tag whose frames do not fit is tried once more with plain frame sizes, from the bytes as
-// they were, which no other tag needs to have kept. Memory for these is claimed in advance: a tag
-// for which there is none is refused, whether or not it turns out to need it.
-bool ID3::repairFrames(bool hasGlobalUnsync) {
-    const size_t size = mSize;
-    id3::Snapshot snapshot{allocate(size)};
-    if (snapshot.memory == nullptr) {
-        ZR_LOGE(base::kId3Tag, "b/24623447, no more memory");
-        return false;
-    }
-    const bool fits = id3::framesFit({mData, mSize}, mFirstFrameOffset);
-    bool ok = undoFrames(false, hasGlobalUnsync, fits ? nullptr : &snapshot);
-    if (!ok) {
-        if (snapshot.taken) std::memcpy(mData, snapshot.memory, size);
-        mSize = size;
-        ok = undoFrames(true, hasGlobalUnsync, nullptr);
-    }
-    std::free(snapshot.memory);
-    return ok;
-}
-
-bool ID3::undoFrames(bool iTunesHack, bool hasGlobalUnsync, id3::Snapshot* snapshot) {
-    const size_t oldSize = mSize;
-    const auto sizes = iTunesHack ? id3::FrameSizes::kPlain : id3::FrameSizes::kSyncsafe;
-    const auto done =
-            id3::undoFrames({mData, mSize}, mFirstFrameOffset, sizes, hasGlobalUnsync, snapshot);
-    mSize = done.size;
-    if (done.readOffset > oldSize) {  // cannot be: a frame is refused unless it fits
-        ZR_LOGE(base::kId3Tag, "b/34618607 (%zu %zu %zu %zu)", done.readOffset, done.writeOffset,
-                oldSize, mSize);
-        __android_log_error_write(0x534e4554, "34618607", -1, nullptr, 0);
-    }
-    return done.ok;
-}
-
-void ID3::clear() {
+// In place of the tag before. Only the version of that stays when there is no tag.
+bool ID3::hold(id3::Tag tag) {
     std::free(mData);
-    mData = nullptr;
-    mSize = 0;
-    mFirstFrameOffset = 0;
-    mRawSize = 0;
+    mData = tag.memory.release();
+    mSize = tag.size;
+    mFirstFrameOffset = tag.firstFrameOffset;
+    mRawSize = tag.rawSize;
+    if (mData == nullptr) return false;
+    mVersion = static_cast<Version>(tag.version);
+    return true;
+}
+
+id3::TagView ID3::view() const {
+    return {{mData, mSize}, mFirstFrameOffset, static_cast<id3::Version>(mVersion)};
 }
 
 }  // namespace android

@@ -35,7 +35,7 @@ uint8_t* moveUndone(uint8_t* to, const uint8_t* from, size_t size) {
     return to;
 }
 
-struct FrameHeader {
+struct V2_4Header {
     size_t dataSize;
     uint16_t flags;
 };
@@ -47,13 +47,13 @@ bool hasFrame(Bytes rest) {
 
 // The header at the start of what is left of the tag, which is enough for one, or nothing when the
 // frame is larger than that.
-std::optional<FrameHeader> readFrameHeader(Bytes rest, FrameSizes sizes) {
+std::optional<V2_4Header> readFrameHeader(Bytes rest, FrameSizes sizes) {
     const auto size = sizes == FrameSizes::kPlain ? base::bigEndian32(rest.data() + 4)
                                                   : readSyncsafe(rest.data() + 4);
     if (!size || *size > rest.size() - kFrameHeaderSize) return std::nullopt;
     const auto flags = base::bigEndian16(rest.data() + 8);
     if ((flags & kFrameHasDataLength) != 0 && *size < kDataLengthSize) return std::nullopt;
-    return FrameHeader{*size, flags};
+    return V2_4Header{*size, flags};
 }
 
 void writeFrameHeader(uint8_t* header, size_t dataSize, uint16_t flags) {
@@ -64,23 +64,23 @@ void writeFrameHeader(uint8_t* header, size_t dataSize, uint16_t flags) {
     header[9] = static_cast<uint8_t>(flags);
 }
 
-class FrameWalk {
+// Reads the frames at one cursor and writes them, simpler, at another that is never ahead.
+class FrameSimplifier {
 public:
-    FrameWalk(std::span<uint8_t> tag, size_t firstFrameOffset, FrameSizes sizes,
-              bool allUnsynchronised, Snapshot* snapshot)
+    FrameSimplifier(std::span<uint8_t> tag, size_t firstFrameOffset, FrameSizes sizes,
+                    bool allUnsynchronised)
         : mTag(tag),
           mFrom(tag.data() + firstFrameOffset),
           mTo(tag.data() + firstFrameOffset),
           mSizes(sizes),
-          mAllUnsynchronised(allUnsynchronised),
-          mSnapshot(snapshot) {}
+          mAllUnsynchronised(allUnsynchronised) {}
 
-    FramesUndone run() {
+    SimplifiedFrames run() {
         bool ok = true;
         while (ok && hasFrame({mFrom, left()})) {
             const auto header = readFrameHeader({mFrom, left()}, mSizes);
             ok = header.has_value();
-            if (ok) undo(*header);
+            if (ok) simplify(*header);
         }
         return finish(ok);
     }
@@ -88,14 +88,13 @@ public:
 private:
     size_t left() const { return static_cast<size_t>(mTag.data() + mTag.size() - mFrom); }
 
-    void undo(FrameHeader frame) {
+    void simplify(V2_4Header frame) {
         uint16_t flags = frame.flags;
         const bool unsynchronised = mAllUnsynchronised || (flags & kFrameUnsynchronised) != 0;
         flags &= static_cast<uint16_t>(~(kFrameUnsynchronised | kFrameHasDataLength));
         // The header of a frame that is only known to be unsynchronised from the tag's flag keeps
         // the size from before.
         const bool rewritten = flags != frame.flags || mSizes == FrameSizes::kPlain;
-        if (rewritten || unsynchronised) keepSnapshot();
 
         uint8_t* const header = mTo;
         mTo = move(mTo, mFrom, kFrameHeaderSize);
@@ -111,30 +110,19 @@ private:
         if (rewritten) writeFrameHeader(header, static_cast<size_t>(mTo - data), flags);
     }
 
-    void keepSnapshot() {
-        if (mSnapshot == nullptr || mSnapshot->taken) return;
-        std::memcpy(mSnapshot->memory, mTag.data(), mTag.size());
-        mSnapshot->taken = true;
-    }
-
     // Moves what the walk did not come to behind what it did.
-    FramesUndone finish(bool ok) {
-        uint8_t* const begin = mTag.data();
-        uint8_t* const end = begin + mTag.size();
-        FramesUndone result{ok, mTag.size(), static_cast<size_t>(mFrom - begin),
-                            static_cast<size_t>(mTo - begin)};
+    SimplifiedFrames finish(bool ok) {
+        uint8_t* const end = mTag.data() + mTag.size();
         uint8_t* const newEnd = move(mTo, mFrom, left());
         if (ok) std::fill(newEnd, end, uint8_t{0});
-        result.size = static_cast<size_t>(newEnd - begin);
-        return result;
+        return {ok, static_cast<size_t>(newEnd - mTag.data())};
     }
 
     std::span<uint8_t> mTag;
     const uint8_t* mFrom;  // up to here the tag has been read
-    uint8_t* mTo;          // and up to here written, never past mFrom
+    uint8_t* mTo;          // and up to here written
     FrameSizes mSizes;
     bool mAllUnsynchronised;
-    Snapshot* mSnapshot;
 };
 
 }  // namespace
@@ -154,10 +142,10 @@ bool framesFit(Bytes tag, size_t firstFrameOffset) {
     return true;
 }
 
-FramesUndone undoFrames(std::span<uint8_t> tag, size_t firstFrameOffset, FrameSizes sizes,
-                        bool allUnsynchronised, Snapshot* snapshot) {
-    if (firstFrameOffset > tag.size()) return {true, tag.size(), tag.size(), tag.size()};
-    return FrameWalk(tag, firstFrameOffset, sizes, allUnsynchronised, snapshot).run();
+SimplifiedFrames simplifyFrames(std::span<uint8_t> tag, size_t firstFrameOffset, FrameSizes sizes,
+                                bool allUnsynchronised) {
+    if (firstFrameOffset > tag.size()) return {true, tag.size()};
+    return FrameSimplifier(tag, firstFrameOffset, sizes, allUnsynchronised).run();
 }
 
 }  // namespace android::id3

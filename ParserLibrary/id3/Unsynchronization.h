@@ -22,28 +22,19 @@ enum class FrameSizes {
     kPlain,     // as in ID3v2.3, which some programs write into v2.4 tags
 };
 
-// Room for the tag as it was, filled before its first change.
-struct Snapshot {
-    uint8_t* memory;
-    bool taken = false;
-};
-
-// Whether undoFrames with syncsafe sizes would find every frame to fit; changes nothing.
+// Whether simplifyFrames with syncsafe sizes would find every frame to fit; changes nothing.
 bool framesFit(Bytes tag, size_t firstFrameOffset);
 
-struct FramesUndone {
-    bool ok;             // every frame fits into the tag
-    size_t size;         // what is left of the tag
-    size_t readOffset;   // where the walk ended, in the tag as it was
-    size_t writeOffset;  // and in what it has become
+struct SimplifiedFrames {
+    bool ok;      // every frame fits into the tag
+    size_t size;  // what is left of the tag
 };
 
 // Makes plain frames of those of a v2.4 tag that are unsynchronised (all, or those that say so) or
 // have a data length indicator (ID3v2.4 4.1.2), in one pass and in place. Sizes are syncsafe in
 // every frame header that is written again: in those of frames with one of these flags, and in all
-// of a tag with plain sizes. Bytes that become free are zeroed unless the walk fails. A snapshot is
-// optional.
-FramesUndone undoFrames(std::span<uint8_t> tag, size_t firstFrameOffset, FrameSizes sizes,
-                        bool allUnsynchronised, Snapshot* snapshot);
+// of a tag with plain sizes. Bytes that become free are zeroed unless the walk fails.
+SimplifiedFrames simplifyFrames(std::span<uint8_t> tag, size_t firstFrameOffset, FrameSizes sizes,
+                                bool allUnsynchronised);
 
 }  // namespace android::id3

@@ -8,7 +8,10 @@
 #include <optional>
 
 #include "Helper/base/Log.h"
+#include "ParserLibrary/id3/FrameString.h"
 #include "ParserLibrary/id3/Frames.h"
+#include "platform/MediaFormat.h"
+#include "platform/Strings.h"
 #include "zrcodecparser/FormatKeys.h"
 
 namespace android {
@@ -18,7 +21,7 @@ constexpr const char* kTag = "ID3Wrapper";
 
 struct TextRow {
     const char* const* key;
-    id3::FrameId firstId;  // counts before the second
+    id3::FrameId firstId;
     id3::FrameId secondId;
 };
 
@@ -39,36 +42,6 @@ constexpr auto kTextRows = std::to_array<TextRow>({
         {&AMEDIAFORMAT_KEY_COMPILATION,   idOf("TCP"),  idOf("TCMP")},
 });
 // clang-format on
-
-// How a text was found, from the worst to the best.
-enum class FoundBy { kNone, kSecondId, kFirstId };
-
-struct FoundText {
-    String8 text{};
-    FoundBy found = FoundBy::kNone;
-};
-
-FoundBy compare(id3::FrameId id, const TextRow& row) {
-    if (id == row.firstId) return FoundBy::kFirstId;
-    return id == row.secondId ? FoundBy::kSecondId : FoundBy::kNone;
-}
-
-// Of each row, the text of the first frame with its first id, or else with its second.
-std::array<FoundText, kTextRows.size()> readTexts(const ID3& id3) {
-    std::array<FoundText, kTextRows.size()> texts;
-    String8 id;
-    for (ID3::Iterator frame(id3, nullptr); !frame.done(); frame.next()) {
-        frame.getID(&id);
-        const id3::FrameId number = id3::frameId(id.c_str());
-        for (size_t i = 0; i < texts.size(); ++i) {
-            const FoundBy found = compare(number, kTextRows[i]);
-            if (found <= texts[i].found) continue;
-            texts[i].found = found;
-            frame.getString(&texts[i].text);
-        }
-    }
-    return texts;
-}
 
 // What the flag stands for is the source's own affair.
 constexpr uint32_t kNotReadFlag = 0x40;
@@ -131,10 +104,13 @@ status_t ID3Wrapper::parseID3(AMediaFormat* meta, ID3& id3) {
     if (!id3.isValid()) return AMEDIA_ERROR_MALFORMED;
     AMediaFormat_setInt32(meta, ZREAMEDIAFORMAT_KEY_MIXEDENCODINGTYPE,
                           static_cast<int32_t>(id3.isMixedEncodingtype()));
-    const auto texts = readTexts(id3);
-    for (size_t i = 0; i < texts.size(); ++i) {
-        if (texts[i].found == FoundBy::kNone) continue;
-        AMediaFormat_setString(meta, *kTextRows[i].key, texts[i].text.c_str());
+    const id3::TagView tag = id3.view();
+    const auto frames = id3::chooseFrames(tag, kTextRows);
+    String8 text;
+    for (size_t i = 0; i < frames.size(); ++i) {
+        if (!frames[i]) continue;
+        id3::setFrameText(&text, tag, frames[i]->offset, frames[i]->size, {});
+        AMediaFormat_setString(meta, *kTextRows[i].key, text.c_str());
     }
     size_t size = 0;
     String8 mime;

@@ -1,6 +1,6 @@
 // Converts samples a number of times and prints how many there were, for count-instructions.
 //
-// usage: count_pcm CONVERTER PASSES
+// usage: count_pcm CONVERSION PASSES
 
 #include <cstdio>
 #include <cstdlib>
@@ -13,18 +13,18 @@ namespace pcm = android::pcm;
 namespace {
 
 #define ZR_NAMED(name) \
-    { #name, pcm::name }
+    { #name, pcm::Conversion::k##name }
 
 constexpr struct {
     const char* name;
-    pcm::Converter* convert;
-} kConverters[] = {
-        ZR_NAMED(signed8ToInt16),  ZR_NAMED(unsigned8ToInt16), ZR_NAMED(int24ToInt16),
-        ZR_NAMED(bigInt24ToInt16), ZR_NAMED(int32ToInt16),     ZR_NAMED(int32ToInt24),
-        ZR_NAMED(int32ToBigInt24), ZR_NAMED(floatToInt24),     ZR_NAMED(floatToBigInt24),
-        ZR_NAMED(int24ToFloat),    ZR_NAMED(int32ToFloat),     ZR_NAMED(bigInt32ToFloat),
-        ZR_NAMED(int24ToInt32),    ZR_NAMED(bigInt24ToInt32),  ZR_NAMED(swap16),
-        ZR_NAMED(swap24),          ZR_NAMED(swap32),
+    pcm::Conversion conversion;
+} kConversions[] = {
+        ZR_NAMED(Signed8ToInt16),  ZR_NAMED(Unsigned8ToInt16), ZR_NAMED(Int24ToInt16),
+        ZR_NAMED(BigInt24ToInt16), ZR_NAMED(Int32ToInt16),     ZR_NAMED(Int32ToInt24),
+        ZR_NAMED(Int32ToBigInt24), ZR_NAMED(FloatToInt24),     ZR_NAMED(FloatToBigInt24),
+        ZR_NAMED(Int24ToFloat),    ZR_NAMED(Int32ToFloat),     ZR_NAMED(BigInt32ToFloat),
+        ZR_NAMED(Int24ToInt32),    ZR_NAMED(BigInt24ToInt32),  ZR_NAMED(Swap16),
+        ZR_NAMED(Swap24),          ZR_NAMED(Swap32),
 };
 
 constexpr size_t kSamples = 9600;
@@ -35,14 +35,14 @@ alignas(64) uint8_t gFrom[4 * kSamples], gTo[4 * kSamples];
 int main(int argc, char** argv) {
     if (argc != 3) return 2;
     std::memset(gFrom, 0x3E, sizeof(gFrom));  // as floats, 0.186
-    for (const auto& converter : kConverters) {
-        if (std::strcmp(argv[1], converter.name) != 0) continue;
+    for (const auto& [name, conversion] : kConversions) {
+        if (std::strcmp(argv[1], name) != 0) continue;
         for (long pass = std::strtol(argv[2], nullptr, 10); pass > 0; --pass) {
-            converter.convert(gFrom, gTo, kSamples);
+            pcm::convert(conversion, gFrom, gTo, kSamples);
         }
         std::printf("%zu 1\n", kSamples);
         return 0;
     }
-    for (const auto& converter : kConverters) std::puts(converter.name);
+    for (const auto& [name, conversion] : kConversions) std::puts(name);
     return 2;
 }

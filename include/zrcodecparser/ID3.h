@@ -7,10 +7,11 @@
 //
 // How it fails: there are no statuses. Whatever is wrong with a tag as such (a flag that its
 // version does not know, a size that is not syncsafe, a source that reads short, no memory) leaves
-// the object invalid; whatever is wrong with a frame ends the walk there, or gives an empty text;
-// but a v2.4 tag whose frames do not fit into it is invalid. A tag of more than 0x700000 bytes is
-// refused. Messages go to the system log under the tag "ZRID3". Asking for frames or the picture of
-// an invalid object ends the process.
+// the object invalid; whatever is wrong with a frame ends the walk there, or gives an empty text.
+// But a v2.4 tag is invalid when its frames fit into it in neither reading of their sizes: as
+// syncsafe numbers, or as the plain ones that some programs write. A tag of more than 0x700000
+// bytes is refused. Messages go to the system log under the tag "ZRID3". Asking for frames or the
+// picture of an object that never held a tag ends the process.
 //
 // The documents: "ID3 tag version 2.3.0", "ID3 tag version 2.4.0" (Main Structure, Native Frames),
 // "ID3 tag version 2" for v2.2; cited as ID3v2.3, ID3v2.4, ID3v2.2.
@@ -20,16 +21,16 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "platform/DataSource.h"
-#include "platform/Strings.h"
 #include "zrcodecparser/DataSource.h"
 #include "zrcodecparser/Export.h"
 
 namespace android {
 
+class String8;
+
 namespace id3 {
-struct ByteSource;
-struct Snapshot;
+struct Tag;
+struct TagView;
 }  // namespace id3
 
 class ZR_EXPORT ID3 {
@@ -44,7 +45,9 @@ public:
     };
 
     // Reads the v2 tag at an offset in bytes; if there is none, and ignoreV1 is false, the v1 tag
-    // in the last 128 bytes. The source is used in the constructor only.
+    // in the last 128 bytes. The source is used in the constructor only, through its own readAt and
+    // getSize, and through nothing else. Fatal: an offset at which the source has the header of a
+    // v2 tag, and which overflows by the header's 10 bytes.
     ID3(DataSourceHelper* source, bool ignoreV1, off64_t offset);
 
     // Reads the v2 tag at the start of the bytes, which are copied. A v1 tag at their end is
@@ -64,6 +67,7 @@ public:
     // failure the object holds no frames. isValid, and until the next checkMixedEncodingtype the
     // mask, keep to what the constructor found, and version to the last tag. Iterators and pictures
     // from before are void, as they are after the two operations that remove unsynchronisation.
+    // Fatal: an offset as in the constructor.
     bool parseV2(DataSourceHelper* source, off64_t offset);
     bool parseV2(DataSourceBase* source, off64_t offset);
     bool parseV1(DataSourceHelper* source);
@@ -82,36 +86,34 @@ public:
     // another reason, deliberately keeps the size from before. iTunesHack reads the frame sizes as
     // plain 32-bit numbers, as some programs write them, and leaves syncsafe ones behind. Returns
     // false when a size is not syncsafe, or a frame does not fit into the tag or is too small for
-    // its indicator; the tag is useless then.
+    // its indicator: the frames before it are done then, and it follows them as it was.
     bool removeUnsynchronizationV2_4(bool iTunesHack, bool hasGlobalUnsync);
 
     // Works out which of six texts of the tag are in some 8-bit encoding: those marked ISO-8859-1,
     // which is often not true, and all of a v1 tag. Bits: 0x01 album, 0x02 artist, 0x04
-    // album artist, 0x08 composer, 0x10 genre, 0x20 title.
+    // album artist, 0x08 composer, 0x10 genre, 0x20 title. Of several frames of a kind the first
+    // counts, one with an id of v2.3 (TALB) before any with that of v2.2 (TAL). Does nothing for an
+    // invalid object, whose mask is 0.
     void checkMixedEncodingtype();
     // The mask of these bits, despite the name.
     uint32_t isMixedEncodingtype();
 
     // The data of the first attached picture (APIC; PIC in v2.2), or null. The bytes belong to the
     // tag. Sets *length to the size in bytes, 0 for null, and *mime to the MIME type: as it stands
-    // in an APIC frame, image/png, image/jpeg or text/plain (for a link) for a PIC frame. *mime
-    // may be set beside a null for a malformed frame. A picture of no bytes is possible
-    // with PIC.
+    // in an APIC frame, image/png, image/jpeg or text/plain (for a link) for a PIC frame. *mime may
+    // be set beside a null for a malformed frame. A picture of no bytes is possible with PIC. The
+    // description before the picture ends with one zero byte in encodings 0 and 3, and with two in
+    // any other, unknown ones included.
     const void* getAlbumArt(size_t* length, String8* mime) const;
 
     class Iterator;
 
 private:
     friend struct LayoutProbe;
+    friend class ID3Wrapper;
 
-    void parse(const id3::ByteSource& source, bool ignoreV1, off64_t offset);
-    bool readV2(const id3::ByteSource& source, off64_t offset);
-    bool readV1(const id3::ByteSource& source);
-    bool prepareFrames(Version version, uint8_t flags);
-    bool skipExtendedHeader(Version version);
-    bool repairFrames(bool hasGlobalUnsync);
-    bool undoFrames(bool iTunesHack, bool hasGlobalUnsync, id3::Snapshot* snapshot);
-    void clear();
+    bool hold(id3::Tag tag);
+    id3::TagView view() const;
 
     bool mIsValid = false;
     uint8_t* mData = nullptr;  // without the 10-byte header of a v2 tag
@@ -145,13 +147,22 @@ public:
     // The text of the frame; then, where ss is not null, its second half as getstring gives it.
     void getString(String8* s, String8* ss = nullptr) const;
 
-    // The text of a text frame, or what follows the encoding byte in any other; with secondhalf,
-    // what follows encoding, language and the description up to its NUL, as in COMM frames.
-    // ISO-8859-1 and UTF-8 come as the bytes that they are, NULs included. UTF-16 comes as UTF-8;
-    // if all its characters are below 256 and a byte-order mark was allowed (encoding 1), as
-    // ISO-8859-1. For an iterator made for USLT or ULT, language and description are skipped, which
-    // is taken to be empty. The track number and genre of a v1 tag come as decimal numbers. Empty
-    // when done, for an unknown encoding, and when the frame is too short.
+    // The text of a text frame, or what follows the encoding byte in any other. ISO-8859-1 and
+    // UTF-8 come as the bytes that they are, NULs included. UTF-16 comes as UTF-8; if all its
+    // characters are below 256 and a byte-order mark was allowed (encoding 1), as ISO-8859-1. The
+    // track number and genre of a v1 tag come as decimal numbers. Empty when done, for an encoding
+    // above 3, and when the frame is too short.
+    //
+    // With secondhalf, what follows encoding, language and a description, as in COMM frames; a v1
+    // tag has no halves and gives the whole field. The description ends at the first zero byte
+    // behind its first byte, which is deliberately not looked at. So behind an empty description
+    // the text is taken for more of it: the result is what follows the next zero byte, mostly
+    // nothing. And in UTF-16 the description ends at the first character that has a zero byte in
+    // it: the result is the rest of the description, a NUL, a byte-order mark and the text, or
+    // starts in the middle of a character, and is read as little-endian unless encoding is 2.
+    //
+    // For an iterator made for USLT or ULT either half begins behind a language and a description
+    // that is taken to be empty: 3 bytes and 1, or 2 in UTF-16.
     void getstring(String8* s, bool secondhalf) const;
 
     // 0 for v1, 6 for v2.2, 10 for v2.3 and v2.4.

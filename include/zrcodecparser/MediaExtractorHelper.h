@@ -44,15 +44,28 @@ public:
 
     // --- Codec selection ---
 
-    // Chooses the MIME type for a codec and stores it under AMEDIAFORMAT_KEY_MIME, with the keys
-    // that belong to the codec: "divx-version", "use-arbitrary-mode", "Layer-info", "wma-version",
-    // "wma-format-tag".
+    // Chooses the MIME type for a codec and stores it under AMEDIAFORMAT_KEY_MIME, with the int32
+    // keys that belong to the codec: "divx-version", "use-arbitrary-mode", "Layer-info",
+    // "wma-version", "wma-format-tag" (FormatKeys.h).
+    //
+    // The device's codec list is asked for a decoder of the codec's type. Some codecs have an
+    // alternative type, which is asked for first and taken when it has a decoder:
+    //   EVRC, QCELP, ALAC  "audio/x-zr-evrc", "audio/x-zr-qcelp", "audio/x-zr-alac"
+    //   AAC behind ADTS    "audio/mp4a-latm", before "audio/aac-adts"
+    //   MP2                "audio/mpeg", before "audio/mpeg-L2"; stored is "audio/mpeg" for both
+    //   AAC, MP3           their own type, which is asked for twice
+    // The type that is stored is the one that was found, but for WMV 8: a decoder of
+    // "video/x-ms-wmv8" is looked for, and "video/x-ms-wmv7" stored.
     //
     // A codec without a decoder on the device gets "video/notsupport" (codes 100 to 131) or
     // "audio/notsupport" (200 to 234), but for MPEG-2, E-AC-3 and MPEG-H, which are offered all the
     // same, and DivX 4 to 6, which become MPEG-4 where the device has that feature. A code outside
-    // both ranges gets "video/notsupport", also next to the audio codes. EVRC, QCELP and ALAC
-    // prefer the maker's software decoder ("audio/x-zr-...") where there is one.
+    // both ranges gets "video/notsupport", also next to the audio codes.
+    //
+    // Never offered, whatever the device has, are WMA of an unknown version (209), DoP (230), DSD
+    // (231) and AC-4 (232), and of video MS MPEG-4 1 to 3 (111 to 113), VP6 and VP7 (115, 116) and
+    // Sorenson H.263 (122). With a decoder all of these get "audio/notsupport", deliberately the
+    // video codecs too; without one, that of their kind.
     //
     // useArbitraryMode says that the container cuts video samples without regard to frames.
     //
@@ -79,8 +92,23 @@ public:
 
     // Describes a track: stores the keys for its kind and ends in SupportCodecEx (video and audio)
     // or stores the MIME type of its subtitles (text). trackInfo points to a TrackInfo;
-    // useArbitraryMode counts for video only. Returns 0, always: a track kind that is none of the
-    // three is logged and gets "audio/notsupport", as do subtitles that cannot be shown.
+    // useArbitraryMode counts for video only. All numbers are int32, stored in this order:
+    //   any    AMEDIAFORMAT_KEY_MAX_INPUT_SIZE, bytes: 1880064 for video, 1048576 for the others,
+    //          whatever the track; a parser whose samples can be larger replaces it after this call
+    //   video  AMEDIAFORMAT_KEY_WIDTH, _HEIGHT, _STRIDE and _SLICE_HEIGHT (width and height again):
+    //          pixels; _BIT_RATE: bits per second; "exist-sync-frame": 1, if the container marks
+    //          key frames; _FRAME_RATE: frames per second, if known
+    //   audio  "real-sample-rate": Hz; "real-sample-bits": bits, 0 = unknown;
+    //          AMEDIAFORMAT_KEY_SAMPLE_RATE: Hz; _CHANNEL_COUNT; _BIT_RATE: bits per second;
+    //          _CSD_0: for G.726, the bit rate's 4 bytes as in memory; if bitsPerSample is not 0,
+    //          _BITS_PER_SAMPLE and "Sample-Bits": bits, _PCM_ENCODING: 3 for PCM of 8 bits, else
+    //          2, 16-bit, for any other codec too; for every codec "wma-bits-per-sample": bits in
+    //          whole bytes, "wma-block-align" and "wma-vir-pkt-size": bytes; for Opus, _CSD_1 and
+    //          _CSD_2: codecDelay and seekPreRoll as they are; _LANGUAGE: text, "und" for null
+    //   text   AMEDIAFORMAT_KEY_LANGUAGE: textLanguage of SubRip, SSA and ASS, bitmapLanguage of
+    //          pictures if it is not null; AMEDIAFORMAT_KEY_MIME
+    // Returns 0, always: a track kind that is none of the three is logged and gets
+    // "audio/notsupport" and no other key; subtitles that cannot be shown get it too.
     int32_t setTrackMeta(void* trackInfo, AMediaFormat* format, bool useArbitraryMode);
 
     // Stores the container's MIME type for a FileKind. Returns 0, or -10000 and leaves the format
@@ -127,8 +155,7 @@ public:
     // Stores AVC codec data under AMEDIAFORMAT_KEY_CSD_AVC. The data are one of
     //   - an Annex B stream with an SPS and a PPS,
     //   - one SPS and one PPS, each behind a 16-bit big-endian length: trusted once the SPS fits
-    //   and
-    //     begins with 67,
+    //     and begins with 67,
     //   - anything else, which counts as a finished configuration record and is stored as it is.
     // Of the first two a record is made (ISO/IEC 14496-15 5.3.3.1.2, with 2-byte NAL unit lengths),
     // and width, height, stride and slice height are stored as the SPS gives them.
@@ -143,7 +170,11 @@ public:
     // The picture size in luma samples, after cropping, from an SPS that begins with its NAL unit
     // header (ITU-T H.264 7.3.2.1.1). Departs from the standard on purpose: emulation prevention
     // bytes stay in, chroma fields are not read for profiles 118 and 128, and delta_scale is read
-    // as ue(v).
+    // as ue(v). What is missing at the end reads as zero. A seq_scaling_matrix_present_flag of 1 is
+    // logged as a warning, "seq_scaling_matrix_present_flag != 0u".
+    //
+    // sps must not be null. Fatal: a side of 2^31 or more, with nothing written; cropping larger
+    // than the picture, with the size before cropping written.
     void FindAVCDimensions(const sp<ABuffer>& sps, int32_t* width, int32_t* height);
 
     // --- HEVC ---
@@ -163,7 +194,11 @@ public:
     // The picture size in luma samples from an SPS that begins with its NAL unit header (ITU-T
     // H.265 7.3.2.2.1). Nothing is written for an SPS of 2 bytes. Departs from the standard on
     // purpose: the conformance window counts in luma samples whatever the chroma format, and the
-    // last two bytes of the unit read as zero.
+    // last two bytes of the unit read as zero. What is missing reads as zero too. Nothing is
+    // logged.
+    //
+    // sps must not be null. Fatal: fewer than 2 bytes; a side of 2^31 or more, with nothing
+    // written; a conformance window larger than the picture, with the size before it written.
     void FindHEVCDimensions(const sp<ABuffer>& sps, int32_t* width, int32_t* height);
 
     // "Main Profile", "Main 10 profile", "Main Still Picture profile" for a general_profile_idc of
@@ -172,24 +207,42 @@ public:
 
     // --- Audio codec data ---
 
-    // Stores an audio track's codec private data, of *size bytes, in the form for its CodecType:
-    //   AAC           AudioSpecificConfig; as setESDS for audio
-    //   FLAC          "flac-codec-specific-data"; block and frame sizes if "fLaC" and STREAMINFO
-    //   Vorbis        as setVorbisCodecSpecificData, whose failure is logged and not returned
-    //   WMA           "wma-..." keys; layouts by version
-    //   ADPCM, Opus   the whole data: "adpcm-codec-specific-data", AMEDIAFORMAT_KEY_CSD_0
-    // Any other code stores nothing. Returns 0, or -1 for WMA 1 and 2 data that are too short
-    // (logged, nothing stored). Other WMA data that are too short are logged and count as zeros.
+    // Stores an audio track's codec private data, of *size bytes, in the form for its CodecType.
+    // data may be a buffer of format itself; *size is not changed.
+    //   201 AAC       an AudioSpecificConfig of any length, as setESDS for audio
+    //   207 FLAC      the whole data: "flac-codec-specific-data". If they are 26 bytes or more and
+    //                 begin with "fLaC" in any case of letters, the numbers of the STREAMINFO
+    //                 (RFC 9639 8.2) taken to stand behind the next 4 bytes, big-endian:
+    //                 "min-block-size", "max-block-size", "min-frame-size", "max-frame-size"
+    //   208 Vorbis    as setVorbisCodecSpecificData, whose failure is logged and not returned
+    //   210 WMA 1     "wma-encode-opt": 16 bits at byte 2. Less than 4 bytes: an error
+    //   211 WMA 2     "wma-encode-opt": 16 bits at byte 4. Less than 6 bytes: an error
+    //   212 WMA Pro, 213 WMA lossless
+    //                 "wma-channel-mask", "wma-adv-enc-opt1", "wma-adv-enc-opt2": 32 bits at bytes
+    //                 2, 6, 10; "wma-encode-opt": 16 bits at byte 14
+    //   214 WMA voice "wma-channel-mask": 32 bits at byte 2; "wma-encode-opt", "wma-adv-enc-opt1":
+    //                 16 bits at bytes 14, 16; "wma-voice-enc-opt1", "wma-voice-enc-opt2_0",
+    //                 "wma-voice-enc-opt2_1": 32 bits at bytes 18, 22, 26
+    //   218 ADPCM     the whole data: "adpcm-codec-specific-data"
+    //   228 Opus      the whole data: AMEDIAFORMAT_KEY_CSD_0
+    // Any other code stores nothing, 209 (WMA of an unknown version) and 226 (AAC behind ADTS
+    // headers) among them; data and size are not looked at then and may be null. WMA fields are
+    // little-endian; those of 32 bits are stored as the int32 of the same bits. Of 212 to 214, data
+    // of less than 18 bytes are logged and all their fields are 0; in longer data a field's bytes
+    // past the end read as 0.
+    // Returns 0, or -1 for too short data of 210 and 211 (logged, nothing stored).
     status_t setAudioConfig(uint32_t codecType, const uint8_t* data, size_t* size,
                             AMediaFormat* format);
 
     // Stores an elementary stream descriptor (ISO/IEC 14496-1 7.2.6.5) around the decoder-specific
-    // data under AMEDIAFORMAT_KEY_ESDS: MPEG-4 audio or MPEG-4 Visual. Returns 0.
+    // data of *size bytes under AMEDIAFORMAT_KEY_ESDS: objectTypeIndication 0x40 (MPEG-4 audio) or
+    // 0x20 (MPEG-4 Visual), all other numbers 0, streamType too; no SLConfigDescriptor. *size is
+    // not changed. Returns 0.
     status_t setESDS(const uint8_t* data, size_t* size, AMediaFormat* format, bool isAudio);
 
     // Writes an MPEG-4 Visual descriptor with one-byte sizes, of which data of more than 107 bytes
     // deserve longer ones: only their low 8 bits are kept. Requires room for *size + 22 bytes at
-    // out.
+    // out. *size is not changed.
     void makeESDS(const uint8_t* data, size_t* size, uint8_t* out);
 
     // Writes the descriptor for the two bytes of an AudioSpecificConfig (ISO/IEC 14496-3 1.6.2.1)
@@ -201,14 +254,16 @@ public:
 
     // The expandable size field (ISO/IEC 14496-1 8.3.3): its length for a value, 1 to 4 bytes; and
     // the field itself, written at out + offset, which moves on past it. Values of 2^28 and above
-    // lose their top bits.
+    // lose their top bits. An offset that would leave its type is fatal, before anything is
+    // written.
     size_t bytesForSize(size_t value);
     void storeSize(uint8_t* out, size_t& offset, size_t value);
 
-    // Splits the three Vorbis headers out of a block with Xiph lacing and stores the identification
-    // header under AMEDIAFORMAT_KEY_CSD_0 and the setup header under AMEDIAFORMAT_KEY_CSD_1.
-    // Returns 0; -1007 when the block is malformed or its first packet no identification header,
-    // with nothing stored; -10001 when the second or third packet is of a wrong type, with
+    // Splits the three Vorbis headers out of a block with Xiph lacing, of *size bytes, and stores
+    // the identification header under AMEDIAFORMAT_KEY_CSD_0 and the setup header under
+    // AMEDIAFORMAT_KEY_CSD_1. data may be a buffer of format itself; *size is not changed.
+    // Returns 0; -1007 when the block is empty or malformed or its first packet no identification
+    // header, with nothing stored; -10001 when the second or third packet is of a wrong type, with
     // AMEDIAFORMAT_KEY_CSD_0 stored all the same.
     status_t setVorbisCodecSpecificData(const uint8_t* data, size_t* size, AMediaFormat* format);
 
@@ -216,12 +271,14 @@ public:
 
     // Stores a video track's codec private data, of size bytes, in the form for the codecType of
     // the TrackInfo at trackInfo:
-    //   MPEG-1, -2, -4, DivX 4 to 6   as setESDS for video
+    //   MPEG-1, -2, -4 and -4 ASP,    as setESDS for video
+    //   Xvid, DivX 4 to 6
     //   AVC                           as setAVCCSeqHeader, with its status
     //   WMV, VC-1                     as setVC1SeqHeader
     //   Theora                        the whole data: "theora-codec-specific-data"
     //   HEVC                          as MakeHEVCCodecSpecificData, with its status
-    // Any other code stores nothing. Returns 0 but for AVC and HEVC. size is not changed.
+    // Any other code stores nothing, and its data are not looked at. Returns 0 but for AVC and
+    // HEVC. size is not changed. Fatal where the operation named is.
     status_t setVideoConfig(void* trackInfo, const uint8_t* data, size_t& size,
                             AMediaFormat* format);
 
@@ -235,16 +292,18 @@ public:
     // --- Samples ---
 
     // Whether one whole sample of a track can be decoded on its own, for containers that do not
-    // mark such samples: by the first VOP in MPEG-4 and DivX 4 to 6 (ISO/IEC 14496-2 6.2.5), the
-    // picture header in H.263 (ITU-T H.263 5.1), an IDR slice in Annex B H.264 (ITU-T H.264 7.3.1).
-    // False for any other codec, HEVC included, and for no data. An H.263 picture that is not INTRA
-    // is logged.
+    // mark such samples: by the first VOP in MPEG-4, MPEG-4 ASP, Xvid and DivX 4 to 6 (ISO/IEC
+    // 14496-2 6.2.5), the picture header in H.263 (ITU-T H.263 5.1), an IDR slice in Annex B H.264
+    // (ITU-T H.264 7.3.1). False for any other codec, HEVC included, and for no data, null or of
+    // size 0. A start code counts only with two bytes or more behind it. An H.263 picture that is
+    // not INTRA is logged.
     bool isKeyFrame(const uint8_t* data, size_t size, int codecType);
 
     // --- Tags ---
 
     // The operations of ID3Wrapper of these names: texts and picture of an ID3 tag in memory or in
-    // a file, encoder delay and padding from its gapless comment.
+    // a file, encoder delay and padding from its gapless comment. Of a source they ask only flags()
+    // of the object, all else of the record under it.
     status_t parseID3v2MetaData(const uint8_t* data, size_t size, bool ignoreV1,
                                 AMediaFormat* meta);
     status_t parseID3v2MetaData(DataSourceHelper* source, bool ignoreV1, off64_t offset,
@@ -260,22 +319,26 @@ public:
     // that is a link, of another type than front cover, or cut short is passed over in silence.
     //
     // commentLength, the comment's length in bytes without the NUL, bounds the memory for a
-    // picture. Fatal: a picture comment with a commentLength that does not cover its name and the
-    // =.
+    // picture, and nothing else: where it is too small, a picture that does not fit into three
+    // bytes for each four characters of the value which it covers is logged as malformed base64.
+    // Fatal: a picture comment with a commentLength that does not cover its name and the =.
     void parseVorbisComment(AMediaFormat* fileMeta, const char* comment, size_t commentLength);
 
     // --- For older parsers, which keep metadata under four-character codes ---
 
-    // As SupportCodecEx for a format, but with fewer codecs: MPEG-1, -2 and -4, AVC, HEVC; AAC,
-    // MP2, MP3, AC-3, E-AC-3, DTS, PCM, DTS-LBR, AC-4. Any other gets "video/notsupport" or
-    // "audio/notsupport" under 'mime', as does one without a decoder, but for MPEG-2 and E-AC-3.
-    // Returns 0; -2147483648 with such a MIME type (logged) when the media server or the codec list
-    // cannot be reached.
+    // As SupportCodecEx for a format, but stores kZreKeyMime, and offers fewer codecs: MPEG-1, -2
+    // and -4, AVC, HEVC; AAC, MP2, MP3, AC-3, E-AC-3, DTS, PCM, DTS-LBR, AC-4. Any other gets
+    // "video/notsupport" or "audio/notsupport", of its kind, as does one without a decoder
+    // (logged), but for MPEG-2 and E-AC-3. MPEG-4 also gets 0 under kZreKeyUseArbitraryMode; DivX
+    // never becomes MPEG-4, and the information about a decoder is not asked for. Returns 0;
+    // -2147483648 with a "notsupport" type (logged) when the media server or the codec list cannot
+    // be reached.
     int32_t SupportCodecEx(int codecType, MetaDataBase& meta);
 
-    // Copies what older parsers need of a format: MIME type, width and height, HEVC codec data,
-    // tag texts, encoding type, picture. 'Dsrt' deliberately receives the encoding type where the
-    // format has a DSD sample rate. Returns 0.
+    // Copies what older parsers need of a format, and nothing else, under the codes that MetaKeys.h
+    // lists for them: MIME type, width and height, HEVC codec data, tag texts, encoding type,
+    // picture. kZreKeyDSDSampleRate deliberately receives the encoding type, or 0, where the format
+    // has a DSD sample rate. What the format lacks stays as it was in meta. Returns 0.
     int32_t convertZRAMediaFormatToMeta(AMediaFormat* format, MetaDataBase* meta);
     int32_t convertZRAMediaFormatToMeta(AMediaFormat* format, sp<MetaData>& meta);
 
@@ -300,7 +363,9 @@ public:
     // capacity is looked at; sizes that overflow.
     //
     // The operations on arrays want room for all of their output, which may begin where the source
-    // begins.
+    // begins, but not for ConvertXto32. They write nothing, and return 0, for 16 bits to 16, for a
+    // number of samples of 0, and where that number is signed, for a negative one. Fatal: a number
+    // of samples whose bytes overflow a size, or 2^31 - 1 where it has 32 bits.
 
     // Converts to destinationBits by the operation below that does; 32 means float. Returns its
     // status; 0, and leaves the buffer alone, when the samples are in that format already; -1010
@@ -313,7 +378,7 @@ public:
     // samples are integers in little-endian order whatever bigEndian says. For 8 bits the buffer
     // needs room for 2 * length bytes at the offset, else the result is -1009 and nothing is
     // changed. The array form takes only the low 32 bits of a number of 8-bit samples, as a signed
-    // number.
+    // number, of which -2^31 is fatal.
     status_t ConvertXto16(MediaBufferHelper* buffer, int32_t sourceBits, bool bigEndian);
     status_t ConvertXto16(const uint8_t* source, uint8_t* destination, int32_t sourceBits,
                           size_t samples, bool bigEndian);
@@ -344,7 +409,9 @@ public:
     // 24 bits to the upper 24 of 32, for an array. In a buffer, deliberately, the 4 bytes a sample
     // that the caller has provided at the offset come out as zeros: the writes overtake the reads.
     // Of 32 bits, which a buffer leaves alone unless they are floats, 0 gives 0.0f, any other
-    // number 2147483648.0f, and one with the sign bit set is fatal.
+    // number 2147483648.0f, and one with the sign bit set is fatal: those before it have been
+    // written by then. For 24 bits the output of the array form must not overlap the source: it
+    // would overtake the reads like that of a buffer.
     status_t ConvertXto32(MediaBufferHelper* buffer, int32_t sourceBits, bool sourceIsFloat,
                           bool unused);
     status_t ConvertXto32(const uint8_t* source, uint8_t* destination, int32_t sourceBits,

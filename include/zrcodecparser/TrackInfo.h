@@ -40,13 +40,19 @@ struct TrackInfo {
         const char* textLanguage;      // of SubRip, SSA and ASS; must not be null for these
     };
 
-    uint32_t trackType;  // one of the kTrackType values
-    uint32_t codecType;  // a CodecType
+    uint32_t trackType = 0;  // one of the kTrackType values
+    uint32_t codecType = 0;  // a CodecType
     union {
         Video video;
         Audio audio;
         Text text;
+        // A new record is zero from end to end, whichever of the three is filled in: it is this
+        // member that covers the gaps inside and behind the others.
+        uint8_t zeros[sizeof(Audio)] = {};
     };
 };
+
+static_assert(sizeof(TrackInfo::Audio) >= sizeof(TrackInfo::Video) &&
+              sizeof(TrackInfo::Audio) >= sizeof(TrackInfo::Text));
 
 }  // namespace android

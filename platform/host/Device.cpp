@@ -16,8 +16,9 @@ struct DeviceState {
             std::make_shared<const host::Device>(host::typicalPhone());
 };
 
+// Never destroyed: a program's static objects may use the library from their destructors.
 DeviceState& state() {
-    static DeviceState instance;
+    static auto& instance = *new DeviceState;
     return instance;
 }
 
@@ -83,6 +84,10 @@ sp<IServiceManager> defaultServiceManager() {
 sp<IMediaPlayerService> IMediaPlayerService::asInterface(const sp<IBinder>& service) {
     if (service == nullptr) return nullptr;
     return new HostPlayerInterface;
+}
+
+sp<IMediaPlayerService> mediaPlayerService() {
+    return IMediaPlayerService::asInterface(defaultServiceManager()->getService("media.player"));
 }
 
 sp<IMediaCodecList> MediaCodecList::getInstance() {

@@ -47,8 +47,9 @@ struct LogState {
     FatalHandler fatalHandler = nullptr;
 };
 
+// Never destroyed: a program's static objects may use the library from their destructors.
 LogState& state() {
-    static LogState instance;
+    static auto& instance = *new LogState;
     return instance;
 }
 

@@ -44,9 +44,11 @@ struct AMessage::Entries {
     }
 };
 
-AMessage::AMessage() : mEntries(std::make_unique<Entries>()) {}
+AMessage::AMessage() : mEntries(new Entries) {}
 
-AMessage::~AMessage() = default;
+AMessage::~AMessage() {
+    delete mEntries;
+}
 
 void AMessage::setInt32(const char* key, int32_t value) {
     mEntries->set(key, value);

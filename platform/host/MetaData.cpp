@@ -41,9 +41,11 @@ struct MetaDataBase::Entries {
     }
 };
 
-MetaDataBase::MetaDataBase() : mEntries(std::make_unique<Entries>()) {}
+MetaDataBase::MetaDataBase() : mEntries(new Entries) {}
 
-MetaDataBase::~MetaDataBase() = default;
+MetaDataBase::~MetaDataBase() {
+    delete mEntries;
+}
 
 bool MetaDataBase::setInt32(uint32_t key, int32_t value) {
     return setData(key, kTypeInt32, &value, sizeof(value));

@@ -28,24 +28,31 @@ std::string little(size_t value, size_t sizeBytes) {
     return text;
 }
 
-// The referee knows the rates; the WAVEFORMATEX in the file holds the rest.
+// The referee knows the rates; the WAVEFORMATEX in the file holds the rest, the options of the
+// coder among it, at another place for each version.
 TEST(Glue, WmaComponentGetsTheNumbersOfTheFile) {
-    const std::string path = encode("-c:a wmav2 -b:a 96k -ac 2 -f asf");
-    const std::string ffprobe = "'" FFPROBE "' -v error -of json -show_streams ";
-    const json referee = json::parse(run(ffprobe + path).out)["streams"][0];
-    const size_t rate = std::stoul(referee["sample_rate"].get<std::string>());
-    const size_t bitRate = std::stoul(referee["bit_rate"].get<std::string>());
-    const size_t channels = referee["channels"];
-    std::string file;
-    for (const char byte : readFile(path)) file += hex(static_cast<unsigned char>(byte), 2);
-    const size_t wave = file.find(little(0x161, 2) + little(channels, 2) + little(rate, 4));
-    ASSERT_NE(wave, std::string::npos);
-    EXPECT_EQ(received("--decoder audio/x-zr-ms-wma " + path),
-              little(64, 4) + little(1, 4) + little(0, 4) + little(channels, 4) +
-                      little(bitRate, 4) + little(0, 8) + little(rate, 4) +
-                      file.substr(wave + 24, 4) + file.substr(wave + 44, 4) + little(0, 8) +
-                      little(0x161, 2) + little(16, 2) + std::string(32, '0'));
-    fs::remove(path);
+    for (const auto& [tag, options, optionsAt] :
+         {std::tuple{0x160, "-c:a wmav1 -b:a 32k -ar 22050 -ac 1 -f asf", 40},
+          {0x161, "-c:a wmav2 -b:a 96k -ac 2 -f asf", 44}}) {
+        const std::string path = encode(options);
+        const std::string ffprobe = "'" FFPROBE "' -v error -of json -show_streams ";
+        const json referee = json::parse(run(ffprobe + path).out)["streams"][0];
+        const size_t rate = std::stoul(referee["sample_rate"].get<std::string>());
+        const size_t bitRate = std::stoul(referee["bit_rate"].get<std::string>());
+        const size_t channels = referee["channels"];
+        std::string file;
+        for (const char byte : readFile(path)) file += hex(static_cast<unsigned char>(byte), 2);
+        const std::string tagBytes = little(static_cast<size_t>(tag), 2);
+        const size_t wave = file.find(tagBytes + little(channels, 2) + little(rate, 4));
+        ASSERT_NE(wave, std::string::npos);
+        EXPECT_EQ(received("--decoder audio/x-zr-ms-wma " + path),
+                  little(64, 4) + little(1, 4) + little(0, 4) + little(channels, 4) +
+                          little(bitRate, 4) + little(0, 8) + little(rate, 4) +
+                          file.substr(wave + 24, 4) +
+                          file.substr(wave + static_cast<size_t>(optionsAt), 4) + little(0, 8) +
+                          tagBytes + little(16, 2) + std::string(32, '0'));
+        fs::remove(path);
+    }
 }
 
 TEST(Glue, RealAudioWantsWhatOnlyItsParserKnows) {

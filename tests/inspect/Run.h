@@ -45,13 +45,27 @@ inline Result inspect(const std::string& arguments) {
     return run("cd '" SAMPLES "' && '" ZRINSPECT "' " + arguments);
 }
 
+// The same on a file of these bytes.
+inline Result inspectBytes(const std::string& arguments, const std::string& bytes) {
+    const fs::path path = fs::temp_directory_path() / ("zr_bytes" + std::to_string(getpid()));
+    std::ofstream(path, std::ios::binary) << bytes;
+    const Result result = inspect(arguments + " '" + path.string() + "'");
+    fs::remove(path);
+    return result;
+}
+
 inline json inspectFile(const std::string& arguments) {
     return json::parse(inspect("--json " + arguments).out)["files"][0];
 }
 
+// What ffprobe shows of a sample.
+inline json referee(const std::string& options, const std::string& file) {
+    const std::string ffprobe = "'" FFPROBE "' -v error -of json ";
+    return json::parse(run(ffprobe + options + " '" SAMPLES + file + "'").out);
+}
+
 inline json refereeStreams(const std::string& file) {
-    const std::string ffprobe = "'" FFPROBE "' -v error -of json -show_streams -show_data ";
-    return json::parse(run(ffprobe + "'" SAMPLES + file + "'").out)["streams"];
+    return referee("-show_streams -show_data", file)["streams"];
 }
 
 // The referee prints private data as lines of "offset: hex hex ...  text".

@@ -23,13 +23,13 @@ const auto kTexts = split(
         "album TALB TAL artist TPE1 TP1 albumartist TPE2 TP2 composer TCOM TCM genre TCON TCO "
         "title TIT2 TT2 year TYE TYER author TXT TEXT cdtracknum TRK TRCK discnum TPA TPOS "
         "compilation TCP TCMP");
-const auto kOtherIds = split("COMM COM COMM COM USLT ULT APIC PIC APIC PIC APIC PIC \0WX"s);
+const auto kOtherIds = split("COMM COM COMM COM USLT ULT APIC PIC APIC PIC APIC PIC \0WX UL\0T"s);
 
 // What frames are made of: characters of all sizes, byte-order marks, heads of frames.
-const auto kPieces =
-        split("a \xe9 \xff \0 \0 \0\0 \0a \0\xe9 a\0 \xe9\0 a\0\xe9\0 \xac! =\xd8\0\xde \xff\xfe "
-              "\xfe\xff "
-              "\xff\0\xff\0\0 eng eng\0 eng\0\0 engabc\0 image/png\0\3 PNG\3 JPG\3 -->\3 GIF\3"s);
+const auto kPieces = split(
+        "a \xe9 \xff \0 \0 \0\0 \0a \0\xe9 a\0 \xe9\0 a\0\xe9\0 \xac! =\xd8\0\xde \xff\xfe "
+        "\xfe\xff "
+        "\xff\0\xff\0\0 eng eng\0 eng\0\0 engabc\0 image/png\0\3 PNG\3 PNA\3 JPG\3 -->\3 GIF\3"s);
 
 struct Writer : Random {
     using Random::Random;
@@ -131,7 +131,7 @@ void compareFrames(const android::ID3& actual, const Id3Tag& tag, const char* id
 void compareTags(const android::ID3& actual, const Id3Tag& tag, const std::string& mime) {
     ASSERT_EQ(actual.version(), tag.version);
     if (tag.version == 0) return;
-    for (const char* id : {"COMM", "TT2", "ULT", "USLT", ""})
+    for (const char* id : {"COMM", "TT2", "ULT", "USLT", "UL", ""})
         compareFrames(actual, tag, *id == 0 ? nullptr : id);
     android::String8 type;
     size_t length;

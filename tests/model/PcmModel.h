@@ -129,8 +129,12 @@ private:
         const auto low = static_cast<uint32_t>(count);
         if (bits == 8 && low == 0x80000000) return std::nullopt;
         if (bits == 8) count = low > 0x80000000 ? 0 : low;
+        if (how.operation == kTo24) count = low >= 0x80000000 ? 0 : low;
 
         const std::string order = sample->order;
+        const size_t most = operation == kTo24 ? INT32_MAX / 3
+                                               : SIZE_MAX / std::max(sample->from, order.size());
+        if (count > most) return std::nullopt;
         for (uint64_t k = 0; k < count; ++k) {
             const size_t i = sample->backward ? count - 1 - k : k;
             Quad s{};

@@ -55,6 +55,15 @@ void compareBuffers(const Call& how, const Bytes& bytes, size_t align, size_t ca
     });
 }
 
+void compareArrays(const Call& how, const Bytes& bytes, size_t source, size_t destination,
+                   size_t count) {
+    Model model{bytes};
+    model.array(how, source, destination, count);
+    compare(model, bytes, std::max(source, destination), [&](uint8_t* data) {
+        return Outcome{runArray(how, data + source, data + destination, count)};
+    });
+}
+
 Call randomCall(Random& random, uint32_t operations) {
     const auto bits = [&random] {
         const uint32_t other = random.oneIn(3) ? random.any() : random.below(34);
@@ -116,11 +125,7 @@ TEST(PcmModel, Arrays) {
         source -= source % step;
         Bytes bytes = random.bytes(64 + distance + 4 * count);
         prepare(bytes, source, how, random);
-        Model model{bytes};
-        model.array(how, source, destination, count);
-        compare(model, bytes, std::max(source, destination), [&](uint8_t* data) {
-            return Outcome{runArray(how, data + source, data + destination, count)};
-        });
+        compareArrays(how, bytes, source, destination, count);
         if (HasFailure()) ADD_FAILURE() << test::describe(seed, bytes);
     }
 }
@@ -133,15 +138,25 @@ TEST(PcmModel, EveryNumberOf8And16Bits) {
     compareBuffers({kEndian, 16, 0, false, false}, bytes, 0, bytes.size(), {0, bytes.size()});
 }
 
-// What overflows is fatal; of 8-bit samples the low 32 bits of their number count.
+// What overflows is fatal, but for a buffer whose room is looked at before; of 8-bit samples the
+// low 32 bits of their number count.
 TEST(PcmModel, HugeNumbers) {
     const Call from8{kTo16, 8, 0, false, true}, from24{kTo16, 24, 0, false, true};
-    const Call to24{kTo24, 32, 0, false, true}, toFloat{kToFloat, 24, 0, false, false};
+    const Call to24{kTo24, 32, 0, false, true}, floatTo24{kTo24, 32, 0, true, false};
+    const Call toFloat{kToFloat, 24, 0, false, false}, to32{kTo32, 24, 0, false, false};
     for (size_t length : {1ul << 31, (1ul << 31) + 1, (1ul << 32) - 1, (1ul << 32) + 5, 3ul << 31})
         compareBuffers(from8, Bytes(99, 'x'), 0, SIZE_MAX, {3, length});
     compareBuffers(to24, Bytes(99), 0, 0, {0, 4 * size_t{INT32_MAX / 3 + 1}});
     for (const Call& how : {from24, to24, toFloat})
         compareBuffers(how, Bytes(99), 16, 0, {SIZE_MAX - 1, 6}, 40);
+    compareBuffers({kToFloat, 32, 0, false, true}, Bytes(99), 16, SIZE_MAX, {SIZE_MAX - 1, 8});
+
+    for (const Call& how : {from24, toFloat, to32})
+        compareArrays(how, Bytes(99), 0, 48, SIZE_MAX / 3 + 1);
+    for (const Call& how : {toFloat, to32}) compareArrays(how, Bytes(99), 0, 48, SIZE_MAX / 4 + 1);
+    for (const Call& how : {to24, floatTo24})
+        for (size_t count : {uint32_t{INT32_MAX / 3 + 1}, 1u << 31, UINT32_MAX})
+            compareArrays(how, Bytes(99), 0, 48, count);
 }
 
 }  // namespace

@@ -102,6 +102,31 @@ std::string encode(const std::string& arguments, const std::string& name) {
     return path;
 }
 
+std::vector<Bytes> nalUnits(const Bytes& stream) {
+    static const Bytes kStartCode = {0, 0, 1};
+    const auto startCodeFrom = [&stream](Bytes::const_iterator from) {
+        return std::search(from, stream.end(), kStartCode.begin(), kStartCode.end());
+    };
+    std::vector<Bytes> found;
+    for (auto at = startCodeFrom(stream.begin()); at != stream.end();) {
+        const auto first = at + std::ssize(kStartCode);
+        at = startCodeFrom(first);
+        found.emplace_back(first, at);
+        while (found.back().back() == 0) found.back().pop_back();
+    }
+    return found;
+}
+
+Bytes annexB(const std::vector<Bytes>& units, size_t startCodeSize) {
+    Bytes stream;
+    for (const Bytes& unit : units) {
+        stream.insert(stream.end(), startCodeSize - 1, 0);
+        stream.push_back(1);
+        stream.insert(stream.end(), unit.begin(), unit.end());
+    }
+    return stream;
+}
+
 Stream demux(const std::string& path) {
     av_log_set_level(AV_LOG_QUIET);
     AVFormatContext* opened = nullptr;

@@ -47,6 +47,10 @@ void writeFile(const std::string& path, const Bytes& bytes);
 // the file's path.
 std::string encode(const std::string& arguments, const std::string& name);
 
+// The NAL units of an Annex B stream; and a stream of units behind start codes of 3 or 4 bytes.
+std::vector<Bytes> nalUnits(const Bytes& stream);
+Bytes annexB(const std::vector<Bytes>& units, size_t startCodeSize);
+
 // The only stream of the file, as libavformat sees it.
 Stream demux(const std::string& path);
 

@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "referee/Media.h"
+#include "support/Tag.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
 namespace {
@@ -29,28 +30,19 @@ std::vector<std::string> makeTags() {
     return {std::istream_iterator<std::string>(names), {}};
 }
 
-std::string file;
-CDataSource record{[](void*, off64_t offset, void* out, size_t size) {
-                       const auto at = static_cast<size_t>(offset);
-                       return static_cast<ssize_t>(file.copy(static_cast<char*>(out), size, at));
-                   },
-                   [](void*, off64_t* size) { return *size = std::ssize(file), 0; },
-                   [](void*) { return 0u; }, [](void*, char*, size_t) { return false; }, nullptr};
-
 class TagReferee : public testing::TestWithParam<size_t> {};
 
 TEST_P(TagReferee, FindsWhatOthersRead) {
     static const std::vector<std::string> names = makeTags();
     ASSERT_EQ(names.size(), kRows);
     const std::string& name = names[GetParam()];
-    file = contents(name);
-    const auto tag = name.ends_with("aiff") ? static_cast<off64_t>(file.find("ID3\4")) : 0;
-    DataSourceHelper source(&record);
+    test::File file{contents(name)};
+    const auto tag = name.ends_with("aiff") ? static_cast<off64_t>(file.data.find("ID3\4")) : 0;
     const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
     const test::LogCapture quiet("ZRID3");
     const test::Format format;
-    helper->parseID3GaplessInfo(&source, false, tag, format.get());
-    helper->parseID3v2MetaData(&source, false, tag, format.get());
+    helper->parseID3GaplessInfo(&file.source, false, tag, format.get());
+    helper->parseID3v2MetaData(&file.source, false, tag, format.get());
     std::istringstream fields(contents(name + ".fields"));
     for (std::string field; std::getline(fields, field);)
         helper->parseVorbisComment(format.get(), field.c_str(), field.size());

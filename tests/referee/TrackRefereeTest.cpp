@@ -8,7 +8,6 @@
 #include <map>
 
 #include "platform/MetaData.h"
-#include "referee/AvcReferee.h"
 #include "referee/Media.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
@@ -32,12 +31,13 @@ const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
 // What becomes of the codec private data.
 enum class Form {
     kNothing,     // not stored
-    kElsewhere,   // for AvcRefereeTest and AudioRefereeTest to judge
     kWhole,       // the buffer under the row's key
     kWholeNoVps,  // that, when the VPS is taken out before
     kFront,       // the buffer but for a profile byte at its end
     kBack,        // the buffer but for descriptors at its front
     kWmaOptions,  // a number
+    kFlac,        // the buffer, and numbers out of it
+    kVorbis,      // two of its three packets
 };
 
 struct Row {
@@ -51,6 +51,7 @@ struct Row {
 
     bool isVideo() const { return size.first != 0; }
     bool isHevc() const { return codecType == kCodecTypeHevc; }
+    bool isAnnexB() const { return isHevc() || codecType == kCodecTypeAvc; }
 };
 
 void PrintTo(const Row& row, std::ostream* out) {
@@ -59,6 +60,8 @@ void PrintTo(const Row& row, std::ostream* out) {
 
 // clang-format off
 #define HEVC "-c:v libx265 -preset ultrafast -x265-params log-level=none -f hevc -pix_fmt "
+#define X264 "-c:v libx264 -preset veryfast -qp 36 -sc_threshold 0 -f h264 -pix_fmt "
+#define AVC_RECORD Form::kWhole, AMEDIAFORMAT_KEY_CSD_AVC
 #define GLOBAL "-flags +global_header "  // headers in the codec private data only
 #define ESDS Form::kBack, AMEDIAFORMAT_KEY_ESDS
 #define KEY(name) Form::kWhole, ZREAMEDIAFORMAT_KEY_##name
@@ -70,7 +73,26 @@ const Row kRows[] = {
     {"Hevc10NoVps", 129, "video/hevc",        {642, 362},   HEVC "yuv420p10le", Form::kWholeNoVps, AMEDIAFORMAT_KEY_CSD_HEVC},
     {"Hevc422",     129, "video/hevc",        {98, 50},     HEVC "yuv422p10le", Form::kWhole, AMEDIAFORMAT_KEY_CSD_HEVC},
     {"Hevc444",     129, "video/hevc",        {99, 51},     HEVC "yuv444p",     Form::kWhole, AMEDIAFORMAT_KEY_CSD_HEVC},
-    {"AvcWithAud",  104, "video/avc",         {98, 50},     "-c:v libx264 -x264-params scenecut=0:aud=1 -pix_fmt yuv420p -f h264", Form::kElsewhere},
+    {"AvcBaseline",         104, "video/avc",  {320, 240},   X264 "yuv420p -profile:v baseline", AVC_RECORD},
+    {"AvcMain",             104, "video/avc",  {854, 480},   X264 "yuv420p -profile:v main", AVC_RECORD},
+    {"AvcHigh",             104, "video/avc",  {1920, 1080}, X264 "yuv420p", AVC_RECORD},
+    {"AvcTiny",             104, "video/avc",  {2, 2},       X264 "yuv420p", AVC_RECORD},
+    {"AvcHigh10",           104, "video/avc",  {176, 98},    X264 "yuv420p10le", AVC_RECORD},
+    {"AvcHigh422Odd",       104, "video/avc",  {34, 17},     X264 "yuv422p10le", AVC_RECORD},
+    {"AvcHigh444",          104, "video/avc",  {35, 17},     X264 "yuv444p", AVC_RECORD},
+    {"AvcLossless",         104, "video/avc",  {35, 17},     X264 "yuv444p -qp 0", AVC_RECORD},
+    {"AvcRgb",              104, "video/avc",  {67, 51},     X264 "rgb24 -c:v libx264rgb", AVC_RECORD},
+    {"AvcGray",             104, "video/avc",  {101, 51},    X264 "gray", AVC_RECORD},
+    {"AvcGrayFields",       104, "video/avc",  {101, 54},    X264 "gray -flags +ildct", AVC_RECORD},
+    {"AvcMbaff",            104, "video/avc",  {720, 484},   X264 "yuv420p -flags +ildct", AVC_RECORD},
+    {"AvcMbaff422",         104, "video/avc",  {720, 486},   X264 "yuv422p -flags +ildct", AVC_RECORD},
+    {"AvcMbaff444",         104, "video/avc",  {35, 50},     X264 "yuv444p -flags +ildct", AVC_RECORD},
+    {"AvcFieldCoding",      104, "video/avc",  {1920, 1080}, X264 "yuv420p -x264-params fake-interlaced=1", AVC_RECORD},
+    {"AvcSlices",           104, "video/avc",  {640, 360},   X264 "yuv420p -x264-params slices=4", AVC_RECORD},
+    {"AvcAllCropEdges",     104, "video/avc",  {338, 262},   X264 "yuv420p -vf pad=346:274 -x264-params crop-rect=2,4,6,8:sps-id=5:aud=1", AVC_RECORD},
+    {"AvcPpsMatrices",      104, "video/avc",  {320, 180},   X264 "yuv420p -x264-params cqm=jvt", AVC_RECORD},
+    {"AvcPpsCustomLists",   104, "video/avc",  {98, 50},     X264 "yuv420p -x264-params cqm4=6,13,13,20,20,20,28,28,28,28,32,32,32,37,37,42", AVC_RECORD},
+    {"Mpeg4Fields", 102, "video/mp4v-es",     {96, 64},     GLOBAL "-c:v mpeg4 -flags +ildct+ilme -f mp4", ESDS},
     {"Mpeg4InBand", 102, "video/mp4v-es",     {98, 50},     "-c:v mpeg4 -bf 2 -f m4v", ESDS},
     {"Xvid",        120, "video/mp4v-es",     {98, 50},     GLOBAL "-c:v mpeg4 -bf 2 -vtag XVID -f avi", ESDS},
     {"Divx",        124, "video/divx",        {98, 50},     GLOBAL "-c:v mpeg4 -bf 2 -vtag DIVX -f avi", ESDS},
@@ -83,9 +105,16 @@ const Row kRows[] = {
     {"TheoraOgg",   121, "video/theora",      {98, 50},     "-c:v libtheora -f ogg", KEY(THEORASPECIFICDATA)},
     {"Mpeg2",       101, "video/mpeg2",       {98, 50},     "-c:v mpeg2video -bf 2 -f matroska", ESDS},
     {"Mjpeg",       114, "video/mjpg",        {98, 50},     "-c:v mjpeg -pix_fmt yuvj420p -f avi"},
-    {"Vorbis",      208, "audio/vorbis",      {},           "-c:a libvorbis -f ogg", Form::kElsewhere},
+    {"Aac7350",     201, "audio/mp4a-latm",   {},           "-ar 7350 -ac 1 -c:a aac -f mp4", ESDS},
+    {"Aac96000",    201, "audio/mp4a-latm",   {},           "-ar 96000 -ac 2 -c:a aac -f matroska", ESDS},
+    {"Aac51",       201, "audio/mp4a-latm",   {},           "-af aformat=channel_layouts=5.1 -c:a aac -f mp4", ESDS},
+    {"AacQuad",     201, "audio/mp4a-latm",   {},           "-af aformat=channel_layouts=quad -c:a aac -f mp4", ESDS},  // a program config element
+    {"VorbisOgg",   208, "audio/vorbis",      {},           "-ar 44100 -ac 2 -c:a libvorbis -f ogg", Form::kVorbis},
+    {"VorbisMkv",   208, "audio/vorbis",      {},           "-ar 8000 -ac 1 -c:a libvorbis -f matroska", Form::kVorbis},
+    {"Vorbis51",    208, "audio/vorbis",      {},           "-af aformat=channel_layouts=5.1 -c:a libvorbis -f matroska", Form::kVorbis},
     {"Opus51",      228, "audio/opus",        {},           "-af aformat=channel_layouts=5.1 -c:a libopus -f ogg", Form::kWhole, AMEDIAFORMAT_KEY_CSD_0},
-    {"Flac",        207, "audio/flac",        {},           "-ar 44100 -ac 2 -c:a flac -f flac", KEY(FLACCOECSPECIFICDATA)},
+    {"Flac",        207, "audio/flac",        {},           "-ar 44100 -ac 2 -c:a flac -f flac", Form::kFlac, ZREAMEDIAFORMAT_KEY_FLACCOECSPECIFICDATA},
+    {"FlacLarge",   207, "audio/flac",        {},           "-ar 96000 -ac 2 -sample_fmt s32 -frame_size 16384 -c:a flac -f flac", Form::kFlac, ZREAMEDIAFORMAT_KEY_FLACCOECSPECIFICDATA},
     {"WmaV1",       210, "audio/x-zr-ms-wma", {},           "-ar 44100 -ac 2 -c:a wmav1 -f asf", Form::kWmaOptions},
     {"WmaV2",       211, "audio/x-zr-ms-wma", {},           "-ar 22050 -ac 1 -b:a 32k -c:a wmav2 -f asf", Form::kWmaOptions},
     {"AdpcmMs",     218, "audio/adpcm",       {},           "-ar 44100 -ac 2 -c:a adpcm_ms -f wav", KEY(ADPCMWAVEFORMAT)},
@@ -98,7 +127,7 @@ const Row kRows[] = {
 // With a decoder for whatever the rows' codecs are looked up by.
 const host::Device kDevice{{
     "video/avc", "video/hevc", "video/mp4v-es", "video/divx", "video/3gpp", "video/x-ms-wmv7", "video/x-ms-wmv8",
-    "video/theora", "video/mpeg2", "video/mjpg", "audio/vorbis", "audio/opus", "audio/flac", "audio/x-zr-ms-wma",
+    "video/theora", "video/mpeg2", "video/mjpg", "audio/mp4a-latm", "audio/vorbis", "audio/opus", "audio/flac", "audio/x-zr-ms-wma",
     "audio/adpcm", "audio/mpeg", "audio/ac3", "audio/eac3", "audio/alac", "audio/x-zr-alac"}};
 // clang-format on
 
@@ -113,13 +142,17 @@ const Stream& encoded(const Row& row) {
                    test::media::encode("-f lavfi -i " + source + row.arguments, "encoded"));
 }
 
-// An HEVC access unit without parameter sets, behind the 4-byte lengths that the record declares.
-Bytes lengthPrefixed(const Bytes& packet) {
+// An access unit without parameter sets, behind the lengths that the record declares: of 4 bytes
+// for HEVC, of 2 for AVC.
+Bytes lengthPrefixed(const Bytes& packet, bool isHevc) {
     Bytes data;
-    for (const Bytes& unit : test::avc::units(packet)) {
-        if (unit.at(0) >> 1 >= 32 && unit[0] >> 1 <= 34) continue;  // VPS, SPS, PPS
-        const auto size = static_cast<uint32_t>(unit.size());
-        for (const int i : {24, 16, 8, 0}) data.push_back(static_cast<uint8_t>(size >> i));
+    for (const Bytes& unit : test::media::nalUnits(packet)) {
+        const unsigned type = isHevc ? unit.at(0) >> 1 : unit.at(0) & 0x1F;
+        if (isHevc ? type >= 32 && type <= 34 : type == 7 || type == 8) continue;
+        EXPECT_TRUE(isHevc || unit.size() <= 0xFFFF) << "raise -qp";
+        for (int i = isHevc ? 24 : 8; i >= 0; i -= 8) {
+            data.push_back(static_cast<uint8_t>(unit.size() >> i));
+        }
         data.insert(data.end(), unit.begin(), unit.end());
     }
     return data;
@@ -151,7 +184,7 @@ protected:
             info.audio.bitsPerSample = u32(stream.sound.bitsPerSample);
             info.audio.bitRate = u32(stream.sound.bitRate);
             info.audio.blockAlign = static_cast<uint16_t>(stream.sound.blockAlign);
-        } else if (!row.isHevc() && row.codecType != kCodecTypeAvc) {
+        } else if (!row.isAnnexB()) {
             info.video = {u32(stream.width), u32(stream.height), 0, 25, 1};
         }
         helper->setTrackMeta(&info, format.get(), false);
@@ -165,10 +198,10 @@ protected:
     }
 
     Bytes privateData() const {
-        if (row.isHevc()) {
-            auto units = test::avc::units(stream.packets.at(0).data);
+        if (row.isAnnexB()) {
+            auto units = test::media::nalUnits(stream.packets.at(0).data);
             if (row.form == Form::kWholeNoVps) std::erase(units, parameterSets.at(0));
-            return test::avc::annexB(units, 4);
+            return test::media::annexB(units, row.isHevc() ? 4 : 3);
         }
         Bytes data = stream.extradata;
         const Bytes head{'f', 'L', 'a', 'C', 0x80, 0, 0, 34};  // RFC 9639 6, 8.1: the only block
@@ -178,7 +211,7 @@ protected:
 
     // The codec private data out of the format, in a form that libavcodec takes.
     Bytes stored() const {
-        if (row.form == Form::kNothing || row.form == Form::kElsewhere) return stream.extradata;
+        if (row.form == Form::kNothing) return stream.extradata;
         const auto size = std::ssize(config);
         if (row.form == Form::kWmaOptions) {  // 4 bytes of version 1, 10 bytes of version 2
             const int options = number(ZREAMEDIAFORMAT_KEY_WMAENCODEOPT);
@@ -188,13 +221,25 @@ protected:
             data.at(at + 1) = static_cast<uint8_t>(options >> 8);
             return data;
         }
+        if (row.form == Form::kVorbis) {  // libavcodec takes the packets behind 16-bit lengths, too
+            const Bytes comment{3, 'v', 'o', 'r', 'b', 'i', 's', 0, 0, 0, 0, 0, 0, 0, 0, 1};
+            Bytes data;
+            for (const Bytes& packet : {format.buffer(AMEDIAFORMAT_KEY_CSD_0).value(), comment,
+                                        format.buffer(AMEDIAFORMAT_KEY_CSD_1).value()}) {
+                data.push_back(static_cast<uint8_t>(packet.size() >> 8));
+                data.push_back(static_cast<uint8_t>(packet.size()));
+                data.insert(data.end(), packet.begin(), packet.end());
+            }
+            return data;
+        }
+        if (row.form == Form::kFlac) expectStreamInfo();
         Bytes data = format.buffer(row.key).value();
         if (row.form == Form::kFront) data.resize(config.size());
         if (row.form == Form::kBack) data.erase(data.begin(), data.end() - size);
         if (row.isHevc()) {
             const auto first = parameterSets.begin() + (row.form == Form::kWholeNoVps ? 1 : 0);
-            expectParameterSets(data, test::avc::annexB({first, parameterSets.end()}, 4));
-        } else {
+            expectParameterSets(data, test::media::annexB({first, parameterSets.end()}, 4));
+        } else if (!row.isAnnexB()) {
             EXPECT_EQ(data, config);
         }
         if (row.form == Form::kWholeNoVps) {  // put back, or libavcodec refuses the SPS
@@ -207,12 +252,23 @@ protected:
         return data;
     }
 
+    // RFC 9639 8.2: frame sizes are those of the whole stream, block sizes leave out the last
+    // block.
+    void expectStreamInfo() const {
+        const auto [minFrame, maxFrame] = std::ranges::minmax(
+                stream.packets, {}, [](const auto& packet) { return packet.data.size(); });
+        EXPECT_EQ(number(ZREAMEDIAFORMAT_KEY_MINBLOCKSIZE), stream.packets.front().duration);
+        EXPECT_EQ(number(ZREAMEDIAFORMAT_KEY_MAXBLOCKSIZE), stream.packets.front().duration);
+        EXPECT_EQ(number(ZREAMEDIAFORMAT_KEY_MINFRAMESIZE), std::ssize(minFrame.data));
+        EXPECT_EQ(number(ZREAMEDIAFORMAT_KEY_MAXFRAMESIZE), std::ssize(maxFrame.data));
+    }
+
     int number(const char* key) const { return format.int32(key).value_or(0); }
 
     const Row row = GetParam();
     const Stream& stream = encoded(row);
     const std::vector<Bytes> parameterSets =
-            row.isHevc() ? test::avc::units(stream.extradata) : std::vector<Bytes>();
+            row.isHevc() ? test::media::nalUnits(stream.extradata) : std::vector<Bytes>();
     const Bytes config = privateData();
     const test::DeviceScope device{kDevice};
     const test::LogCapture quiet;
@@ -243,7 +299,7 @@ TEST_P(TrackReferee, FormatIsAllThatTheDecoderNeeds) {
                   number(ZREAMEDIAFORMAT_KEY_REALSAMPLEBITS), number(AMEDIAFORMAT_KEY_BIT_RATE)};
     ours.extradata = stored();
     for (auto& packet : ours.packets) {
-        if (row.isHevc()) packet.data = lengthPrefixed(packet.data);
+        if (row.isAnnexB()) packet.data = lengthPrefixed(packet.data, row.isHevc());
     }
     const auto direct = test::media::decode(stream);
     ASSERT_GE(direct.size(), 3u);

@@ -1,13 +1,21 @@
-// Writes the bit syntax of parameter sets, most significant bit first.
+// Puts parameter sets and streams of NAL units together.
 
 #pragma once
 
 #include <bit>
-#include <cstdint>
-#include <vector>
+
+#include "support/Platform.h"
 
 namespace test {
 
+inline const Bytes kStartCode = {0, 0, 0, 1};
+
+inline Bytes operator+(Bytes left, const Bytes& right) {
+    left.insert(left.end(), right.begin(), right.end());
+    return left;
+}
+
+// Writes bit syntax, most significant bit first.
 class BitWriter {
 public:
     BitWriter& u(unsigned count, uint64_t value) {
@@ -22,7 +30,7 @@ public:
     }
 
     // Closes the last byte as rbsp_trailing_bits do: a 1, then zeros.
-    std::vector<uint8_t> finish() {
+    Bytes finish() {
         bit(true);
         while (mBits % 8 != 0) bit(false);
         return mBytes;
@@ -35,8 +43,23 @@ private:
         ++mBits;
     }
 
-    std::vector<uint8_t> mBytes;
+    Bytes mBytes;
     unsigned mBits = 0;
 };
+
+// A unit of this header and payload, with an emulation_prevention_three_byte behind two zeros and
+// in front of a byte up to `highest`, which the standard has at 3; 0 for almost none.
+inline Bytes withEmulationPrevention(Bytes unit, const Bytes& payload, uint8_t highest = 3) {
+    unsigned zeros = 0;
+    for (const uint8_t byte : payload) {
+        if (zeros >= 2 && byte <= highest) {
+            unit.push_back(3);
+            zeros = 0;
+        }
+        unit.push_back(byte);
+        zeros = byte == 0 ? zeros + 1 : 0;
+    }
+    return unit;
+}
 
 }  // namespace test

@@ -1,5 +1,7 @@
 #include "support/Platform.h"
 
+#include <utility>
+
 namespace test {
 namespace {
 
@@ -13,20 +15,14 @@ void throwFatal(const char* text) {
 
 }  // namespace
 
-std::optional<int32_t> Format::int32(const char* key) const {
-    int32_t value;
-    return AMediaFormat_getInt32(get(), key, &value) ? std::optional(value) : std::nullopt;
-}
-
-std::optional<int64_t> Format::int64(const char* key) const {
-    int64_t value;
-    return AMediaFormat_getInt64(get(), key, &value) ? std::optional(value) : std::nullopt;
-}
-
-std::optional<std::string> Format::string(const char* key) const {
-    const char* value;
-    return AMediaFormat_getString(get(), key, &value) ? std::optional<std::string>(value)
-                                                      : std::nullopt;
+Bytes fromHex(const std::string& text) {
+    std::string digits = text;
+    std::erase(digits, ' ');
+    Bytes bytes;
+    for (size_t i = 0; i + 1 < digits.size(); i += 2) {
+        bytes.push_back(static_cast<uint8_t>(std::stoul(digits.substr(i, 2), nullptr, 16)));
+    }
+    return bytes;
 }
 
 std::optional<Bytes> Format::buffer(const char* key) const {
@@ -48,6 +44,29 @@ LogCapture::LogCapture(std::string tag)
 
 LogCapture::~LogCapture() {
     host::setLogSink(mFormer);
+}
+
+std::string trace(const Format& format, const std::function<void()>& call, const std::string& tag) {
+    std::string trace;
+    size_t storedBefore = 0;
+    const auto add = [&trace](const std::string& line) {
+        if (!line.empty()) trace += (trace.empty() ? "" : "\n") + line;
+    };
+    const auto addStores = [&] {
+        const std::string stored = format.text();
+        std::string text = stored.substr(std::exchange(storedBefore, stored.size()));
+        if (text.starts_with(", ")) text.erase(0, 2);
+        add(text);
+    };
+    const host::LogSink former = host::setLogSink([&](const host::LogLine& line) {
+        if (line.tag != tag) return;
+        addStores();
+        add(std::to_string(line.priority) + " \"" + line.text + '"');
+    });
+    call();
+    host::setLogSink(former);
+    addStores();
+    return trace;
 }
 
 std::string fatalText(const std::function<void()>& call) {

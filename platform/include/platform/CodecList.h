@@ -44,4 +44,8 @@ public:
     virtual sp<IMediaCodecList> getCodecList() const = 0;
 };
 
+// The media player service, or null when it does not answer. The way to ask for it: devices name
+// their services by text types of their own.
+sp<IMediaPlayerService> mediaPlayerService();
+
 }  // namespace android

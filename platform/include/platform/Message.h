@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 
 #include "platform/RefBase.h"
 #include "platform/Strings.h"
@@ -35,7 +34,7 @@ protected:
 
 private:
     struct Entries;
-    std::unique_ptr<Entries> mEntries;
+    Entries* mEntries;  // owned
 };
 
 }  // namespace android

@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 
 #include "platform/RefBase.h"
 
@@ -32,7 +31,7 @@ public:
 
 private:
     struct Entries;
-    std::unique_ptr<Entries> mEntries;
+    Entries* mEntries;  // owned
 };
 
 class MetaData : public MetaDataBase, public RefBase {

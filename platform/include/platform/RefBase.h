@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -29,7 +28,7 @@ protected:
     virtual void onLastWeakRef(const void* id);
 
 private:
-    mutable std::atomic<int32_t> mStrong{0};
+    mutable int32_t mStrong = 0;  // counted atomically
 };
 
 template <typename T>

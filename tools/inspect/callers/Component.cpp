@@ -6,6 +6,8 @@
 
 #include "inspect/callers/Hooks.h"
 #include "inspect/records/Parameters.h"
+#include "platform/Message.h"
+#include "platform/OmxNode.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/MediaCodecHelper.h"
 #include "zrcodecparser/MediaDefs.h"

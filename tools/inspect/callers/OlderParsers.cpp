@@ -3,6 +3,7 @@
 #include <array>
 
 #include "zrcodecparser/MediaExtractorHelper.h"
+#include "zrcodecparser/MetaKeys.h"
 
 namespace inspect {
 namespace {
@@ -10,13 +11,24 @@ namespace {
 using namespace android;
 
 // All that the library writes for them.
-constexpr auto kCodes = std::to_array<const char*>(
-        {"mime", "widt", "heig", "ArbM", "hvcc", "albu", "arti", "aart", "comp", "genr",
-         "titl", "year", "auth", "cdtr", "dnum", "cpil", "uSlY", "mxet", "Dsrt", "albA"});
+constexpr auto kCodes = std::to_array<uint32_t>({kZreKeyMime,           kZreKeyWidth,
+                                                 kZreKeyHeight,         kZreKeyUseArbitraryMode,
+                                                 kZreKeyHEVCConfig,     kZreKeyAlbum,
+                                                 kZreKeyArtist,         kZreKeyAlbumArtist,
+                                                 kZreKeyComposer,       kZreKeyGenre,
+                                                 kZreKeyTitle,          kZreKeyYear,
+                                                 kZreKeyAuthor,         kZreKeyCDTrackNumber,
+                                                 kZreKeyDiscNumber,     kZreKeyCompilation,
+                                                 kZreKeyUnsyncedLyrics, kZreKeyMixedEncodingType,
+                                                 kZreKeyDSDSampleRate,  kZreKeyAlbumArt});
 
-std::optional<host::FormatValue> findEntry(const MetaDataBase& meta, const char* characters) {
-    uint32_t code = 0;
-    for (const char* c = characters; *c != '\0'; c++) code = code << 8 | static_cast<uint8_t>(*c);
+std::string charactersOf(uint32_t code) {
+    std::string characters;
+    for (int shift = 24; shift >= 0; shift -= 8) characters += static_cast<char>(code >> shift);
+    return characters;
+}
+
+std::optional<host::FormatValue> findEntry(const MetaDataBase& meta, uint32_t code) {
     int32_t number = 0;
     const char* text = nullptr;
     uint32_t type = 0;
@@ -31,8 +43,10 @@ std::optional<host::FormatValue> findEntry(const MetaDataBase& meta, const char*
 
 Entries entriesOf(const MetaDataBase& meta) {
     Entries entries;
-    for (const char* code : kCodes) {
-        if (auto value = findEntry(meta, code)) entries.push_back({code, std::move(*value)});
+    for (const uint32_t code : kCodes) {
+        if (auto value = findEntry(meta, code)) {
+            entries.push_back({charactersOf(code), std::move(*value)});
+        }
     }
     return entries;
 }

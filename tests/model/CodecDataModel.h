@@ -1,0 +1,123 @@
+// What the models of video codec data share: reading bit by bit, splitting streams byte by byte,
+// and the comparison of all that can be seen of a call.
+
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "model/Random.h"
+#include "support/BitWriter.h"
+#include "zrcodecparser/MediaExtractorHelper.h"
+
+namespace test {
+
+inline const android::sp<android::MediaExtractorHelper> helper = new android::MediaExtractorHelper;
+
+// Zeros behind the end.
+struct Bits {
+    Bytes bytes;
+    size_t position = 0;
+
+    bool atEnd() const { return position >= bytes.size() * 8; }
+    unsigned bit() {
+        const unsigned value =
+                atEnd() ? 0 : unsigned{bytes[position / 8]} >> (7 - position % 8) & 1;
+        ++position;
+        return value;
+    }
+    uint64_t u(unsigned count) {
+        uint64_t value = 0;
+        for (; count > 0; --count) value = value << 1 | bit();
+        return value;
+    }
+    int64_t ue() {
+        unsigned zeros = 0;
+        while (bit() == 0) {
+            if (++zeros == 33) return 0;
+        }
+        return static_cast<uint32_t>((uint64_t{1} << zeros) - 1 + u(zeros));
+    }
+    void ues(int64_t count) {
+        for (; count > 0 && !atEnd(); --count) ue();
+    }
+};
+
+// The units of an Annex B stream, ITU-T H.264 Annex B.1.1.
+inline std::vector<Bytes> modelUnits(const Bytes& stream) {
+    const auto size = std::ssize(stream);
+    const auto at = stream.begin();
+    auto one = std::find_if(at, stream.end(), [](uint8_t byte) { return byte != 0; }) - at;
+    if (one < 2 || one == size || at[one] != 1) return {};
+    std::vector<Bytes> units;
+    while (one + 2 < size || units.empty()) {
+        const auto begin = ++one;
+        while (one < size && (at[one] != 1 || at[one - 1] != 0 || at[one - 2] != 0)) ++one;
+        auto end = one == size ? size : one - 2;
+        while (end > begin + 1 && at[end - 1] == 0) --end;
+        units.emplace_back(at + begin, at + end);
+    }
+    return units;
+}
+
+// The first unit of a type, which stands in these bits of the first byte.
+inline std::optional<Bytes> modelFind(const Bytes& stream, unsigned mask, unsigned type) {
+    for (const Bytes& unit : modelUnits(stream)) {
+        if (((unit.empty() ? 0u : unit[0]) & mask) == type) return unit;
+    }
+    return std::nullopt;
+}
+
+inline void appendWithLength(Bytes& out, const Bytes& unit) {
+    append(out, {static_cast<uint8_t>(unit.size() >> 8), static_cast<uint8_t>(unit.size())});
+    append(out, unit);
+}
+
+// A stream of some of the units, and of noise.
+inline Bytes randomStream(Random& random, const std::vector<Bytes>& units) {
+    Bytes stream;
+    for (uint32_t i = 2 + random.below(4); i > 0; --i) {
+        append(stream, Bytes(2 + random.below(3), 0));
+        stream.push_back(1);
+        const auto unit = random.below(static_cast<uint32_t>(units.size()));
+        append(stream, random.oneIn(8) ? random.bytes(random.below(9)) : units[unit]);
+    }
+    return stream;
+}
+
+// A log line, and how many keys the format holds when it comes.
+inline Line lineAfter(size_t keys, int priority, const std::string& text) {
+    return {priority, text + ", after " + std::to_string(keys) + " keys"};
+}
+
+// `call` takes the data and a format, and `model` says what is to be seen of it.
+template <typename Call, typename Model>
+Outcome compareOne(const Bytes& data, Call call, Model model) {
+    const Format format;
+    std::vector<Line> lines;
+    const host::LogSink former = host::setLogSink([&](const host::LogLine& line) {
+        EXPECT_EQ(line.tag, "MediaExtractorHelper");
+        lines.push_back(lineAfter(stored(format).size(), line.priority, line.text));
+    });
+    std::optional<int32_t> status;
+    fatalText([&] { status = call(data, format.get()); });
+    host::setLogSink(former);
+    const Outcome expected = model(data);
+    EXPECT_EQ(Outcome(status, stored(format), lines), expected);
+    return expected;
+}
+
+// For random data, of which each kind must come up: the status, or "fatal", and the number of keys.
+template <typename Make, typename Call, typename Model>
+void compareMany(Make make, Call call, Model model, std::initializer_list<const char*> kinds) {
+    std::map<std::string, int> seen;
+    for (uint32_t seed = 0; seed < 30000 && !testing::Test::HasFailure(); ++seed) {
+        Random random(seed);
+        const Bytes data = make(random);
+        const auto [status, stored, lines] = compareOne(data, call, model);
+        if (testing::Test::HasFailure()) ADD_FAILURE() << describe(seed, data);
+        ++seen[(status ? std::to_string(*status) : "fatal") + " " + std::to_string(stored.size())];
+    }
+    for (const char* kind : kinds) EXPECT_GT(seen[kind], 1000) << kind;
+}
+
+}  // namespace test
