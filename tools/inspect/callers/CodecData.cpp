@@ -27,41 +27,41 @@ std::string describeNumber(std::string_view key, int32_t value) {
     return key.starts_with("wma-") ? hexNumber(value) : std::to_string(value);
 }
 
-}  // namespace
-
-std::vector<CodecDatum> describeCodecData(uint32_t codecType, const Entries& before,
-                                          const Entries& after) {
+std::vector<CodecDatum> addedNumbers(const FormatChange& change) {
     std::vector<CodecDatum> data;
-    for (const auto& [key, value] : after) {
-        if (const auto* bytes = std::get_if<ByteVector>(&value)) {
-            data.push_back(
-                    {key, bytes->size(), summarise(codecType, readRecord(codecType, key, *bytes))});
-        }
-    }
-    std::ranges::sort(data, {}, &CodecDatum::key);
-    if (!data.empty()) return data;
-    for (const auto& [key, value] : after) {
+    for (const auto& [key, value] : change.after) {
         const auto* number = std::get_if<int32_t>(&value);
-        if (number == nullptr || findValue<int32_t>(before, key) != nullptr) continue;
+        if (number == nullptr || findValue<int32_t>(change.before, key) != nullptr) continue;
         data.push_back({key, {}, describeNumber(key, *number)});
     }
     return data;
 }
 
-std::vector<Record> explainCodecData(const Stream& stream, const Entries& entries,
-                                     const std::vector<CodecDatum>& codecData) {
-    std::vector<Record> explanations;
-    for (const auto& [key, value] : entries) {
+}  // namespace
+
+std::vector<Record> readCodecData(const Stream& stream, const FormatChange& change) {
+    std::vector<Record> records;
+    for (const auto& [key, value] : change.after) {
         if (const auto* bytes = std::get_if<ByteVector>(&value)) {
-            explanations.push_back(readRecord(stream.codecType, key, *bytes));
+            records.push_back(readRecord(stream.codecType, key, *bytes));
         }
     }
-    std::ranges::sort(explanations, {}, &Record::key);
-    const bool hasNumbers = explanations.empty() && !codecData.empty();
-    if (hasNumbers && !stream.privateData.empty()) {
-        explanations.push_back(readRecord(stream.codecType, kPrivateData, stream.privateData));
+    std::ranges::sort(records, {}, &Record::key);
+    if (!records.empty() || stream.privateData.empty()) return records;
+    if (hasReader(stream.codecType, kPrivateData) || !addedNumbers(change).empty()) {
+        records.push_back(readRecord(stream.codecType, kPrivateData, stream.privateData));
     }
-    return explanations;
+    return records;
+}
+
+std::vector<CodecDatum> describeCodecData(const Stream& stream, const std::vector<Record>& records,
+                                          const FormatChange& change) {
+    std::vector<CodecDatum> data;
+    for (const Record& each : records) {
+        if (each.key == kPrivateData) return addedNumbers(change);
+        data.push_back({each.key, each.sizeBytes, summarise(stream.codecType, each)});
+    }
+    return data.empty() ? addedNumbers(change) : data;
 }
 
 }  // namespace inspect

@@ -19,14 +19,18 @@ struct CodecDatum {
     std::string words;
 };
 
-// Every buffer in a track's format, by key; the numbers that the codec data operation added where
-// it added no buffer. before and after are the format around that operation.
-std::vector<CodecDatum> describeCodecData(uint32_t codecType, const Entries& before,
-                                          const Entries& after);
+// The format of a track around the codec data operation.
+struct FormatChange {
+    Entries before;
+    Entries after;
+};
 
-// Every buffer in a track's format byte by byte, by key; where the library stored numbers instead,
-// the private data that it took them from.
-std::vector<Record> explainCodecData(const Stream& stream, const Entries& entries,
-                                     const std::vector<CodecDatum>& codecData);
+// Every buffer in a track's format, by key; where the library stored none, the private data, if it
+// took numbers from them or they are known here.
+std::vector<Record> readCodecData(const Stream& stream, const FormatChange& change);
+
+// The buffers among these in words; the numbers that the operation added where it added none.
+std::vector<CodecDatum> describeCodecData(const Stream& stream, const std::vector<Record>& records,
+                                          const FormatChange& change);
 
 }  // namespace inspect

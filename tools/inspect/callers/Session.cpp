@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <utility>
 
 #include "inspect/callers/PcmFormat.h"
+#include "inspect/records/Contradictions.h"
 #include "platform/Log.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
@@ -155,7 +157,10 @@ TrackFindings Session::describeTrack(const Stream& stream, bool hasWholeFrames) 
             note += "; stored unchanged all the same";
         }
         if (!note.empty()) found.notes.push_back(note);
-        found.codecData = describeCodecData(stream.codecType, before, format.entries());
+        const FormatChange change = {before, format.entries()};
+        found.records = readCodecData(stream, change);
+        found.codecData = describeCodecData(stream, found.records, change);
+        std::ranges::move(contradictions(stream, found.records), std::back_inserter(found.notes));
     } catch (const LibraryFatal& fatal) {
         found.verdict = {Play::kEndsProcess, fatal.what()};
     }

@@ -19,6 +19,7 @@ namespace inspect {
 // What the library made of a track.
 struct TrackFindings {
     Entries entries;
+    std::vector<Record> records;  // of the codec data
     std::vector<CodecDatum> codecData;
     Verdict verdict;
     std::vector<std::string> notes;  // what went wrong beside the verdict

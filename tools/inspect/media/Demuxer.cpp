@@ -38,12 +38,22 @@ Demuxer::Demuxer(const OpenFile& file, Samples samples) : mStream(file.input()) 
     const char* path = file.input().path().c_str();
     int status = avformat_open_input(&context, path, &file.demuxer(), nullptr);
     mContext.reset(status < 0 ? nullptr : context);
-    if (status >= 0) status = avformat_find_stream_info(context, nullptr);
+    if (status >= 0) {
+        for (const AVStream* each : streams()) {
+            mStoredSizes.emplace_back(each->codecpar->width, each->codecpar->height);
+        }
+        status = avformat_find_stream_info(context, nullptr);
+    }
     const auto isStreamKnown = [](const AVStream* each) { return isKnown(*each->codecpar); };
     if (status >= 0 && std::ranges::any_of(streams(), isStreamKnown)) return;
 
     if (!file.isSure()) throw FileError(kNotMedia);
     throw FileError(whyUnreadable(status, file.truncation(), mSilence));
+}
+
+std::pair<int, int> Demuxer::storedSize(int stream) const {
+    const auto index = static_cast<size_t>(stream);
+    return index < mStoredSizes.size() ? mStoredSizes[index] : std::pair(0, 0);
 }
 
 }  // namespace inspect

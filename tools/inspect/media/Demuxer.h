@@ -5,6 +5,8 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "inspect/media/LibAv.h"
 #include "inspect/media/OpenFile.h"
@@ -24,12 +26,15 @@ public:
 
     AVFormatContext& context() const { return *mContext; }
     std::span<AVStream*> streams() const { return {mContext->streams, mContext->nb_streams}; }
+    // Of a stream's video, by the container alone: the codec's headers have no say. Zeros: unknown.
+    std::pair<int, int> storedSize(int stream) const;
     std::string complaint(int status) const { return mSilence.complaint(status); }
 
 private:
     LibAvSilence mSilence;
     FileStream mStream;
     LibAvPtr<AVFormatContext> mContext;
+    std::vector<std::pair<int, int>> mStoredSizes;
 };
 
 }  // namespace inspect

@@ -4,6 +4,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <new>
+#include <utility>
 
 namespace inspect {
 namespace {
@@ -11,31 +12,54 @@ namespace {
 constexpr int kBufferBytes = 1 << 15;
 
 // libav has one callback for the process, without an argument of the user's.
-std::string& lastComplaint() {
-    static std::string text;
-    return text;
+struct Messages {
+    int listeners = 0;
+    std::string lastComplaint;
+    LibAvSilence::Hear hear;
+};
+
+Messages& messages() {
+    static Messages all;
+    return all;
 }
 
-void keepComplaint(void* /*source*/, int level, const char* format, va_list arguments) {
-    if (level > AV_LOG_ERROR) return;
+void keep(void* /*source*/, int level, const char* format, va_list arguments) {
+    const bool isHeard = level == AV_LOG_INFO && messages().hear != nullptr;
+    if (level > AV_LOG_ERROR && !isHeard) return;
     std::array<char, 256> line{};
     std::vsnprintf(line.data(), line.size(), format, arguments);
-    const std::string_view text(line.data());
-    const size_t end = text.find_last_not_of("\n ");
-    if (end != std::string_view::npos) lastComplaint() = text.substr(0, end + 1);
+    std::string text(line.data());
+    text.erase(text.find_last_not_of("\n ") + 1);
+    if (isHeard) {
+        messages().hear(text.c_str());
+    } else if (!text.empty()) {
+        messages().lastComplaint = text;
+    }
+}
+
+LibAvPtr<AVBSFContext> allocateFilter(const char* name) {
+    const AVBitStreamFilter* filter = av_bsf_get_by_name(name);
+    AVBSFContext* context = nullptr;
+    if (filter == nullptr || av_bsf_alloc(filter, &context) < 0) return nullptr;
+    return LibAvPtr<AVBSFContext>(context);
 }
 
 }  // namespace
 
 LibAvPtr<AVBSFContext> openFilter(const char* name, const AVStream& stream) {
-    const AVBitStreamFilter* filter = av_bsf_get_by_name(name);
-    AVBSFContext* context = nullptr;
-    if (filter == nullptr || av_bsf_alloc(filter, &context) < 0) return nullptr;
-    LibAvPtr<AVBSFContext> owner(context);
-    if (avcodec_parameters_copy(context->par_in, stream.codecpar) < 0) return nullptr;
-    context->time_base_in = stream.time_base;
-    if (av_bsf_init(context) < 0) return nullptr;
-    return owner;
+    auto filter = allocateFilter(name);
+    if (filter == nullptr) return nullptr;
+    if (avcodec_parameters_copy(filter->par_in, stream.codecpar) < 0) return nullptr;
+    filter->time_base_in = stream.time_base;
+    return av_bsf_init(filter.get()) < 0 ? nullptr : std::move(filter);
+}
+
+LibAvPtr<AVBSFContext> openFilter(const char* name, AVCodecID codec) {
+    auto filter = allocateFilter(name);
+    if (filter == nullptr) return nullptr;
+    filter->par_in->codec_type = AVMEDIA_TYPE_VIDEO;
+    filter->par_in->codec_id = codec;
+    return av_bsf_init(filter.get()) < 0 ? nullptr : std::move(filter);
 }
 
 void LibAvDelete::operator()(AVIOContext* context) const {
@@ -75,17 +99,19 @@ int64_t FileStream::seek(void* self, int64_t offset, int whence) {
     return offset;
 }
 
-LibAvSilence::LibAvSilence() {
-    lastComplaint().clear();
-    av_log_set_callback(keepComplaint);
+LibAvSilence::LibAvSilence(Hear hear) {
+    messages().lastComplaint.clear();
+    messages().hear = std::move(hear);
+    if (messages().listeners++ == 0) av_log_set_callback(keep);
 }
 
 LibAvSilence::~LibAvSilence() {
-    av_log_set_callback(av_log_default_callback);
+    messages().hear = nullptr;
+    if (--messages().listeners == 0) av_log_set_callback(av_log_default_callback);
 }
 
 std::string LibAvSilence::complaint(int status) const {
-    if (!lastComplaint().empty()) return lastComplaint();
+    if (!messages().lastComplaint.empty()) return messages().lastComplaint;
     std::array<char, AV_ERROR_MAX_STRING_SIZE> text{};
     av_strerror(status, text.data(), text.size());
     return text.data();

@@ -8,6 +8,7 @@ extern "C" {
 #include <libavformat/avformat.h>
 }
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -26,6 +27,7 @@ using LibAvPtr = std::unique_ptr<T, LibAvDelete>;
 
 // A bitstream filter for the stream's packets; null when there is no such filter for it.
 LibAvPtr<AVBSFContext> openFilter(const char* name, const AVStream& stream);
+LibAvPtr<AVBSFContext> openFilter(const char* name, AVCodecID codec);  // for video without a file
 
 // A byte stream over the file, which outlives it.
 class FileStream {
@@ -45,10 +47,13 @@ private:
     LibAvPtr<AVIOContext> mContext;
 };
 
-// While it lives, libav's messages go nowhere; the last complaint can be asked for.
+// While it lives, libav's messages go nowhere; the last complaint can be asked for. Those at
+// AV_LOG_INFO, without their ends of line, go to the latest that hears.
 class LibAvSilence {
 public:
-    LibAvSilence();
+    using Hear = std::function<void(const char* line)>;
+
+    explicit LibAvSilence(Hear hear = nullptr);
     ~LibAvSilence();
     LibAvSilence(const LibAvSilence&) = delete;
     LibAvSilence& operator=(const LibAvSilence&) = delete;

@@ -34,20 +34,26 @@ std::string tagOf(AVDictionary* dictionary, const char* key) {
     return entry != nullptr ? entry->value : std::string();
 }
 
-// libavformat's name for the codec, or the four-character code of one that it does not know.
-std::string codecName(const AVCodecParameters& codec) {
-    if (codec.codec_id != AV_CODEC_ID_NONE || codec.codec_tag == 0) {
-        return avcodec_get_name(codec.codec_id);
-    }
+std::string boxName(const AVCodecParameters& codec) {
+    if (codec.codec_tag == 0) return {};
     std::array<char, AV_FOURCC_MAX_STRING_SIZE> text{};
     return av_fourcc_make_string(text.data(), codec.codec_tag);
 }
 
-void readVideo(Stream& out, AVFormatContext& context, AVStream& stream) {
+// libavformat's name for the codec, or the four-character code of one that it does not know.
+std::string codecName(const AVCodecParameters& codec) {
+    const bool isKnown = codec.codec_id != AV_CODEC_ID_NONE || codec.codec_tag == 0;
+    return isKnown ? avcodec_get_name(codec.codec_id) : boxName(codec);
+}
+
+void readVideo(Stream& out, const Demuxer& demuxer, AVStream& stream) {
+    const auto [storedWidth, storedHeight] = demuxer.storedSize(stream.index);
     out.kind = Kind::kVideo;
     out.video = {.width = atLeastZero<uint32_t>(stream.codecpar->width),
                  .height = atLeastZero<uint32_t>(stream.codecpar->height),
-                 .frameRate = frameRateOf(context, stream)};
+                 .frameRate = frameRateOf(demuxer.context(), stream),
+                 .storedWidth = atLeastZero<uint32_t>(storedWidth),
+                 .storedHeight = atLeastZero<uint32_t>(storedHeight)};
 }
 
 void readAudio(Stream& out, const AVCodecParameters& codec) {
@@ -68,11 +74,12 @@ void readText(Stream& out, const AVCodecParameters& codec) {
     out.text.isUnsupportedBitmap = codec.codec_id != AV_CODEC_ID_XSUB;
 }
 
-Stream readStream(AVFormatContext& context, AVStream& stream) {
+Stream readStream(const Demuxer& demuxer, AVStream& stream) {
     const AVCodecParameters& codec = *stream.codecpar;
     Stream out;
     out.index = stream.index;
     out.codec = codecName(codec);
+    out.boxName = boxName(codec);
     out.codecType = codecTypeOf(stream);
     out.bitRate = atLeastZero<uint32_t>(codec.bit_rate);
     out.language = tagOf(stream.metadata, "language");
@@ -85,7 +92,7 @@ Stream readStream(AVFormatContext& context, AVStream& stream) {
         return out;
     }
     switch (codec.codec_type) {
-        case AVMEDIA_TYPE_VIDEO: readVideo(out, context, stream); break;
+        case AVMEDIA_TYPE_VIDEO: readVideo(out, demuxer, stream); break;
         case AVMEDIA_TYPE_AUDIO: readAudio(out, codec); break;
         case AVMEDIA_TYPE_SUBTITLE: readText(out, codec); break;
         default: break;
@@ -116,7 +123,7 @@ MediaFile readMediaFile(const OpenFile& open) {
     file.majorBrand = tagOf(context.metadata, "major_brand");
     file.durationUs = toMicroseconds(context.duration, av_get_time_base_q());
     for (AVStream* each : demuxer.streams()) {
-        file.streams.push_back(readStream(context, *each));
+        file.streams.push_back(readStream(demuxer, *each));
     }
     completeFromPackets(context, file.streams);
     for (Stream& each : file.streams) {

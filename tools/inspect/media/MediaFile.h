@@ -19,6 +19,7 @@ struct Stream {
     int index = 0;
     Kind kind = Kind::kOther;
     std::string codec;       // the demuxer's name for it
+    std::string boxName;     // the container's four-character code; empty = none
     uint32_t codecType = 0;  // android::CodecType
     ByteVector privateData;  // in the form in which a container parser passes it on
     bool hasAdtsHeaders = false;
@@ -30,6 +31,8 @@ struct Stream {
         uint32_t width = 0;
         uint32_t height = 0;
         uint32_t frameRate = 0;
+        uint32_t storedWidth = 0;  // by the container alone; 0 = it tells none
+        uint32_t storedHeight = 0;
     } video;
 
     struct Audio {

@@ -134,11 +134,14 @@ Annotator::BitRun::~BitRun() {
     if (mBits % 8 != 0) take({"rest of the byte", static_cast<unsigned>(8 - mBits % 8)});
     const Bytes taken = mOut.mRecord.subspan(mOut.mPosition, mBits / 8);
     mOut.mPosition += taken.size();
-    if (!taken.empty()) mOut.mRows[mFirstRow].bytes.assign(taken.begin(), taken.end());
+    if (taken.empty()) return;
+    Row& first = mOut.mRows[mFirstRow];
+    first.bytes.assign(taken.begin(), taken.end());
+    if (mFirstRow + 1 == mOut.mRows.size()) first.bits = 0;
 }
 
 void Annotator::say(const std::string& words) {
-    if (!ok() || mRows.empty()) return;
+    if (!ok() || mRows.empty() || words.empty()) return;
     std::string& value = mRows.back().value;
     value += value.empty() ? words : " (" + words + ")";
     mRows.back().words = words;
@@ -146,6 +149,13 @@ void Annotator::say(const std::string& words) {
 
 void Annotator::number(uint64_t value) {
     if (ok() && !mRows.empty()) mRows.back().number = value;
+}
+
+void Annotator::decoded(std::optional<int64_t> value) {
+    if (!ok() || mRows.empty()) return;
+    mRows.back().value = value ? std::to_string(*value) : "";
+    mRows.back().number.reset();
+    if (value >= 0) mRows.back().number = static_cast<uint64_t>(*value);
 }
 
 Annotator::Group Annotator::group(const std::string& heading) {

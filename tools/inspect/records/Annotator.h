@@ -22,9 +22,10 @@ struct Row {
     unsigned depth = 0;
     std::string name;
     std::string value;
-    std::optional<uint64_t> number;  // of a field that is one; of a heading, the part's size
-    std::string words;               // that explain the number
-    bool isGap = false;              // tells that bytes are missing
+    // Of a field that is one, and not negative; of a heading, the part's size.
+    std::optional<uint64_t> number;
+    std::string words;   // that explain the number
+    bool isGap = false;  // tells that bytes are missing
 
     bool isHeading() const { return bytes.empty() && bits == 0 && !isGap; }
     bool holds(std::string_view text) const;
@@ -82,6 +83,9 @@ public:
     // Explains the value of the last row, unless that was cut.
     void say(const std::string& words);
     void number(uint64_t value);  // the same for its number, which words do not tell
+    // What its bits stand for, where these are no binary number; nothing: they are no number at
+    // all.
+    void decoded(std::optional<int64_t> value);
 
     // Rows written while the group lives stand under its heading. One with a size is a part of its
     // own: reads end where it ends, and what it leaves unread becomes a row when it goes.
@@ -100,6 +104,7 @@ public:
     [[nodiscard]] Group group(const std::string& heading, uint64_t sizeBytes);
 
     bool ok() const { return !mParts.back().isCut; }
+    std::span<const Row> rowsSoFar() const { return mRows; }
     // What is left of the part, unread.
     Bytes ahead() const;
     size_t remaining() const { return ahead().size(); }

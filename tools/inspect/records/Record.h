@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "inspect/records/Annotator.h"
+#include "inspect/records/VideoFacts.h"
 
 namespace inspect {
 
@@ -35,6 +36,7 @@ struct Record {
 struct RecordKind {
     void (*read)(Annotator& out);
     std::string (*summarise)(const Record& record);
+    VideoFactsReader readFacts = nullptr;  // of video that tells facts about its pictures
 };
 
 std::string showBytes(const Record& record);  // the summary of those that say no more
@@ -42,6 +44,7 @@ std::string showBytes(const Record& record);  // the summary of those that say n
 // They read what there is of a record, whatever it holds, and say so when it cannot be read.
 extern const RecordKind kAvcRecord;          // ISO/IEC 14496-15 5.3.3.1.2
 extern const RecordKind kHevcRecord;         // ISO/IEC 14496-15 8.3.3.1.2
+extern const RecordKind kAv1Record;          // AV1 Codec ISO Media File Format Binding 2.3.3
 extern const RecordKind kEsDescriptor;       // ISO/IEC 14496-1 7.2.6.5, around MPEG-4
 extern const RecordKind kMpeg2EsDescriptor;  // the same around MPEG-1 and 2 video
 extern const RecordKind kVc1Header;          // VC-1 advanced profile, with the picture size

@@ -42,6 +42,7 @@ const auto kRows = std::to_array<RecordRow>({
     {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeVorbis,      &kVorbisHeader},
     {AMEDIAFORMAT_KEY_CSD_1,                    kCodecTypeVorbis,      &kVorbisSetup},
     {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeG726,        &kNativeBitRate},
+    {kPrivateData,                              kCodecTypeAv1,         &kAv1Record},
     {kPrivateData,                              kCodecTypeWmaV1,       &kWma1},
     {kPrivateData,                              kCodecTypeWmaV2,       &kWma2},
     {kPrivateData,                              kCodecTypeWmaPro,      &kWma3},
@@ -65,6 +66,15 @@ Record readRecord(uint32_t codecType, std::string_view key, Bytes data) {
     Annotator out(data);
     recordKind(codecType, key).read(out);
     return {.key = std::string(key), .sizeBytes = data.size(), .rows = out.finish()};
+}
+
+bool hasReader(uint32_t codecType, std::string_view key) {
+    return &recordKind(codecType, key) != &kUnknown;
+}
+
+std::optional<VideoFacts> videoFacts(uint32_t codecType, const Record& record) {
+    const auto readFacts = recordKind(codecType, record.key).readFacts;
+    return readFacts != nullptr ? readFacts(record.rows) : std::nullopt;
 }
 
 std::string summarise(uint32_t codecType, const Record& record) {

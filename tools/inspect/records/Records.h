@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,11 @@ inline constexpr std::string_view kPrivateData = "private data";
 
 // Anything unknown counts as a run of bytes.
 Record readRecord(uint32_t codecType, std::string_view key, Bytes data);
+
+bool hasReader(uint32_t codecType, std::string_view key);
+
+// Of a record of video; nothing of one without a whole parameter set.
+std::optional<VideoFacts> videoFacts(uint32_t codecType, const Record& record);
 
 // The record in one line.
 std::string summarise(uint32_t codecType, const Record& record);

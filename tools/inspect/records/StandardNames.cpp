@@ -2,8 +2,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <span>
 #include <string_view>
+
+#include "inspect/media/LibAv.h"
+
+extern "C" {
+#include <libavutil/channel_layout.h>
+#include <libavutil/pixdesc.h>
+}
 
 namespace inspect {
 namespace {
@@ -13,55 +21,12 @@ struct Name {
     std::string_view text;
 };
 
-constexpr auto kAvcProfiles = std::to_array<Name>({
-        {44, "CAVLC 4:4:4 Intra"},
-        {66, "Baseline"},
-        {77, "Main"},
-        {83, "Scalable Baseline"},
-        {86, "Scalable High"},
-        {88, "Extended"},
-        {100, "High"},
-        {110, "High 10"},
-        {118, "Multiview High"},
-        {122, "High 4:2:2"},
-        {128, "Stereo High"},
-        {244, "High 4:4:4 Predictive"},
-});
-
-constexpr auto kHevcProfiles = std::to_array<Name>({
-        {1, "Main"},
-        {2, "Main 10"},
-        {3, "Main Still Picture"},
-        {4, "Range Extensions"},
-});
-
 constexpr auto kHevcUnits = std::to_array<Name>({
         {32, "VPS"},
         {33, "SPS"},
         {34, "PPS"},
         {39, "SEI"},
         {40, "suffix SEI"},
-});
-
-constexpr auto kVisualProfiles = std::to_array<Name>({
-        {0x01, "Simple, level 1"},
-        {0x02, "Simple, level 2"},
-        {0x03, "Simple, level 3"},
-        {0x04, "Simple, level 4a"},
-        {0x05, "Simple, level 5"},
-        {0x08, "Simple, level 0"},
-        {0x21, "Core, level 1"},
-        {0x22, "Core, level 2"},
-        {0x32, "Main, level 2"},
-        {0x33, "Main, level 3"},
-        {0x34, "Main, level 4"},
-        {0xF0, "Advanced Simple, level 0"},
-        {0xF1, "Advanced Simple, level 1"},
-        {0xF2, "Advanced Simple, level 2"},
-        {0xF3, "Advanced Simple, level 3"},
-        {0xF4, "Advanced Simple, level 4"},
-        {0xF5, "Advanced Simple, level 5"},
-        {0xF7, "Advanced Simple, level 3b"},
 });
 
 constexpr auto kVisualStartCodes = std::to_array<Name>({
@@ -101,12 +66,6 @@ constexpr auto kAacSampleRates = std::to_array<uint32_t>(
 
 constexpr auto kAacChannels = std::to_array<unsigned>({0, 1, 2, 3, 4, 5, 6, 8});
 
-// By bit, the lowest first.
-constexpr auto kSpeakers = std::to_array<std::string_view>(
-        {"front left", "front right", "front centre", "low frequency", "back left", "back right",
-         "front left of centre", "front right of centre", "back centre", "side left",
-         "side right"});
-
 std::string nameOf(std::span<const Name> names, unsigned number, const std::string& otherwise) {
     const auto found = std::ranges::find(names, number, &Name::number);
     return found != names.end() ? std::string(found->text) : otherwise;
@@ -116,6 +75,15 @@ std::string numbered(std::string what, unsigned number) {
     return what.append(" ").append(std::to_string(number));
 }
 
+std::string profileName(AVCodecID codec, unsigned profile) {
+    const char* name = avcodec_profile_name(codec, static_cast<int>(profile));
+    return name != nullptr ? name : numbered("profile", profile);
+}
+
+std::string orReserved(const char* name) {
+    return name != nullptr ? name : "reserved";
+}
+
 std::string decimal(unsigned tenths) {
     return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10);
 }
@@ -123,7 +91,7 @@ std::string decimal(unsigned tenths) {
 }  // namespace
 
 std::string avcProfileName(unsigned profileIdc) {
-    return nameOf(kAvcProfiles, profileIdc, numbered("profile", profileIdc));
+    return profileName(AV_CODEC_ID_H264, profileIdc);
 }
 
 std::string avcLevelText(unsigned profileIdc, unsigned constraints, unsigned levelIdc) {
@@ -133,7 +101,7 @@ std::string avcLevelText(unsigned profileIdc, unsigned constraints, unsigned lev
 }
 
 std::string hevcProfileName(unsigned profileIdc) {
-    return nameOf(kHevcProfiles, profileIdc, numbered("profile", profileIdc));
+    return profileName(AV_CODEC_ID_HEVC, profileIdc);
 }
 
 std::string hevcLevelText(unsigned levelIdc) {
@@ -144,12 +112,47 @@ std::string hevcUnitName(unsigned unitType) {
     return nameOf(kHevcUnits, unitType, numbered("unit of type", unitType));
 }
 
+std::string chromaText(unsigned chromaFormatIdc) {
+    constexpr auto kFormats = std::to_array<const char*>({"monochrome", "4:2:0", "4:2:2", "4:4:4"});
+    return chromaFormatIdc < kFormats.size() ? kFormats[chromaFormatIdc] : "reserved";
+}
+
+std::string primariesText(unsigned colourPrimaries) {
+    return orReserved(av_color_primaries_name(static_cast<AVColorPrimaries>(colourPrimaries)));
+}
+
+std::string transferText(unsigned characteristics) {
+    const auto transfer = static_cast<AVColorTransferCharacteristic>(characteristics);
+    return orReserved(av_color_transfer_name(transfer));
+}
+
+std::string matrixText(unsigned matrixCoefficients) {
+    return orReserved(av_color_space_name(static_cast<AVColorSpace>(matrixCoefficients)));
+}
+
+std::string luminanceText(unsigned tenThousandths) {
+    std::array<char, 24> text{};
+    std::snprintf(text.data(), text.size(), "%g cd/m2", tenThousandths / 10000.0);
+    return text.data();
+}
+
+std::string sizeText(uint64_t width, uint64_t height) {
+    return std::to_string(width) + "x" + std::to_string(height);
+}
+
 std::string lengthsText(unsigned lengthSizeMinusOne) {
     return std::to_string(lengthSizeMinusOne + 1) + "-byte lengths";
 }
 
 std::string visualProfileName(unsigned indication) {
-    return nameOf(kVisualProfiles, indication, "another profile");
+    const unsigned level = indication & 0xF;
+    const char* name = avcodec_profile_name(AV_CODEC_ID_MPEG4, static_cast<int>(indication >> 4));
+    if (name == nullptr) return "another profile";
+    std::string text(name);
+    text = text.substr(0, text.rfind(" Profile")) + ", level ";
+    if (indication == 0x04) return text + "4a";
+    if (indication == 0xF7) return text + "3b";
+    return text + std::to_string(indication == 0x08 ? 0 : level);
 }
 
 std::string visualStartCodeName(unsigned code) {
@@ -187,9 +190,11 @@ std::string channelText(uint64_t channels) {
 
 std::string speakersText(uint32_t channelMask) {
     std::string text;
-    for (size_t i = 0; i < kSpeakers.size(); i++) {
-        if ((channelMask >> i & 1) == 0) continue;
-        text += (text.empty() ? "" : ", ") + std::string(kSpeakers[i]);
+    for (unsigned bit = 0; bit < 32; bit++) {
+        if ((channelMask >> bit & 1) == 0) continue;
+        std::array<char, 64> name{};
+        av_channel_description(name.data(), name.size(), static_cast<AVChannel>(bit));
+        text += (text.empty() ? "" : ", ") + std::string(name.data());
     }
     return text.empty() ? "no speakers" : text;
 }

@@ -14,17 +14,4 @@ std::optional<size_t> findStartCode(Bytes data, size_t from) {
     return from + offset;
 }
 
-Payload payloadOf(Bytes unit, size_t sizeBytes) {
-    constexpr uint8_t kPrevention = 3;
-    Payload payload;
-    unsigned zeros = 0;
-    for (const uint8_t byte : unit) {
-        if (payload.bytes.size() == sizeBytes) break;
-        payload.rawSize++;
-        if (zeros < 2 || byte != kPrevention) payload.bytes.push_back(byte);
-        zeros = byte == 0 ? zeros + 1 : 0;
-    }
-    return payload;
-}
-
 }  // namespace inspect

@@ -39,9 +39,7 @@ TrackReport reportTrack(const Stream& stream, const MediaFile& file, Session& se
     TrackReport track;
     track.stream = stream;
     track.found = session.describeTrack(stream, file.container.hasWholeFrames);
-    if (scope.explain) {
-        track.explanations = explainCodecData(stream, track.found.entries, track.found.codecData);
-    }
+    if (scope.explain) track.explanations = track.found.records;
     return track;
 }
 
