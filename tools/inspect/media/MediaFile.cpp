@@ -127,6 +127,7 @@ MediaFile readMediaFile(const OpenFile& open) {
     }
     completeFromPackets(context, file.streams);
     for (Stream& each : file.streams) {
+        if (each.boxName == "vp09") each.privateData = readVp9Record(open.input(), each.index);
         adaptPrivateData(each);
         if (!each.durationUs) each.durationUs = file.durationUs;
     }

@@ -1,7 +1,9 @@
 #include "inspect/media/PrivateData.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
+#include <optional>
 #include <string_view>
 
 #include "zrcodecparser/CodecType.h"
@@ -69,7 +71,53 @@ void adaptOpus(Stream& stream) {
     stream.audio.seekPreRollNs = 80'000'000;
 }
 
+struct Range {
+    uint64_t begin;
+    uint64_t end;
+};
+
+// ISO/IEC 14496-12 4.2: the content of the nth box of this type among these, the first being 0.
+std::optional<Range> findBox(const InputFile& file, Range boxes, std::string_view type, int nth) {
+    constexpr int kMaxBoxes = 1 << 12;
+    uint64_t offset = boxes.begin;
+    for (int count = 0; count < kMaxBoxes && offset < boxes.end; count++) {
+        std::array<uint8_t, 16> header{};
+        if (file.readAt(static_cast<int64_t>(offset), header) < 8) return {};
+        ByteCursor cursor(header);
+        uint64_t size = cursor.be32();
+        const bool isSought = startsWith(cursor.take(4), type);
+        const bool isLarge = size == 1;
+        if (isLarge) size = cursor.be64();
+        const uint64_t headerSize = isLarge ? 16 : 8;
+        if (size < headerSize || size > boxes.end - offset) return {};
+        if (isSought && nth-- == 0) return Range{offset + headerSize, offset + size};
+        offset += size;
+    }
+    return {};
+}
+
 }  // namespace
+
+ByteVector readVp9Record(const InputFile& file, int track) {
+    struct Step {
+        std::string_view type;
+        int nth;
+        uint64_t fields;  // bytes before the boxes inside
+    };
+    const Step steps[] = {{"moov", 0, 0}, {"trak", track, 0}, {"mdia", 0, 0},  {"minf", 0, 0},
+                          {"stbl", 0, 0}, {"stsd", 0, 8},     {"vp09", 0, 78}, {"vpcC", 0, 0}};
+    Range range = {0, static_cast<uint64_t>(file.size())};
+    for (const Step& step : steps) {
+        const auto found = findBox(file, range, step.type, step.nth);
+        if (!found || found->end - found->begin < step.fields) return {};
+        range = {found->begin + step.fields, found->end};
+    }
+    constexpr uint64_t kMostBytes = 1 << 16;
+    ByteVector record(std::min(range.end - range.begin, kMostBytes));
+    const int64_t count = file.readAt(static_cast<int64_t>(range.begin), record);
+    record.resize(static_cast<size_t>(std::max<int64_t>(count, 0)));
+    return record;
+}
 
 void completeFromPackets(AVFormatContext& file, std::span<Stream> streams) {
     std::map<int, LibAvPtr<AVBSFContext>> filters;

@@ -14,6 +14,10 @@ namespace inspect {
 // file.
 void completeFromPackets(AVFormatContext& file, std::span<Stream> streams);
 
+// The box vpcC, VP Codec ISO Media File Format Binding 2.2, which the demuxer reads and drops;
+// nothing of a file that has none for the track.
+ByteVector readVp9Record(const InputFile& file, int track);
+
 // Brings the demuxer's form into the parsers'.
 void adaptPrivateData(Stream& stream);
 

@@ -78,7 +78,7 @@ std::string againstSps(const Record& record, const VideoFacts& facts) {
 std::string againstName(const Stream& stream) {
     const bool isAvc = stream.codecType == kCodecTypeAvc;
     if (!isAvc && stream.codecType != kCodecTypeHevc) return {};
-    const auto isRecordOf = [&](CodecType codec, const char* key) {
+    const auto isRecordOf = [&](uint32_t codec, const char* key) {
         const Record record = readRecord(codec, key, stream.privateData);
         return record.at("configurationVersion", 0).number == 1u && videoFacts(codec, record);
     };

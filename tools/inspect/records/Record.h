@@ -44,6 +44,7 @@ std::string showBytes(const Record& record);  // the summary of those that say n
 // They read what there is of a record, whatever it holds, and say so when it cannot be read.
 extern const RecordKind kAvcRecord;          // ISO/IEC 14496-15 5.3.3.1.2
 extern const RecordKind kHevcRecord;         // ISO/IEC 14496-15 8.3.3.1.2
+extern const RecordKind kVp9Record;          // VP Codec ISO Media File Format Binding 2.2
 extern const RecordKind kAv1Record;          // AV1 Codec ISO Media File Format Binding 2.3.3
 extern const RecordKind kEsDescriptor;       // ISO/IEC 14496-1 7.2.6.5, around MPEG-4
 extern const RecordKind kMpeg2EsDescriptor;  // the same around MPEG-1 and 2 video

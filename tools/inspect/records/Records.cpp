@@ -42,6 +42,7 @@ const auto kRows = std::to_array<RecordRow>({
     {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeVorbis,      &kVorbisHeader},
     {AMEDIAFORMAT_KEY_CSD_1,                    kCodecTypeVorbis,      &kVorbisSetup},
     {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeG726,        &kNativeBitRate},
+    {kPrivateData,                              kCodecTypeVp9,         &kVp9Record},
     {kPrivateData,                              kCodecTypeAv1,         &kAv1Record},
     {kPrivateData,                              kCodecTypeWmaV1,       &kWma1},
     {kPrivateData,                              kCodecTypeWmaV2,       &kWma2},
