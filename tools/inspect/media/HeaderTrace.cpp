@@ -68,7 +68,7 @@ std::vector<SyntaxElement> HeaderTrace::read(Bytes unit) {
     if (av_bsf_send_packet(mFilter.get(), packet.get()) < 0) return {};
     av_bsf_receive_packet(mFilter.get(), packet.get());
     std::vector<SyntaxElement> found = elements.take();
-    mBudget -= found.size();
+    mBudget -= std::clamp<size_t>(found.size(), 1, mBudget);  // one without any costs time too
     return found;
 }
 
