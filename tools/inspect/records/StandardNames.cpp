@@ -80,7 +80,11 @@ std::string profileName(AVCodecID codec, unsigned profile) {
     return name != nullptr ? name : numbered("profile", profile);
 }
 
-std::string orReserved(const char* name) {
+// Of a number that libavutil numbers in the same way; no enumeration holds one beyond its end.
+template <typename Number>
+std::string nameBelow(Number end, unsigned number, const char* (*nameOf)(Number)) {
+    const bool isIn = number < static_cast<unsigned>(end);
+    const char* name = isIn ? nameOf(static_cast<Number>(number)) : nullptr;
     return name != nullptr ? name : "reserved";
 }
 
@@ -118,16 +122,15 @@ std::string chromaText(unsigned chromaFormatIdc) {
 }
 
 std::string primariesText(unsigned colourPrimaries) {
-    return orReserved(av_color_primaries_name(static_cast<AVColorPrimaries>(colourPrimaries)));
+    return nameBelow(AVCOL_PRI_NB, colourPrimaries, av_color_primaries_name);
 }
 
 std::string transferText(unsigned characteristics) {
-    const auto transfer = static_cast<AVColorTransferCharacteristic>(characteristics);
-    return orReserved(av_color_transfer_name(transfer));
+    return nameBelow(AVCOL_TRC_NB, characteristics, av_color_transfer_name);
 }
 
 std::string matrixText(unsigned matrixCoefficients) {
-    return orReserved(av_color_space_name(static_cast<AVColorSpace>(matrixCoefficients)));
+    return nameBelow(AVCOL_SPC_NB, matrixCoefficients, av_color_space_name);
 }
 
 std::string luminanceText(unsigned tenThousandths) {
