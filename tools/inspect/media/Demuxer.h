@@ -24,7 +24,7 @@ public:
 
     AVFormatContext& context() const { return *mContext; }
     std::span<AVStream*> streams() const { return {mContext->streams, mContext->nb_streams}; }
-    std::string complaint(int status) const { return mSilence.complaint(status); }
+    std::string complaint(int status) const { return readingError(status); }
 
 private:
     LibAvSilence mSilence;

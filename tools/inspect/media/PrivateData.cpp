@@ -1,7 +1,7 @@
 #include "inspect/media/PrivateData.h"
 
 #include <algorithm>
-#include <map>
+#include <set>
 #include <string_view>
 
 #include "zrcodecparser/CodecType.h"
@@ -12,30 +12,6 @@ namespace {
 using namespace android;
 
 constexpr int kMaxPackets = 1000;
-
-// A filter that finds the private data in packets; null where there is nothing to look for.
-const char* filterName(const Stream& stream) {
-    if (!stream.privateData.empty()) return nullptr;
-    switch (stream.codecType) {
-        case kCodecTypeAvc:
-        case kCodecTypeHevc: return "extract_extradata";
-        case kCodecTypeAac: return stream.codec == "aac" ? "aac_adtstoasc" : nullptr;
-        default: return nullptr;
-    }
-}
-
-// The private data that comes with the packet, or nothing. Takes the packet over.
-ByteVector filterPacket(AVBSFContext& filter, AVPacket& packet) {
-    if (av_bsf_send_packet(&filter, &packet) < 0) return {};
-    ByteVector found;
-    while (av_bsf_receive_packet(&filter, &packet) == 0) {
-        size_t size = 0;
-        const uint8_t* data = av_packet_get_side_data(&packet, AV_PKT_DATA_NEW_EXTRADATA, &size);
-        if (data != nullptr && found.empty()) found.assign(data, data + size);
-        av_packet_unref(&packet);
-    }
-    return found;
-}
 
 bool startsWith(Bytes data, std::string_view text) {
     return data.size() >= text.size() &&
@@ -69,27 +45,28 @@ void adaptOpus(Stream& stream) {
     stream.audio.seekPreRollNs = 80'000'000;
 }
 
+// ISO/IEC 13818-7 6.2.1: a sync word of twelve ones, and no layer.
+bool hasAdtsHeader(const AVPacket& packet) {
+    return packet.size >= 2 && packet.data[0] == 0xFF && (packet.data[1] & 0xF6) == 0xF0;
+}
+
+// AAC without an AudioSpecificConfig of its own.
+bool mayHaveAdtsHeaders(const Stream& stream) {
+    return stream.codec == "aac" && stream.privateData.empty();
+}
+
 }  // namespace
 
-void completeFromPackets(AVFormatContext& file, std::span<Stream> streams) {
-    std::map<int, LibAvPtr<AVBSFContext>> filters;
+void findAdtsHeaders(AVFormatContext& file, std::span<Stream> streams) {
+    std::set<int> open;
     for (const Stream& stream : streams) {
-        const char* name = filterName(stream);
-        if (name == nullptr) continue;
-        if (auto filter = openFilter(name, *file.streams[stream.index])) {
-            filters.emplace(stream.index, std::move(filter));
-        }
+        if (mayHaveAdtsHeaders(stream)) open.insert(stream.index);
     }
     const LibAvPtr<AVPacket> packet(av_packet_alloc());
-    for (int count = 0; !filters.empty() && count < kMaxPackets; count++) {
+    for (int count = 0; !open.empty() && count < kMaxPackets; count++) {
         if (av_read_frame(&file, packet.get()) < 0) return;
-        const auto index = packet->stream_index;
-        if (const auto entry = filters.find(index); entry != filters.end()) {
-            Stream& stream = streams[static_cast<size_t>(index)];
-            stream.privateData = filterPacket(*entry->second, *packet);
-            stream.hasAdtsHeaders =
-                    stream.codecType == kCodecTypeAac && !stream.privateData.empty();
-            if (!stream.privateData.empty()) filters.erase(entry);
+        if (open.erase(packet->stream_index) > 0 && hasAdtsHeader(*packet)) {
+            streams[static_cast<size_t>(packet->stream_index)].codecType = kCodecTypeAacAdts;
         }
         av_packet_unref(packet.get());
     }
