@@ -22,15 +22,10 @@ bool startsWith(Bytes data, std::string_view text) {
 // RFC 9639 8: the marker, then a metadata block header: last block, type 0, 24-bit size.
 void adaptFlac(ByteVector& data) {
     if (data.empty() || startsWith(data, "fLaC")) return;
-    const auto size = data.size();
-    const ByteVector head = {'f',
-                             'L',
-                             'a',
-                             'C',
-                             0x80,
-                             static_cast<uint8_t>(size >> 16),
-                             static_cast<uint8_t>(size >> 8),
-                             static_cast<uint8_t>(size)};
+    const auto sizeByte = [size = data.size()](int shift) {
+        return static_cast<uint8_t>(size >> shift);
+    };
+    const ByteVector head = {'f', 'L', 'a', 'C', 0x80, sizeByte(16), sizeByte(8), sizeByte(0)};
     data.insert(data.begin(), head.begin(), head.end());
 }
 

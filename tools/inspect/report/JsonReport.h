@@ -9,8 +9,8 @@
 
 namespace inspect {
 
-// {"version", "files": [{"path", "error"} or {"path", "truncated", "container", "tracks"}]}. Every
-// key of a format stands in "keys" with its type and its value: numbers as numbers, buffers in hex,
+// {"version", "files": [{"path", "error"} or {"path", "truncated", "container", "tracks"}]}, and
+// "junk" where something follows the media. Every key of a format stands in "keys" with its type and its value: numbers as numbers, buffers in hex,
 // texts as they are; one that is no UTF-8 as if it were ISO-8859-1, its "bytes" in hex beside it,
 // and so the "pathBytes" of a path. "tags" is there for files in which tags are looked for:
 // {"kind", "place", "names", "picture", "eightBit", "notes", "keys", "log"} each, with the names of
