@@ -235,16 +235,17 @@ std::optional<std::string> cutPacket(const InputFile& file) {
     return {};
 }
 
-constexpr int64_t kMostFillRead = 256 << 20;
+}  // namespace
 
-// Where the file's last byte begins that stands there over and over, as far as it is looked at.
-int64_t startOfFill(const InputFile& file, int64_t stored) {
+Fill findFill(const InputFile& file) {
+    constexpr int64_t kMostRead = 256 << 20;
+    const int64_t stored = file.storedSize();
     ByteVector chunk(64 << 10);
     file.readAt(file.size() - 1, std::span(chunk).first(1));
     const uint8_t last = chunk[0];
-    if (stored < file.size() && last != 0) return file.size();
+    if (stored < file.size() && last != 0) return {.begin = file.size()};
     int64_t end = stored;
-    while (end > 0 && stored - end < kMostFillRead) {
+    while (end > 0 && stored - end < kMostRead) {
         const int64_t begin = std::max<int64_t>(0, end - static_cast<int64_t>(chunk.size()));
         const auto part = std::span(chunk).first(static_cast<size_t>(end - begin));
         if (file.readAt(begin, part) != end - begin) break;
@@ -253,12 +254,10 @@ int64_t startOfFill(const InputFile& file, int64_t stored) {
         end = begin + (part.rend() - other);
         if (other != part.rend()) break;
     }
-    return end;
+    return {.begin = end, .isBeginKnown = stored - end < kMostRead};
 }
 
-}  // namespace
-
-Extent measure(std::string_view format, const InputFile& file) {
+Extent measure(std::string_view format, const InputFile& file, const Fill& fill) {
     constexpr int64_t kLeastFill = 64 << 10;  // more than a frame of silence ends in
     constexpr int64_t kLeastJunk = 128;       // of the size of an old tag; less is of no interest
     const auto row = std::ranges::find(kRows, format, &Row::format);
@@ -271,16 +270,14 @@ Extent measure(std::string_view format, const InputFile& file) {
     const int64_t rest = file.size() - elementsEnd;
     if (row->read != nullptr && rest <= kLeastJunk) return whole;
 
-    const int64_t stored = file.storedSize();
-    const int64_t fill = startOfFill(file, stored);
-    extent.isEndKnown = stored - fill < kMostFillRead || fill <= elementsEnd;
-    const bool isFilled = file.size() - fill >= kLeastFill;
-    extent.end = isFilled ? std::max(fill, elementsEnd) : file.size();
+    extent.isEndKnown = fill.isBeginKnown || fill.begin <= elementsEnd;
+    const bool isFilled = file.size() - fill.begin >= kLeastFill;
+    extent.end = isFilled ? std::max(fill.begin, elementsEnd) : file.size();
     if (row->read == nullptr && !isFilled) {
         if (format == "mpegts") extent.truncation = cutPacket(file);
         return extent;
     }
-    if (fill <= elementsEnd || row->read == nullptr) {
+    if (fill.begin <= elementsEnd || row->read == nullptr) {
         extent.junk = (extent.isEndKnown ? "" : "at least ") +
                       std::to_string(file.size() - extent.end) + " bytes behind offset " +
                       std::to_string(extent.end) + ", all of them the same, belong to no " +

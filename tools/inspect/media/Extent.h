@@ -10,6 +10,15 @@
 
 namespace inspect {
 
+// One byte over and over at the end of a file.
+struct Fill {
+    int64_t begin = 0;
+    bool isBeginKnown = true;  // else there may be more of it before
+};
+
+// Looks at a bounded part.
+Fill findFill(const InputFile& file);
+
 struct Extent {
     int64_t end = 0;                          // what lies behind is one byte over and over
     bool isEndKnown = true;                   // else there is more of that byte before it
@@ -20,6 +29,6 @@ struct Extent {
 // Finds nothing to say when the format does not tell. Knows the ISO base media family, RIFF, AIFF,
 // CAF, Matroska, FLV, Ogg, ASF, RealMedia, MPEG-2 TS, and plain streams of frames. Format is the
 // demuxer's name. Reads the headers of the outermost elements, and bytes at the end.
-Extent measure(std::string_view format, const InputFile& file);
+Extent measure(std::string_view format, const InputFile& file, const Fill& fill);
 
 }  // namespace inspect
