@@ -34,6 +34,23 @@ InputFile::~InputFile() {
     close(mDescriptor);
 }
 
+int64_t InputFile::storedSize() const {
+    const auto isHoleFrom = [&](int64_t offset) {
+        return lseek(mDescriptor, offset, SEEK_DATA) < 0 && errno == ENXIO;
+    };
+    int64_t low = 0;
+    int64_t high = mSize;
+    while (low < high) {
+        const int64_t middle = low + (high - low) / 2;
+        if (isHoleFrom(middle)) {
+            high = middle;
+        } else {
+            low = middle + 1;
+        }
+    }
+    return low;
+}
+
 int64_t InputFile::readAt(int64_t offset, std::span<uint8_t> out) const {
     size_t done = 0;
     while (done < out.size()) {

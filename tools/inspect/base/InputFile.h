@@ -27,6 +27,10 @@ public:
     const std::string& path() const { return mPath; }
     int64_t size() const { return mSize; }
 
+    // Up to where bytes were ever written; a hole of zeros may follow, as far as the file system
+    // tells.
+    int64_t storedSize() const;
+
     // The bytes read, fewer only at the end; negative for an error.
     int64_t readAt(int64_t offset, std::span<uint8_t> out) const;
 

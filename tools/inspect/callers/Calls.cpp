@@ -10,7 +10,7 @@ namespace {
 const char* statusWords(int32_t status) {
     switch (status) {
         case android::OK: return ", ok";
-        case -1: return ", does not apply";
+        case -1: return kDoesNotApply;
         case android::BAD_VALUE: return ", bad value";
         case android::INVALID_OPERATION: return ", invalid operation";
         case -1010: return ", unsupported";

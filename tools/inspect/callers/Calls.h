@@ -20,6 +20,9 @@ struct Call {
     Entries entries;                 // of metadata, by four-character code
 };
 
+// How the result of an operation ends that a track is not for.
+inline constexpr const char* kDoesNotApply = ", does not apply";
+
 // Wants a fatal handler that throws a LibraryFatal.
 Call callLibrary(const char* name, const std::function<std::optional<int32_t>()>& operation);
 

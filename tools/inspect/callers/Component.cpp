@@ -87,6 +87,7 @@ struct Operation {
     const char* name;
     OnPort onPort;
     OnNode onNode = nullptr;
+    const char* whenDeclined = nullptr;  // why it does not apply
 
     status_t operator()(const sp<AMessage>& format, const sp<IOMXNode>& node) const {
         return onPort != nullptr ? onPort(format, kInputPort, node, false)
@@ -94,18 +95,21 @@ struct Operation {
     }
 };
 
+constexpr const char* kOnlyAdif =
+        "; it sets up ADIF only (aac-format-adif), and leaves all else to the platform";
+
 // clang-format off
 constexpr auto kOperations = std::to_array<Operation>({
         {kCodecTypeDivx311,   kCodecTypeDivx311,   "setDivxFormat",     nullptr, &Helper::setDivxFormat},
         {kCodecTypeDivx4,     kCodecTypeDivx6,     "setDivxFormat",     nullptr, &Helper::setDivxFormat},
-        {kCodecTypeAac,       kCodecTypeAac,       "setAACFormat",      &Helper::setAACFormat},
+        {kCodecTypeAac,       kCodecTypeAac,       "setAACFormat",      &Helper::setAACFormat, nullptr, kOnlyAdif},
         {kCodecTypeAc3,       kCodecTypeEac3,      "setDolbyFormat",    &Helper::setDolbyFormat},
         {kCodecTypePcm,       kCodecTypePcm,       "setRawAudioFormat", &Helper::setRawAudioFormat},
         {kCodecTypeWma,       kCodecTypeWmaVoice,  "setWMAFormat",      nullptr, &Helper::setWMAFormat},
         {kCodecTypeG711ALaw,  kCodecTypeG711MuLaw, "setG711Format",     &Helper::setG711Format},
         {kCodecTypeG726,      kCodecTypeG726,      "setG726Format",     nullptr, &Helper::setG726Format},
         {kCodecTypeRealAudio, kCodecTypeRealAudio, "setRAFormat",       &Helper::setRAFormat},
-        {kCodecTypeAacAdts,   kCodecTypeAacAdts,   "setAACFormat",      &Helper::setAACFormat},
+        {kCodecTypeAacAdts,   kCodecTypeAacAdts,   "setAACFormat",      &Helper::setAACFormat, nullptr, kOnlyAdif},
         {kCodecTypeAlac,      kCodecTypeAlac,      "setAlacFormat",     &Helper::setAlacFormat},
         {kCodecTypeAc4,       kCodecTypeAc4,       "setDolbyFormat",    &Helper::setDolbyFormat},
 });
@@ -169,6 +173,8 @@ std::vector<Call> setUpComponent(const Stream& stream, const TrackFindings& trac
     for (const Operation& each : kOperations) {
         if (codec < each.firstCodec || codec > each.lastCodec || isMpeg4) continue;
         calls.push_back(takeDown(each.name, [&](const auto& node) { return each(format, node); }));
+        const bool isDeclined = calls.back().result.ends_with(kDoesNotApply);
+        if (isDeclined && each.whenDeclined != nullptr) calls.back().result += each.whenDeclined;
     }
     if (stream.kind == Kind::kVideo) {
         calls.push_back(configureVideo(format, options.name));

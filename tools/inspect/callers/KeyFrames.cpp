@@ -1,5 +1,8 @@
 #include "inspect/callers/KeyFrames.h"
 
+#include <algorithm>
+#include <array>
+
 #include "inspect/base/Progress.h"
 #include "inspect/callers/Hooks.h"
 #include "inspect/media/Demuxer.h"
@@ -11,6 +14,11 @@ namespace {
 
 using namespace android;
 
+// Of others the library calls nothing a key frame.
+constexpr auto kExamined =
+        std::to_array<int>({kCodecTypeMpeg4, kCodecTypeH263, kCodecTypeAvc, kCodecTypeXvid,
+                            kCodecTypeDivx4, kCodecTypeDivx5, kCodecTypeDivx6, kCodecTypeMpeg4Asp});
+
 std::optional<int64_t> timeOf(const AVPacket& packet, AVRational base) {
     const int64_t time = packet.pts != AV_NOPTS_VALUE ? packet.pts : packet.dts;
     if (time == AV_NOPTS_VALUE) return {};
@@ -21,6 +29,7 @@ class Track {
 public:
     Track(const AVStream& stream, uint32_t codecType, bool isMarkedByContainer)
         : mTimeBase(stream.time_base), mCodecType(static_cast<int>(codecType)) {
+        mResult.isExamined = std::ranges::count(kExamined, mCodecType) > 0;
         mResult.isMarkedByContainer = isMarkedByContainer;
         // As a parser of a container with length-prefixed samples does; others pass unchanged.
         if (mCodecType == kCodecTypeAvc) mFilter = openFilter("h264_mp4toannexb", stream);

@@ -20,6 +20,7 @@ struct KeyFrameDispute {
 };
 
 struct KeyFrames {
+    bool isExamined = false;           // by the library, of this codec
     bool isMarkedByContainer = false;  // else the demuxer's parser marked the samples
     uint64_t samples = 0;
     uint64_t unreadable = 0;  // samples that do not follow the container's form

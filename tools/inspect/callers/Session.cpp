@@ -1,6 +1,7 @@
 #include "inspect/callers/Session.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <iterator>
 #include <utility>
@@ -103,6 +104,24 @@ std::string failureNote(status_t status, const std::vector<host::LogLine>& log, 
     return "codec data: status " + std::to_string(status) + (texts.empty() ? "" : ": ") + texts;
 }
 
+constexpr const char* kPassedOn =
+        "codec data: a finished HEVC record, which is passed on as it is; that is meant";
+constexpr const char* kNoCodecData =
+        "codec data: missing in the file, and no decoder starts without";
+
+// ISO/IEC 14496-15 8.3.3.1: it begins with its version, and a start code with zeros.
+bool isFinishedHevcRecord(const Stream& stream) {
+    return stream.codecType == kCodecTypeHevc && !stream.privateData.empty() &&
+           stream.privateData.front() == 1;
+}
+
+bool lacksCodecData(const Stream& stream, bool hasWholeFrames) {
+    static constexpr auto kWanting = std::to_array<uint32_t>(
+            {kCodecTypeAvc, kCodecTypeHevc, kCodecTypeAac, kCodecTypeVorbis, kCodecTypeAlac});
+    return hasWholeFrames && stream.privateData.empty() &&
+           std::ranges::count(kWanting, stream.codecType) > 0;
+}
+
 }  // namespace
 
 Session::Session(host::Device device)
@@ -146,7 +165,7 @@ TrackFindings Session::describeTrack(const Stream& stream, bool hasWholeFrames) 
         mHelper->setTrackMeta(&info, format.get(), !hasWholeFrames);
         found.verdict = judge(stream, format.mime(), mLog, mDevice);
         if (stream.durationUs) mHelper->setDuration(*stream.durationUs, format.get());
-        if (stream.hasAdtsHeaders) {
+        if (stream.codecType == kCodecTypeAacAdts) {
             AMediaFormat_setInt32(format.get(), ZREAMEDIAFORMAT_KEY_ISADTS, 1);
         }
         const Entries before = format.entries();
@@ -154,9 +173,11 @@ TrackFindings Session::describeTrack(const Stream& stream, bool hasWholeFrames) 
         const status_t status = storeCodecData(*mHelper, stream, info, format.get());
         std::string note = failureNote(status, mLog, logged);
         if (status != OK && holdsUnchanged(format.entries(), stream.privateData)) {
-            note += "; stored unchanged all the same";
+            note = isFinishedHevcRecord(stream) ? kPassedOn
+                                                : note + "; stored unchanged all the same";
         }
         if (!note.empty()) found.notes.push_back(note);
+        if (lacksCodecData(stream, hasWholeFrames)) found.notes.emplace_back(kNoCodecData);
         const FormatChange change = {before, format.entries()};
         found.records = readCodecData(stream, change);
         found.codecData = describeCodecData(stream, found.records, change);

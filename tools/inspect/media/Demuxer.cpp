@@ -19,17 +19,16 @@ bool isKnown(const AVCodecParameters& codec) {
     }
 }
 
-std::string whyUnreadable(int status, const std::optional<std::string>& truncation,
-                          const LibAvSilence& silence) {
+std::string whyUnreadable(int status, const std::optional<std::string>& truncation) {
     const std::string truncated = "is truncated: ";
-    if (status == AVERROR_EOF && !truncation) return truncated + "it ends inside its headers";
-    const std::string why = status < 0 ? silence.complaint(status) : "no track can be read";
+    const std::string why = status < 0 ? readingError(status) : "no track can be read";
+    if (status == AVERROR_EOF && !truncation) return truncated + why;
     return truncation ? truncated + *truncation + "; " + why : why;
 }
 
 }  // namespace
 
-Demuxer::Demuxer(const OpenFile& file, Samples samples) : mStream(file.input()) {
+Demuxer::Demuxer(const OpenFile& file, Samples samples) : mStream(file.input(), file.extent().end) {
     AVFormatContext* context = avformat_alloc_context();
     if (context == nullptr) throw std::bad_alloc();
     context->pb = mStream.get();
@@ -42,13 +41,18 @@ Demuxer::Demuxer(const OpenFile& file, Samples samples) : mStream(file.input()) 
         for (const AVStream* each : streams()) {
             mStoredSizes.emplace_back(each->codecpar->width, each->codecpar->height);
         }
+        // Behind the headers: enough for any frames that come, and an end to what is none.
+        constexpr int64_t kMostRead = 48 << 20;
+        mStream.limit(kMostRead);
         status = avformat_find_stream_info(context, nullptr);
+        mStream.lift();
     }
     const auto isStreamKnown = [](const AVStream* each) { return isKnown(*each->codecpar); };
-    if (status >= 0 && std::ranges::any_of(streams(), isStreamKnown)) return;
+    // Codec data that are missing fail the second step, though the headers tell of the tracks.
+    if (mContext != nullptr && std::ranges::any_of(streams(), isStreamKnown)) return;
 
     if (!file.isSure()) throw FileError(kNotMedia);
-    throw FileError(whyUnreadable(status, file.truncation(), mSilence));
+    throw FileError(whyUnreadable(status, file.extent().truncation));
 }
 
 std::pair<int, int> Demuxer::storedSize(int stream) const {

@@ -28,7 +28,7 @@ public:
     std::span<AVStream*> streams() const { return {mContext->streams, mContext->nb_streams}; }
     // Of a stream's video, by the container alone: the codec's headers have no say. Zeros: unknown.
     std::pair<int, int> storedSize(int stream) const;
-    std::string complaint(int status) const { return mSilence.complaint(status); }
+    std::string complaint(int status) const { return readingError(status); }
 
 private:
     LibAvSilence mSilence;

@@ -1,5 +1,6 @@
 #include "inspect/media/LibAv.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdarg>
 #include <cstdio>
@@ -14,7 +15,6 @@ constexpr int kBufferBytes = 1 << 15;
 // libav has one callback for the process, without an argument of the user's.
 struct Messages {
     int listeners = 0;
-    std::string lastComplaint;
     LibAvSilence::Hear hear;
 };
 
@@ -23,18 +23,13 @@ Messages& messages() {
     return all;
 }
 
-void keep(void* /*source*/, int level, const char* format, va_list arguments) {
-    const bool isHeard = level == AV_LOG_INFO && messages().hear != nullptr;
-    if (level > AV_LOG_ERROR && !isHeard) return;
+void passOn(void* /*source*/, int level, const char* format, va_list arguments) {
+    if (level != AV_LOG_INFO || messages().hear == nullptr) return;
     std::array<char, 256> line{};
     std::vsnprintf(line.data(), line.size(), format, arguments);
     std::string text(line.data());
     text.erase(text.find_last_not_of("\n ") + 1);
-    if (isHeard) {
-        messages().hear(text.c_str());
-    } else if (!text.empty()) {
-        messages().lastComplaint = text;
-    }
+    messages().hear(text.c_str());
 }
 
 LibAvPtr<AVBSFContext> allocateFilter(const char* name) {
@@ -67,7 +62,7 @@ void LibAvDelete::operator()(AVIOContext* context) const {
     avio_context_free(&context);
 }
 
-FileStream::FileStream(const InputFile& file) : mFile(file) {
+FileStream::FileStream(const InputFile& file, int64_t end) : mFile(file), mEnd(end) {
     auto* buffer = static_cast<unsigned char*>(av_malloc(kBufferBytes));
     mContext.reset(avio_alloc_context(buffer, kBufferBytes, 0, this, read, nullptr, seek));
     if (mContext == nullptr) {
@@ -76,22 +71,34 @@ FileStream::FileStream(const InputFile& file) : mFile(file) {
     }
 }
 
+void FileStream::limit(int64_t sizeBytes) {
+    mLeft = sizeBytes;
+}
+
+void FileStream::lift() {
+    if (mLeft <= 0) mContext->eof_reached = 0;
+    mLeft = kNoLimit;
+}
+
 int FileStream::read(void* self, uint8_t* out, int size) {
     auto& stream = *static_cast<FileStream*>(self);
-    const int64_t count = stream.mFile.readAt(stream.mOffset, {out, static_cast<size_t>(size)});
+    const int64_t most = std::min({int64_t{size}, stream.mLeft, stream.mEnd - stream.mOffset});
+    if (most <= 0) return AVERROR_EOF;
+    const int64_t count = stream.mFile.readAt(stream.mOffset, {out, static_cast<size_t>(most)});
     if (count < 0) return AVERROR(EIO);
     if (count == 0) return AVERROR_EOF;
     stream.mOffset += count;
+    if (stream.mLeft != kNoLimit) stream.mLeft -= count;
     return static_cast<int>(count);
 }
 
 int64_t FileStream::seek(void* self, int64_t offset, int whence) {
     auto& stream = *static_cast<FileStream*>(self);
     switch (whence & ~AVSEEK_FORCE) {
-        case AVSEEK_SIZE: return stream.mFile.size();
+        case AVSEEK_SIZE: return stream.mEnd;
         case SEEK_SET: break;
         case SEEK_CUR: offset += stream.mOffset; break;
-        case SEEK_END: offset += stream.mFile.size(); break;
+        case SEEK_END: offset += stream.mEnd; break;
         default: return AVERROR(EINVAL);
     }
     if (offset < 0) return AVERROR(EINVAL);
@@ -100,9 +107,8 @@ int64_t FileStream::seek(void* self, int64_t offset, int whence) {
 }
 
 LibAvSilence::LibAvSilence(Hear hear) {
-    messages().lastComplaint.clear();
     messages().hear = std::move(hear);
-    if (messages().listeners++ == 0) av_log_set_callback(keep);
+    if (messages().listeners++ == 0) av_log_set_callback(passOn);
 }
 
 LibAvSilence::~LibAvSilence() {
@@ -110,11 +116,15 @@ LibAvSilence::~LibAvSilence() {
     if (--messages().listeners == 0) av_log_set_callback(av_log_default_callback);
 }
 
-std::string LibAvSilence::complaint(int status) const {
-    if (!messages().lastComplaint.empty()) return messages().lastComplaint;
-    std::array<char, AV_ERROR_MAX_STRING_SIZE> text{};
-    av_strerror(status, text.data(), text.size());
-    return text.data();
+std::string readingError(int status) {
+    switch (status) {
+        case AVERROR_EOF: return "it ends inside its headers";
+        case AVERROR(EIO): return "the disk cannot be read";
+        case AVERROR(EPERM): return "it names other files, which are not read";
+        case AVERROR(ENOMEM): return "it asks for more memory than there is";
+        case AVERROR_INVALIDDATA: return "its headers make no sense";
+        default: return "its headers cannot be read";
+    }
 }
 
 }  // namespace inspect

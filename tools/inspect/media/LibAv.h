@@ -9,6 +9,7 @@ extern "C" {
 }
 
 #include <functional>
+#include <limits>
 #include <memory>
 #include <string>
 
@@ -29,26 +30,33 @@ using LibAvPtr = std::unique_ptr<T, LibAvDelete>;
 LibAvPtr<AVBSFContext> openFilter(const char* name, const AVStream& stream);
 LibAvPtr<AVBSFContext> openFilter(const char* name, AVCodecID codec);  // for video without a file
 
-// A byte stream over the file, which outlives it.
+// A byte stream over the file, which outlives it, up to an end.
 class FileStream {
 public:
-    explicit FileStream(const InputFile& file);
+    FileStream(const InputFile& file, int64_t end);
     FileStream(const FileStream&) = delete;
     FileStream& operator=(const FileStream&) = delete;
 
     AVIOContext* get() const { return mContext.get(); }
 
+    // Seems to end after so many further bytes.
+    void limit(int64_t sizeBytes);
+    void lift();
+
 private:
+    static constexpr int64_t kNoLimit = std::numeric_limits<int64_t>::max();
     static int read(void* self, uint8_t* out, int size);
     static int64_t seek(void* self, int64_t offset, int whence);
 
     const InputFile& mFile;
+    int64_t mEnd;
+    int64_t mLeft = kNoLimit;
     int64_t mOffset = 0;
     LibAvPtr<AVIOContext> mContext;
 };
 
-// While it lives, libav's messages go nowhere; the last complaint can be asked for. Those at
-// AV_LOG_INFO, without their ends of line, go to the latest that hears.
+// While it lives, libav's messages go nowhere. Those at AV_LOG_INFO, without their ends of line, go
+// to the latest that hears.
 class LibAvSilence {
 public:
     using Hear = std::function<void(const char* line)>;
@@ -57,9 +65,9 @@ public:
     ~LibAvSilence();
     LibAvSilence(const LibAvSilence&) = delete;
     LibAvSilence& operator=(const LibAvSilence&) = delete;
-
-    // The last error message, without its end of line; the text of the status when there was none.
-    std::string complaint(int status) const;
 };
+
+// What libav's status, an AVERROR, means for a file, in words.
+std::string readingError(int status);
 
 }  // namespace inspect

@@ -1,5 +1,9 @@
 #include "inspect/media/MediaFile.h"
 
+extern "C" {
+#include <libavutil/crc.h>
+}
+
 #include <algorithm>
 #include <array>
 #include <limits>
@@ -42,8 +46,8 @@ std::string boxName(const AVCodecParameters& codec) {
 
 // libavformat's name for the codec, or the four-character code of one that it does not know.
 std::string codecName(const AVCodecParameters& codec) {
-    const bool isKnown = codec.codec_id != AV_CODEC_ID_NONE || codec.codec_tag == 0;
-    return isKnown ? avcodec_get_name(codec.codec_id) : boxName(codec);
+    if (codec.codec_id != AV_CODEC_ID_NONE) return avcodec_get_name(codec.codec_id);
+    return codec.codec_tag != 0 ? boxName(codec) : "an unknown codec";
 }
 
 void readVideo(Stream& out, const Demuxer& demuxer, AVStream& stream) {
@@ -72,6 +76,31 @@ void readText(Stream& out, const AVCodecParameters& codec) {
     out.text.isBitmap =
             descriptor != nullptr && (descriptor->props & AV_CODEC_PROP_BITMAP_SUB) != 0;
     out.text.isUnsupportedBitmap = codec.codec_id != AV_CODEC_ID_XSUB;
+}
+
+// RFC 9639 8.2: STREAMINFO tells the total of samples; the last frame tells its place among them.
+// Leaves the demuxer at the end.
+std::optional<std::string> lackingSamples(AVFormatContext& context) {
+    const AVStream& stream = *context.streams[0];
+    const int64_t total = stream.duration;
+    if (total == AV_NOPTS_VALUE || total <= 0) return {};
+    if (av_seek_frame(&context, stream.index, total, AVSEEK_FLAG_BACKWARD) < 0) return {};
+    int64_t end = 0;
+    const LibAvPtr<AVPacket> packet(av_packet_alloc());
+    while (av_read_frame(&context, packet.get()) >= 0) {
+        // The checksum at the end of a whole frame brings that over all of it to zero.
+        const auto size = static_cast<size_t>(packet->size);
+        const bool isWhole = av_crc(av_crc_get_table(AV_CRC_16_ANSI), 0, packet->data, size) == 0;
+        if (packet->stream_index == stream.index && isWhole) end = packet->pts + packet->duration;
+        av_packet_unref(packet.get());
+    }
+    const auto samples = [&](int64_t time) {
+        const AVRational perSample = {1, stream.codecpar->sample_rate};
+        return av_rescale_q(time, stream.time_base, perSample);
+    };
+    if (samples(end) >= samples(total)) return {};
+    return "its last whole frame ends at sample " + std::to_string(samples(end)) + " of " +
+           std::to_string(samples(total));
 }
 
 Stream readStream(const Demuxer& demuxer, AVStream& stream) {
@@ -119,19 +148,25 @@ MediaFile readMediaFile(const OpenFile& open) {
     file.path = open.input().path();
     file.format = open.format();
     file.formatName = open.formatName();
-    file.truncation = open.truncation();
+    file.truncation = open.extent().truncation;
+    file.junk = open.extent().junk;
     file.majorBrand = tagOf(context.metadata, "major_brand");
-    file.durationUs = toMicroseconds(context.duration, av_get_time_base_q());
+    // By the bit rate, the demuxer takes for media all that lies before the end.
+    const bool isMisled = !open.extent().isEndKnown &&
+                          context.duration_estimation_method == AVFMT_DURATION_FROM_BITRATE;
+    if (!isMisled) file.durationUs = toMicroseconds(context.duration, av_get_time_base_q());
     for (AVStream* each : demuxer.streams()) {
         file.streams.push_back(readStream(demuxer, *each));
+        if (isMisled) file.streams.back().durationUs.reset();
     }
-    completeFromPackets(context, file.streams);
+    findAdtsHeaders(context, file.streams);
     for (Stream& each : file.streams) {
         if (each.boxName == "vp09") each.privateData = readVp9Record(open.input(), each.index);
         adaptPrivateData(each);
         if (!each.durationUs) each.durationUs = file.durationUs;
     }
     file.container = containerOf(file);
+    if (file.format == "flac" && !file.truncation) file.truncation = lackingSamples(context);
     return file;
 }
 

@@ -22,7 +22,6 @@ struct Stream {
     std::string boxName;     // the container's four-character code; empty = none
     uint32_t codecType = 0;  // android::CodecType
     ByteVector privateData;  // in the form in which a container parser passes it on
-    bool hasAdtsHeaders = false;
     uint32_t bitRate = 0;
     std::string language;  // empty = unknown
     std::optional<int64_t> durationUs;
@@ -65,6 +64,7 @@ struct MediaFile {
     Container container;
     std::optional<int64_t> durationUs;
     std::optional<std::string> truncation;  // what is missing at the end
+    std::optional<std::string> junk;        // what stands behind the end
     std::vector<Stream> streams;
 };
 

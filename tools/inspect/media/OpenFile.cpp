@@ -6,7 +6,6 @@
 
 #include "inspect/media/Comments.h"
 #include "inspect/media/Id3Header.h"
-#include "inspect/media/Truncation.h"
 
 namespace inspect {
 namespace {
@@ -21,7 +20,10 @@ constexpr auto kNotMediaFormats = std::to_array<std::string_view>(
 
 OpenFile::OpenFile(const InputFile& input) : mInput(input) {
     const LibAvSilence silence;
-    const FileStream stream(input);
+    // No file is known by what one byte over and over says.
+    constexpr int64_t kLeastProbed = 64 << 10;
+    const Fill fill = findFill(input);
+    const FileStream stream(input, std::min(input.size(), std::max(fill.begin, kLeastProbed)));
     const char* path = input.path().c_str();
     const int score = av_probe_input_buffer2(stream.get(), &mDemuxer, path, nullptr, 0, 0);
     if (score <= 0 || mDemuxer == nullptr) throw FileError(kNotMedia);
@@ -35,7 +37,7 @@ OpenFile::OpenFile(const InputFile& input) : mInput(input) {
     const bool hasName =
             mDemuxer->extensions != nullptr && av_match_ext(path, mDemuxer->extensions) != 0;
     if (!mIsSure && !hasName) throw FileError(kNotMedia);
-    mTruncation = findTruncation(mFormat, input);
+    mExtent = measure(mFormat, input, fill);
 }
 
 std::string faultBeforeMedia(const InputFile& file) {

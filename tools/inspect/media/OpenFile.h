@@ -2,10 +2,10 @@
 
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "inspect/base/InputFile.h"
+#include "inspect/media/Extent.h"
 #include "inspect/media/LibAv.h"
 
 namespace inspect {
@@ -21,7 +21,7 @@ public:
     bool isSure() const { return mIsSure; }  // from the content alone, without the file's name
     const std::string& format() const { return mFormat; }          // see MediaFile
     const std::string& formatName() const { return mFormatName; }  // see MediaFile
-    const std::optional<std::string>& truncation() const { return mTruncation; }
+    const Extent& extent() const { return mExtent; }
 
 private:
     const InputFile& mInput;
@@ -29,7 +29,7 @@ private:
     bool mIsSure = false;
     std::string mFormat;
     std::string mFormatName;
-    std::optional<std::string> mTruncation;
+    Extent mExtent;
 };
 
 inline constexpr const char* kNotMedia = "is not a media file";

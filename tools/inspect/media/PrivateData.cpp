@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
 #include <optional>
+#include <set>
 #include <string_view>
 
 #include "zrcodecparser/CodecType.h"
@@ -15,30 +15,6 @@ using namespace android;
 
 constexpr int kMaxPackets = 1000;
 
-// A filter that finds the private data in packets; null where there is nothing to look for.
-const char* filterName(const Stream& stream) {
-    if (!stream.privateData.empty()) return nullptr;
-    switch (stream.codecType) {
-        case kCodecTypeAvc:
-        case kCodecTypeHevc: return "extract_extradata";
-        case kCodecTypeAac: return stream.codec == "aac" ? "aac_adtstoasc" : nullptr;
-        default: return nullptr;
-    }
-}
-
-// The private data that comes with the packet, or nothing. Takes the packet over.
-ByteVector filterPacket(AVBSFContext& filter, AVPacket& packet) {
-    if (av_bsf_send_packet(&filter, &packet) < 0) return {};
-    ByteVector found;
-    while (av_bsf_receive_packet(&filter, &packet) == 0) {
-        size_t size = 0;
-        const uint8_t* data = av_packet_get_side_data(&packet, AV_PKT_DATA_NEW_EXTRADATA, &size);
-        if (data != nullptr && found.empty()) found.assign(data, data + size);
-        av_packet_unref(&packet);
-    }
-    return found;
-}
-
 bool startsWith(Bytes data, std::string_view text) {
     return data.size() >= text.size() &&
            std::ranges::equal(data.first(text.size()), text, {},
@@ -48,15 +24,10 @@ bool startsWith(Bytes data, std::string_view text) {
 // RFC 9639 8: the marker, then a metadata block header: last block, type 0, 24-bit size.
 void adaptFlac(ByteVector& data) {
     if (data.empty() || startsWith(data, "fLaC")) return;
-    const auto size = data.size();
-    const ByteVector head = {'f',
-                             'L',
-                             'a',
-                             'C',
-                             0x80,
-                             static_cast<uint8_t>(size >> 16),
-                             static_cast<uint8_t>(size >> 8),
-                             static_cast<uint8_t>(size)};
+    const auto sizeByte = [size = data.size()](int shift) {
+        return static_cast<uint8_t>(size >> shift);
+    };
+    const ByteVector head = {'f', 'L', 'a', 'C', 0x80, sizeByte(16), sizeByte(8), sizeByte(0)};
     data.insert(data.begin(), head.begin(), head.end());
 }
 
@@ -96,6 +67,16 @@ std::optional<Range> findBox(const InputFile& file, Range boxes, std::string_vie
     return {};
 }
 
+// ISO/IEC 13818-7 6.2.1: a sync word of twelve ones, and no layer.
+bool hasAdtsHeader(const AVPacket& packet) {
+    return packet.size >= 2 && packet.data[0] == 0xFF && (packet.data[1] & 0xF6) == 0xF0;
+}
+
+// AAC without an AudioSpecificConfig of its own.
+bool mayHaveAdtsHeaders(const Stream& stream) {
+    return stream.codec == "aac" && stream.privateData.empty();
+}
+
 }  // namespace
 
 ByteVector readVp9Record(const InputFile& file, int track) {
@@ -119,25 +100,16 @@ ByteVector readVp9Record(const InputFile& file, int track) {
     return record;
 }
 
-void completeFromPackets(AVFormatContext& file, std::span<Stream> streams) {
-    std::map<int, LibAvPtr<AVBSFContext>> filters;
+void findAdtsHeaders(AVFormatContext& file, std::span<Stream> streams) {
+    std::set<int> open;
     for (const Stream& stream : streams) {
-        const char* name = filterName(stream);
-        if (name == nullptr) continue;
-        if (auto filter = openFilter(name, *file.streams[stream.index])) {
-            filters.emplace(stream.index, std::move(filter));
-        }
+        if (mayHaveAdtsHeaders(stream)) open.insert(stream.index);
     }
     const LibAvPtr<AVPacket> packet(av_packet_alloc());
-    for (int count = 0; !filters.empty() && count < kMaxPackets; count++) {
+    for (int count = 0; !open.empty() && count < kMaxPackets; count++) {
         if (av_read_frame(&file, packet.get()) < 0) return;
-        const auto index = packet->stream_index;
-        if (const auto entry = filters.find(index); entry != filters.end()) {
-            Stream& stream = streams[static_cast<size_t>(index)];
-            stream.privateData = filterPacket(*entry->second, *packet);
-            stream.hasAdtsHeaders =
-                    stream.codecType == kCodecTypeAac && !stream.privateData.empty();
-            if (!stream.privateData.empty()) filters.erase(entry);
+        if (open.erase(packet->stream_index) > 0 && hasAdtsHeader(*packet)) {
+            streams[static_cast<size_t>(packet->stream_index)].codecType = kCodecTypeAacAdts;
         }
         av_packet_unref(packet.get());
     }

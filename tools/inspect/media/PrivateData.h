@@ -9,10 +9,9 @@
 
 namespace inspect {
 
-// Where the container has no private data but the stream's first packets do (H.264 and
-// H.265 with start codes, AAC behind ADTS headers), takes it from these. Reads packets off the
-// file.
-void completeFromPackets(AVFormatContext& file, std::span<Stream> streams);
+// Finds the AAC streams whose frames stand behind ADTS headers, which have a codec code of their
+// own, with which no private data go. Reads packets off the file.
+void findAdtsHeaders(AVFormatContext& file, std::span<Stream> streams);
 
 // The box vpcC, VP Codec ISO Media File Format Binding 2.2, which the demuxer reads and drops;
 // nothing of a file that has none for the track.

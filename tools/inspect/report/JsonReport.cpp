@@ -116,7 +116,8 @@ Json keyFramesToJson(const KeyFrames& frames) {
                             {"library", libraryCallsKey},
                             {"marked", !libraryCallsKey}});
     }
-    return {{"markedBy", frames.isMarkedByContainer ? "container" : "demuxer"},
+    return {{"examined", frames.isExamined},
+            {"markedBy", frames.isMarkedByContainer ? "container" : "demuxer"},
             {"samples", frames.samples},
             {"unreadable", frames.unreadable},
             {"library", frames.library},
@@ -186,6 +187,7 @@ Json fileToJson(const FileReport& report) {
     json["error"] = textOrNull(report.error);
     if (!report.error.empty()) return json;
     json["truncated"] = textOrNull(report.truncation.value_or(""));
+    if (report.junk) json["junk"] = *report.junk;
     json["container"] = {{"format", report.format},
                          {"name", report.formatName},
                          {"mime", mimeToJson(report.entries)},

@@ -31,12 +31,16 @@ void printDisputes(std::ostream& out, const KeyFrames& frames, const std::string
 
 void printKeyFrames(std::ostream& out, const KeyFrames& frames) {
     const std::string marker = frames.isMarkedByContainer ? "container" : "demuxer";
-    out << kIndent << "key frames among " << counted(frames.samples, "sample") << ": library "
-        << frames.library << ", " << marker << " " << frames.marked << "; ";
-    if (frames.disputed == 0) {
-        out << "they agree\n";
+    out << kIndent << "key frames among " << counted(frames.samples, "sample") << ": ";
+    if (!frames.isExamined) {
+        out << marker << ' ' << frames.marked << "; the library does not examine this codec\n";
+        return;
+    }
+    out << "library " << frames.library << ", " << marker << ' ' << frames.marked;
+    if (frames.disputed > 0) {
+        out << "; they disagree on " << frames.disputed << '\n';
     } else {
-        out << "they disagree on " << frames.disputed << '\n';
+        out << (frames.library > 0 ? "; they agree\n" : "; there is nothing to agree on\n");
     }
     printSamples(out, frames);
     if (frames.unreadable > 0) {

@@ -58,6 +58,7 @@ void fill(FileReport& report, const OpenFile& open, const Scope& scope, PictureF
     const MediaFile file = readMediaFile(open);
     Session session(scope.device);
     report.truncation = file.truncation;
+    report.junk = file.junk;
     report.format = file.format;
     report.formatName = file.formatName;
     report.entries = session.describeFile(file);

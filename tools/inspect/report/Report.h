@@ -41,6 +41,7 @@ struct FileReport {
     std::string error;  // not empty: the file could not be read, and nothing else is set
     std::vector<std::string> outputErrors;  // why files could not be written, with their paths
     std::optional<std::string> truncation;
+    std::optional<std::string> junk;  // behind the end
     std::string format;
     std::string formatName;
     Entries entries;
