@@ -8,9 +8,11 @@
 
 namespace inspect {
 
-// Says nothing unless standard error is a terminal and the reading takes a while; leaves no trace.
+// Says nothing unless standard error is a terminal and the reading takes a while; one line, which
+// leaves no trace.
 class Progress {
 public:
+    // In bytes; 0 = nobody knows how many there will be.
     Progress(const std::string& name, int64_t total);
     ~Progress();
     Progress(const Progress&) = delete;

@@ -42,7 +42,7 @@ Demuxer::Demuxer(const OpenFile& file, Samples samples) : mStream(file.input()) 
     const auto isStreamKnown = [](const AVStream* each) { return isKnown(*each->codecpar); };
     if (status >= 0 && std::ranges::any_of(streams(), isStreamKnown)) return;
 
-    if (!file.isSure()) throw FileError(kNotMedia);
+    if (!file.isSure()) failAsNotMedia(file.input());
     throw FileError(whyUnreadable(status, file.truncation(), mSilence));
 }
 
