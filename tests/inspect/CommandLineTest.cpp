@@ -25,35 +25,30 @@ TEST_F(CommandLine, EndsAsItShould) {
             {"$Z --decoder ' VIDEO/avx ' $S/video.mp4", 2, "the nearest is video/avc\n"},
             {"$Z --only-decoders video/HEVC,audio/ogus x", 2, "the nearest is audio/opus\n"},
             {"$Z $'--a\\e[31m' x", 2, "zrinspect: The following argument was not expected: --a\\x1b["},
-            {"touch -- -a; $Z x -a", 2, "for the file of that name, write ./-a\n"},
-            {"touch -- -a; $Z -- -a", 1, "zrinspect: -a: is empty\n"},
-            {"$Z 'a\\n'", 1, "zrinspect: a\\\\n: No such file"},
+            {">./-a; $Z x -a", 2, "for the file of that name, write ./-a\n"},
+            {"$Z -- -a 'a\\n'", 1, "zrinspect: -a: is empty\nzrinspect: a\\\\n: No such file"},
             {"printf '#EXTM3U\\n#EXT-X-VERSION:3\\n' | $Z -", 1, "-: is not a media file: HLS playlist"},
-            {"gzip <$S/video.mp4 >a.mp4; $Z a.mp4", 1, "a.mp4: is not a media file: gzip\n"},
             {"TMPDIR=$PWD/no; export TMPDIR; $Z <(cat $S/audio.ogg)", 1, "temporary file: No such file"},
             {"ulimit -f 2; $Z --dump-wav o.wav $S/audio.aiff", 1, "o.wav: could not be written"},
-            {FFMPEG " -v error -f lavfi -i anullsrc=r=192000:cl=7.1 -t 30 -c:a pcm_s24le -f wav in\n"
+            {FFMPEG " -v error -f lavfi -i anullsrc=r=192000:cl=7.1 -t 20 -c:a pcm_s24le -f wav in\n"
              "$Z --dump-wav o.wav in & for i in {1..500}; do ls -A | grep zrinspect && break; done\n"
              "kill $!; wait $!", 143, ""},
     };
     // clang-format on
     for (const auto& [script, status, complaint] : cases) {
         const Result result = shell(script);
-        EXPECT_EQ(result.status, status) << script << '\n' << result.err;
+        EXPECT_EQ(result.status, status) << script;
         expectContains(result.err, complaint);
     }
     EXPECT_EQ(shell("ls -A | grep -E 'wav|zrinspect'").out, "");
 }
 
-TEST_F(CommandLine, ReadsPipesAndOddSpellings) {
-    const std::string usual = shell("cd $S; $Z --keys --log video.mp4").out.substr(9);
-    EXPECT_EQ(shell("$Z --keys --log - <$S/video.mp4").out, "-" + usual);
-    EXPECT_EQ(shell("cat $S/video.mp4 | $Z --keys --log /dev/stdin").out, "/dev/stdin" + usual);
+TEST_F(CommandLine, FitsPipesAndTerminals) {
+    const std::string usual = shell("cd $S; $Z --keys video.mp4").out.substr(9);
+    EXPECT_EQ(shell("$Z --keys - <$S/video.mp4").out, "-" + usual);
+    EXPECT_EQ(shell("cat $S/video.mp4 | $Z --keys /dev/stdin").out, "/dev/stdin" + usual);
     EXPECT_EQ(shell("$Z --only-decoders ' Video/AVC, audio/MP4A-latm' $S/audio.aac").err, "");
     EXPECT_EQ(shell("cat $S/audio.mp3 | $Z --pictures p - >a; ls p").out, "stdin.jpg\n");
-}
-
-TEST_F(CommandLine, NarrowTerminal) {
     std::istringstream lines(
             shell("script -qec \"stty cols 40; TERM=dumb '$Z' --keys $S/audio.ogg\" /dev/null")
                     .out);

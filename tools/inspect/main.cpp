@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "inspect/Options.h"
-#include "inspect/base/Terminal.h"
+#include "inspect/base/Progress.h"
 #include "inspect/base/Utf8.h"
 #include "inspect/report/JsonReport.h"
 #include "inspect/report/TextReport.h"

@@ -1,11 +1,12 @@
 #include "inspect/base/Progress.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <iostream>
 
-#include "inspect/base/Terminal.h"
 #include "inspect/base/Utf8.h"
 
 namespace inspect {
@@ -28,6 +29,15 @@ std::string bar(int64_t done, int64_t total, size_t columns) {
 }
 
 }  // namespace
+
+size_t terminalColumns(int descriptor) {
+    if (isatty(descriptor) == 0) return 0;
+    const char* columns = std::getenv("COLUMNS");
+    if (columns != nullptr && std::atoi(columns) > 0)
+        return static_cast<size_t>(std::atoi(columns));
+    winsize size{};
+    return ioctl(descriptor, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
 
 Progress::Progress(const std::string& name, int64_t total)
     : mName(escaped(name)),
