@@ -22,7 +22,13 @@ struct Options {
     Scope scope;
 };
 
-// Fills the options, or prints what was asked for or what is wrong and returns the exit status.
-std::optional<int> readCommandLine(int count, char** arguments, Options& options);
+// What ends the program before it looks at a file.
+struct CommandLineEnd {
+    int status;
+    std::string text;  // what was asked for; with kExitUsage what is wrong
+};
+
+// Fills the options, unless there is nothing to do with them.
+std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Options& options);
 
 }  // namespace inspect

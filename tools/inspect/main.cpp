@@ -1,14 +1,18 @@
 // zrinspect: shows what the library makes of media files.
 
+#include <fcntl.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
-#include <iostream>
+#include <cstring>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "inspect/Options.h"
+#include "inspect/base/Progress.h"
 #include "inspect/base/Utf8.h"
 #include "inspect/report/JsonReport.h"
 #include "inspect/report/TextReport.h"
@@ -23,9 +27,23 @@ bool wantsColour() {
            terminal != nullptr && std::string_view(terminal) != "dumb";
 }
 
+int writeText(int descriptor, const std::string& text) {
+    return writeAll(descriptor, ByteVector(text.begin(), text.end()));
+}
+
 void complain(const std::string& text) {
-    std::cout.flush();
-    std::cerr << "zrinspect: " << escaped(text) << '\n';
+    writeText(STDERR_FILENO, "zrinspect: " + escaped(text) + '\n');
+}
+
+// Returns whether all of it is written.
+bool print(const std::string& text) {
+    const int error = writeText(STDOUT_FILENO, text);
+    if (error != 0) complain(std::string("standard output: ") + std::strerror(error));
+    return error == 0;
+}
+
+std::string forTerminal(const std::string& text) {
+    return wrapped(text, terminalColumns(STDOUT_FILENO));
 }
 
 // One line for each thing that went wrong. Returns whether something did.
@@ -33,7 +51,7 @@ bool complain(const FileReport& report) {
     for (const std::string& text : report.outputErrors) complain(text);
     std::string text = report.error;
     if (report.truncation) text = "is truncated: " + *report.truncation;
-    if (!text.empty()) complain(escaped(report.path) + ": " + text);
+    if (!text.empty()) complain(report.path + ": " + text);
     return !text.empty() || !report.outputErrors.empty();
 }
 
@@ -45,15 +63,17 @@ int inspectFiles(const Options& options, PictureFiles* pictures) {
     for (const std::string& path : options.files) {
         FileReport report = makeReport(path, options.scope, pictures);
         if (!options.json && report.error.empty()) {
-            if (!isFirst) std::cout << '\n';
+            std::ostringstream text;
+            if (!isFirst) text << '\n';
+            printText(text, report, style);
+            if (!print(forTerminal(text.str()))) return kExitFileError;
             isFirst = false;
-            printText(std::cout, report, style);
         }
         if (complain(report)) status = kExitFileError;
         if (options.json) reports.push_back(std::move(report));
     }
-    if (options.json) printJson(std::cout, reports);
-    return status;
+    if (!options.json) return status;
+    return print(jsonReport(reports)) ? status : kExitFileError;
 }
 
 int run(const Options& options) {
@@ -67,11 +87,35 @@ int run(const Options& options) {
     }
 }
 
+// A file opened later must not take the place of a standard stream that is closed, and what is
+// written to that is to fail.
+void occupyStandardStreams() {
+    int descriptor = 0;
+    do {
+        descriptor = open("/dev/null", O_RDONLY);
+    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+    close(descriptor);
+}
+
+int main(int count, char** arguments) {
+    occupyStandardStreams();
+    // A reader that has gone and a file that gets too large are errors like others.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+    Options options;
+    const auto end = readCommandLine(count, arguments, options);
+    if (!end) return run(options);
+    if (end->status != EXIT_SUCCESS) {
+        complain(end->text);
+        writeText(STDERR_FILENO, "Run with --help for more information.\n");
+        return end->status;
+    }
+    return print(forTerminal(end->text)) ? EXIT_SUCCESS : kExitFileError;
+}
+
 }  // namespace
 }  // namespace inspect
 
 int main(int count, char** arguments) {
-    inspect::Options options;
-    if (const auto status = inspect::readCommandLine(count, arguments, options)) return *status;
-    return inspect::run(options);
+    return inspect::main(count, arguments);
 }

@@ -1,4 +1,4 @@
-// A regular file, read at any offset.
+// A file, read at any offset.
 
 #pragma once
 
@@ -18,7 +18,8 @@ public:
 
 class InputFile {
 public:
-    // Throws a FileError for what is missing, unreadable, empty, or no regular file.
+    // "-" stands for standard input. What comes through a pipe is read to its end into a file
+    // without a name. Throws a FileError for what is missing, unreadable, empty, or no file.
     explicit InputFile(std::string path);
     ~InputFile();
     InputFile(const InputFile&) = delete;
@@ -26,6 +27,7 @@ public:
 
     const std::string& path() const { return mPath; }
     int64_t size() const { return mSize; }
+    bool hasName() const { return mHasName; }  // that says what it is, unlike that of a pipe
 
     // Up to where bytes were ever written; a hole of zeros may follow, as far as the file system
     // tells.
@@ -36,8 +38,9 @@ public:
 
 private:
     std::string mPath;
-    int64_t mSize;
     int mDescriptor;
+    int64_t mSize = 0;
+    bool mHasName = true;
 };
 
 }  // namespace inspect

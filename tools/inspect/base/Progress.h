@@ -1,16 +1,23 @@
-// How far a long reading is, on standard error.
+// The terminal, and on it how far a long reading is.
 
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
 namespace inspect {
 
-// Says nothing unless standard error is a terminal and the reading takes a while; leaves no trace.
+// How wide the terminal behind a descriptor is: as COLUMNS says, or as it says itself. 0 = there is
+// none, or it does not say.
+size_t terminalColumns(int descriptor);
+
+// Says nothing unless standard error is a terminal and the reading takes a while; one line, which
+// leaves no trace.
 class Progress {
 public:
+    // In bytes; 0 = nobody knows how many there will be.
     Progress(const std::string& name, int64_t total);
     ~Progress();
     Progress(const Progress&) = delete;

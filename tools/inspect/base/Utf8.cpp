@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <span>
 
 namespace inspect {
 namespace {
@@ -50,9 +51,26 @@ constexpr auto kUnseen = std::to_array<Range>({
         {0xE0000, 0xE007F},  // tags
 });
 
-bool isUnseen(char32_t c) {
+// Unicode's East Asian Width W and F, roughly: two columns of a terminal.
+constexpr auto kWide = std::to_array<Range>({
+        {0x1100, 0x115F},
+        {0x2E80, 0xA4CF},
+        {0xAC00, 0xD7A3},
+        {0xF900, 0xFAFF},
+        {0xFE30, 0xFE6F},
+        {0xFF00, 0xFF60},
+        {0xFFE0, 0xFFE6},
+        {0x1F300, 0x1FAFF},
+        {0x20000, 0x3FFFD},
+});
+
+bool isIn(std::span<const Range> ranges, char32_t c) {
     return std::ranges::any_of(
-            kUnseen, [c](const Range& each) { return each.first <= c && c <= each.last; });
+            ranges, [c](const Range& each) { return each.first <= c && c <= each.last; });
+}
+
+size_t columnsOf(char32_t c) {
+    return isIn(kWide, c) ? 2u : 1u;
 }
 
 std::string print(const char* form, char32_t c) {
@@ -61,7 +79,10 @@ std::string print(const char* form, char32_t c) {
     return text.data();
 }
 
+// Both return nothing for a character that stays as it is.
 std::string escape(char32_t c) {
+    if (c == '\\') return "\\\\";
+    if (!isIn(kUnseen, c)) return {};
     if (c == '\n') return "\\n";
     if (c == '\r') return "\\r";
     if (c == '\t') return "\\t";
@@ -70,17 +91,18 @@ std::string escape(char32_t c) {
 
 // RFC 8259 7; what has to be escaped in JSON is so already.
 std::string escapeInJson(char32_t c) {
-    if (c < 0x7F) return {static_cast<char>(c)};
+    if (c < 0x7F || !isIn(kUnseen, c)) return {};
     if (c < 0x10000) return print("\\u%04x", c);
     return print("\\u%04x", 0xD800 + ((c - 0x10000) >> 10)) +
            print("\\u%04x", 0xDC00 + (c & 0x3FF));
 }
 
-std::string withoutUnseen(std::string_view utf8, std::string (*form)(char32_t)) {
+std::string replaced(std::string_view utf8, std::string (*form)(char32_t)) {
     std::string safe;
     while (!utf8.empty()) {
         const auto [value, sizeBytes] = decode(utf8);
-        safe += isUnseen(value) ? form(value) : std::string(utf8.substr(0, sizeBytes));
+        const std::string other = form(value);
+        safe += other.empty() ? utf8.substr(0, sizeBytes) : other;
         utf8.remove_prefix(sizeBytes);
     }
     return safe;
@@ -109,11 +131,34 @@ std::string toUtf8(std::string_view text) {
 }
 
 std::string escaped(std::string_view text) {
-    return withoutUnseen(toUtf8(text), escape);
+    return replaced(toUtf8(text), escape);
 }
 
 std::string escapedJson(std::string_view document) {
-    return withoutUnseen(document, escapeInJson);
+    return replaced(document, escapeInJson);
+}
+
+std::string firstColumns(std::string_view utf8, size_t columns) {
+    std::string_view rest = utf8;
+    for (size_t used = 0; !rest.empty();) {
+        const auto [value, sizeBytes] = decode(rest);
+        used += columnsOf(value);
+        if (used > columns) break;
+        rest.remove_prefix(sizeBytes);
+    }
+    return std::string(utf8.substr(0, utf8.size() - rest.size()));
+}
+
+size_t columnsOf(std::string_view utf8) {
+    size_t columns = 0;
+    while (!utf8.empty()) {
+        const bool isColour = utf8.starts_with("\x1b[");
+        const auto [value, sizeBytes] = decode(utf8);
+        if (!isColour) columns += columnsOf(value);
+        const size_t step = isColour ? utf8.find('m') + 1 : sizeBytes;
+        utf8.remove_prefix(std::clamp<size_t>(step, 1, utf8.size()));
+    }
+    return columns;
 }
 
 std::string shortened(std::string_view text) {

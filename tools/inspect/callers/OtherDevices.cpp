@@ -1,10 +1,12 @@
 #include "inspect/callers/OtherDevices.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
-#include "Helper/vocabulary/CodecTable.h"
 #include "inspect/callers/Format.h"
 #include "inspect/callers/Hooks.h"
+#include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/MediaDefs.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
@@ -35,6 +37,14 @@ private:
     LogSink mSilence{LogSink::drop};
 };
 
+// Adds what the library looks up for the codec where it finds nothing.
+void addLookedUp(uint32_t codecType, const OtherDevice& other, host::Device device,
+                 std::set<std::string>& mimes) {
+    device.decoders.clear();
+    device.onLookUp = [&mimes](const std::string& mime) { mimes.insert(mime); };
+    other.offers(codecType, std::move(device));
+}
+
 host::Device withDecoders(host::Device device, std::vector<std::string> decoders) {
     device.decoders = std::move(decoders);
     return device;
@@ -49,15 +59,22 @@ bool isNotSupported(std::string_view mime) {
 
 std::vector<std::string> decodersThatHelp(uint32_t codecType, const host::Device& device) {
     const OtherDevice other(device);
+    std::set<std::string> lookedUp;
+    addLookedUp(codecType, other, device, lookedUp);
     std::vector<std::string> found;
-    const CodecRow* row = findCodecRow(static_cast<int32_t>(codecType));
-    if (row == nullptr) return found;
-    for (const char* mime : {row->primary, row->alternative}) {
-        if (mime != nullptr && other.offers(codecType, withDecoders(device, {mime}))) {
-            found.emplace_back(mime);
-        }
-    }
+    std::ranges::copy_if(lookedUp, std::back_inserter(found), [&](const std::string& mime) {
+        return other.offers(codecType, withDecoders(device, {mime}));
+    });
     return found;
+}
+
+std::set<std::string> knownDecoders() {
+    const OtherDevice other(host::typicalPhone());
+    std::set<std::string> mimes;
+    for (uint32_t code = kCodecTypeMpeg2; code <= kCodecTypeMpegHMhm1; code++) {
+        addLookedUp(code, other, {}, mimes);
+    }
+    return mimes;
 }
 
 bool isOfferedWithDivxAlternative(uint32_t codecType, const host::Device& device) {

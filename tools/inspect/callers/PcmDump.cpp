@@ -1,7 +1,5 @@
 #include "inspect/callers/PcmDump.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 
 #include "inspect/base/Progress.h"
@@ -37,8 +35,14 @@ const PcmFormat& formatOf(const Stream& stream, const std::string& path) {
 
 class Dump {
 public:
-    Dump(const std::string& path, const PcmFormat& format, const Stream::Audio& audio)
-        : mPath(path), mFormat(format), mChannels(audio.channelCount), mWav(path.c_str()) {
+    // Goes to the other name; the path is for complaints.
+    Dump(const std::string& path, const std::string& other, const PcmFormat& format,
+         const Stream::Audio& audio)
+        : mPath(path),
+          mOther(other),
+          mFormat(format),
+          mChannels(audio.channelCount),
+          mWav(other.c_str()) {
         const auto channels = static_cast<uint16_t>(mChannels);
         if (mWav.open(audio.sampleRate, 8 * kSampleBytes, channels) != 0) {
             failOn(mPath, "cannot be created");
@@ -77,13 +81,14 @@ private:
     // The library does not look at errors while it writes.
     void checkSize() const {
         std::error_code error;
-        const uint64_t size = std::filesystem::file_size(mPath, error);
+        const uint64_t size = std::filesystem::file_size(mOther, error);
         if (!error && size == kHeaderBytes + mWritten) return;
         failOn(mPath, "could not be written: it has " + std::to_string(error ? 0 : size) +
                               " bytes instead of " + std::to_string(kHeaderBytes + mWritten));
     }
 
     const std::string mPath;
+    const std::string mOther;
     const PcmFormat& mFormat;
     const size_t mChannels;
     WavDump mWav;
@@ -124,18 +129,27 @@ size_t firstPcmStream(const MediaFile& file) {
 
 PcmDump dumpPcm(const std::string& path, const OutputRules& rules, const OpenFile& open,
                 const Stream& stream, std::vector<host::LogLine>& log) {
-    const LogSink sink([&log](const host::LogLine& line) {  // each block is logged
+    const PcmFormat& format = formatOf(stream, open.input().path());
+    const Demuxer demuxer(open, Samples::kAsStored);
+    OutputFile file(path, rules);
+    const std::string other = file.temporaryPath();
+    if (other.size() > kMaxNameBytes) failOn(path, "is too long a name");
+    const LogSink sink([&](host::LogLine line) {  // each block is logged
+        if (const size_t at = line.text.find(other); at != std::string::npos) {
+            line.text.replace(at, other.size(), path);
+        }
         const bool isNew = std::ranges::count(log, line.text, &host::LogLine::text) == 0;
         if (isNew && log.size() < 50) log.push_back(line);
     });
-    const PcmFormat& format = formatOf(stream, open.input().path());
-    if (path.size() > kMaxNameBytes) failOn(path, "is too long a name");
-    const Demuxer demuxer(open, Samples::kAsStored);
-    close(createFile(path, rules));
-
-    Dump dump(path, format, stream.audio);
-    readPackets(open.input(), demuxer, stream.index, dump);
-    return {path, dump.frames(), dump.cutBytes()};
+    PcmDump result{.path = path, .frames = 0, .cutBytes = 0};
+    {
+        Dump dump(path, other, format, stream.audio);
+        readPackets(open.input(), demuxer, stream.index, dump);
+        result.frames = dump.frames();
+        result.cutBytes = dump.cutBytes();
+    }
+    file.keep();
+    return result;
 }
 
 }  // namespace inspect

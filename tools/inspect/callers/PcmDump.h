@@ -23,8 +23,8 @@ struct PcmDump {
 size_t firstPcmStream(const MediaFile& file);
 
 // Writes the stream's samples and adds to the log what the library says, each line once. Shows on a
-// terminal how far it is. Throws a FileError, which names the file at fault; what was written by
-// then stays.
+// terminal how far it is. Throws a FileError, which names the file at fault, and leaves nothing
+// of what was written.
 PcmDump dumpPcm(const std::string& path, const OutputRules& rules, const OpenFile& open,
                 const Stream& stream, std::vector<host::LogLine>& log);
 

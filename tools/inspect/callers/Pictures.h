@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <set>
 #include <string>
+#include <string_view>
 
 #include "inspect/base/Bytes.h"
 #include "inspect/base/OutputFile.h"
@@ -13,7 +14,7 @@ namespace inspect {
 
 // By the first bytes.
 struct PictureKind {
-    const char* name;       // "JPEG"
+    std::string_view name;  // "JPEG"
     const char* extension;  // of a file's name: ".jpg"
 };
 PictureKind pictureKind(Bytes data);

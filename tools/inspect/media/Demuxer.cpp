@@ -51,7 +51,7 @@ Demuxer::Demuxer(const OpenFile& file, Samples samples) : mStream(file.input(), 
     // Codec data that are missing fail the second step, though the headers tell of the tracks.
     if (mContext != nullptr && std::ranges::any_of(streams(), isStreamKnown)) return;
 
-    if (!file.isSure()) throw FileError(kNotMedia);
+    if (!file.isSure()) failAsNotMedia(file.input());
     throw FileError(whyUnreadable(status, file.extent().truncation));
 }
 

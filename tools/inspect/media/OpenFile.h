@@ -32,7 +32,8 @@ private:
     Extent mExtent;
 };
 
-inline constexpr const char* kNotMedia = "is not a media file";
+// Says so, and what the file is where its first bytes tell.
+[[noreturn]] void failAsNotMedia(const InputFile& file);
 
 // What is wrong at the beginning of a file whose kind its first bytes tell, over which a demuxer
 // may stumble; empty when nothing is.

@@ -1,4 +1,4 @@
-#include "inspect/report/ExplainText.h"
+#include "inspect/report/TextParts.h"
 
 #include <algorithm>
 

@@ -53,28 +53,21 @@ Json textOrNull(const std::string& text) {
     return text.empty() ? Json() : toText(text);
 }
 
-Json textsToJson(const std::vector<std::string>& texts) {
+template <typename List, typename ToJson>
+Json arrayOf(const List& list, ToJson toJson) {
     Json array = Json::array();
-    for (const std::string& text : texts) array.push_back(toText(text));
+    for (const auto& each : list) array.push_back(toJson(each));
     return array;
 }
 
-Json codecDataToJson(const std::vector<CodecDatum>& data) {
-    Json array = Json::array();
-    for (const CodecDatum& datum : data) {
-        array.push_back({{"key", datum.key},
-                         {"bytes", datum.sizeBytes ? Json(*datum.sizeBytes) : Json()},
-                         {"text", toText(datum.words)}});
-    }
-    return array;
+Json datumToJson(const CodecDatum& datum) {
+    return {{"key", datum.key},
+            {"bytes", datum.sizeBytes ? Json(*datum.sizeBytes) : Json()},
+            {"text", toText(datum.words)}};
 }
 
-Json logToJson(const std::vector<host::LogLine>& log) {
-    Json array = Json::array();
-    for (const auto& [priority, tag, text] : log) {
-        array.push_back({{"priority", priority}, {"tag", tag}, {"text", toText(text)}});
-    }
-    return array;
+Json lineToJson(const host::LogLine& line) {
+    return {{"priority", line.priority}, {"tag", line.tag}, {"text", toText(line.text)}};
 }
 
 Json rowToJson(const Row& row) {
@@ -83,39 +76,32 @@ Json rowToJson(const Row& row) {
                  {"depth", row.depth},
                  {"name", toText(row.name)},
                  {"value", textOrNull(row.value)}};
+    if (row.number) json["number"] = *row.number;
     if (row.bits > 0) json["bits"] = row.bits;
     return json;
 }
 
-Json explanationsToJson(const std::vector<Record>& explanations) {
-    Json array = Json::array();
-    for (const Record& each : explanations) {
-        Json rows = Json::array();
-        for (const Row& row : each.rows) rows.push_back(rowToJson(row));
-        array.push_back({{"key", each.key}, {"bytes", each.sizeBytes}, {"rows", rows}});
-    }
-    return array;
+Json recordToJson(const Record& record) {
+    return {{"key", record.key},
+            {"bytes", record.sizeBytes},
+            {"rows", arrayOf(record.rows, rowToJson)}};
 }
 
-Json callsToJson(const std::vector<Call>& calls) {
-    Json array = Json::array();
-    for (const auto& [operation, result, parameters, entries] : calls) {
-        array.push_back({{"operation", operation},
-                         {"result", textOrNull(result)},
-                         {"parameters", explanationsToJson(parameters)},
-                         {"metadata", keysToJson(entries)}});
-    }
-    return array;
+Json callToJson(const Call& call) {
+    return {{"operation", call.operation},
+            {"result", textOrNull(call.result)},
+            {"parameters", arrayOf(call.parameters, recordToJson)},
+            {"metadata", keysToJson(call.entries)}};
 }
 
 Json keyFramesToJson(const KeyFrames& frames) {
-    Json disputes = Json::array();
-    for (const auto& [sample, timeUs, libraryCallsKey] : frames.firstDisputed) {
-        disputes.push_back({{"sample", sample},
-                            {"timeUs", timeUs ? Json(*timeUs) : Json()},
-                            {"library", libraryCallsKey},
-                            {"marked", !libraryCallsKey}});
-    }
+    const auto disputeToJson = [](const auto& dispute) -> Json {
+        const auto& [sample, timeUs, libraryCallsKey] = dispute;
+        return {{"sample", sample},
+                {"timeUs", timeUs ? Json(*timeUs) : Json()},
+                {"library", libraryCallsKey},
+                {"marked", !libraryCallsKey}};
+    };
     return {{"examined", frames.isExamined},
             {"markedBy", frames.isMarkedByContainer ? "container" : "demuxer"},
             {"samples", frames.samples},
@@ -124,7 +110,7 @@ Json keyFramesToJson(const KeyFrames& frames) {
             {"marked", frames.marked},
             {"disputed", frames.disputed},
             {"firstOfLibrary", frames.firstOfLibrary},
-            {"firstDisputed", disputes}};
+            {"firstDisputed", arrayOf(frames.firstDisputed, disputeToJson)}};
 }
 
 Json trackToJson(const TrackReport& track) {
@@ -136,7 +122,7 @@ Json trackToJson(const TrackReport& track) {
     json["mime"] = mimeToJson(track.found.entries);
     json["verdict"] = toString(track.found.verdict.play);
     json["reason"] = textOrNull(track.found.verdict.reason);
-    json["notes"] = textsToJson(track.found.notes);
+    json["notes"] = arrayOf(track.found.notes, toText);
     const PcmFormat* pcm = findPcmFormat(track.stream);
     if (isPcm(track.stream))
         json["conversionTo16"] = pcm != nullptr ? Json(pcm->conversion) : Json();
@@ -144,13 +130,14 @@ Json trackToJson(const TrackReport& track) {
         addPath(json["dump"], "path", track.dump->path);
         json["dump"]["frames"] = track.dump->frames;
     }
-    json["codecData"] = codecDataToJson(track.found.codecData);
+    json["codecData"] = arrayOf(track.found.codecData, datumToJson);
     json["keys"] = keysToJson(track.found.entries);
-    json["log"] = logToJson(track.found.log);
-    if (!track.explanations.empty()) json["explanations"] = explanationsToJson(track.explanations);
+    json["log"] = arrayOf(track.found.log, lineToJson);
+    if (!track.explanations.empty())
+        json["explanations"] = arrayOf(track.explanations, recordToJson);
     if (track.keyFrames) json["keyFrames"] = keyFramesToJson(*track.keyFrames);
-    if (!track.component.empty()) json["component"] = callsToJson(track.component);
-    if (!track.legacy.empty()) json["legacy"] = callsToJson(track.legacy);
+    if (!track.component.empty()) json["component"] = arrayOf(track.component, callToJson);
+    if (!track.legacy.empty()) json["legacy"] = arrayOf(track.legacy, callToJson);
     return json;
 }
 
@@ -163,22 +150,15 @@ Json pictureToJson(const Tag& tag) {
 }
 
 Json tagToJson(const Tag& tag) {
-    Json eightBit = Json::array();
-    for (const TagRow* row : eightBitRows(tag.entries)) eightBit.push_back(row->key);
+    const auto keyOf = [](const TagRow* row) { return row->key; };
     return {{"kind", tag.kind},
             {"place", toText(tag.place)},
-            {"names", textsToJson(tag.names)},
+            {"names", arrayOf(tag.names, toText)},
             {"picture", pictureToJson(tag)},
-            {"eightBit", eightBit},
-            {"notes", textsToJson(tag.notes)},
+            {"eightBit", arrayOf(eightBitRows(tag.entries), keyOf)},
+            {"notes", arrayOf(tag.notes, toText)},
             {"keys", keysToJson(tag.entries)},
-            {"log", logToJson(tag.log)}};
-}
-
-Json tagsToJson(const Tags& tags) {
-    Json array = Json::array();
-    for (const Tag& tag : tags.list) array.push_back(tagToJson(tag));
-    return array;
+            {"log", arrayOf(tag.log, lineToJson)}};
 }
 
 Json fileToJson(const FileReport& report) {
@@ -192,21 +172,18 @@ Json fileToJson(const FileReport& report) {
                          {"name", report.formatName},
                          {"mime", mimeToJson(report.entries)},
                          {"keys", keysToJson(report.entries)}};
-    json["tracks"] = Json::array();
-    for (const TrackReport& track : report.tracks) json["tracks"].push_back(trackToJson(track));
-    if (report.tags.areLookedFor) json["tags"] = tagsToJson(report.tags);
+    json["tracks"] = arrayOf(report.tracks, trackToJson);
+    if (report.tags.areLookedFor) json["tags"] = arrayOf(report.tags.list, tagToJson);
     return json;
 }
 
 }  // namespace
 
-void printJson(std::ostream& out, const std::vector<FileReport>& reports) {
+std::string jsonReport(const std::vector<FileReport>& reports) {
     constexpr int kSpaces = 2;
-    Json files = Json::array();
-    for (const FileReport& report : reports) files.push_back(fileToJson(report));
-    const Json document = {{"version", android::ZRCODECPARSER_VERSION}, {"files", files}};
-    const std::string text = document.dump(kSpaces, ' ', false, Json::error_handler_t::replace);
-    out << escapedJson(text) << '\n';
+    const Json document = {{"version", android::ZRCODECPARSER_VERSION},
+                           {"files", arrayOf(reports, fileToJson)}};
+    return escapedJson(document.dump(kSpaces, ' ', false, Json::error_handler_t::replace)) + '\n';
 }
 
 }  // namespace inspect

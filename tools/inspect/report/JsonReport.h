@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <ostream>
+#include <string>
 #include <vector>
 
 #include "inspect/report/Report.h"
@@ -16,8 +16,8 @@ namespace inspect {
 // there for files in which tags are looked for: {"kind", "place", "names", "picture", "eightBit",
 // "notes", "keys", "log"} each, with the names of all frames or comments, and the keys of texts
 // whose 8-bit encoding is unknown. "explanations" and "keyFrames" of a track are there when they
-// were asked for, so "component" and "legacy"; the "bytes" of an record's rows, joined, are the
-// buffer.
-void printJson(std::ostream& out, const std::vector<FileReport>& reports);
+// were asked for, so "component" and "legacy"; the "bytes" of a record's rows, joined, are the
+// buffer, and a row that is a number has it as "number".
+std::string jsonReport(const std::vector<FileReport>& reports);
 
 }  // namespace inspect

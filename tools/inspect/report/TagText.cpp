@@ -1,11 +1,10 @@
-#include "inspect/report/TagText.h"
+#include "inspect/report/TextParts.h"
 
 #include <algorithm>
 
 #include "inspect/base/Utf8.h"
 #include "inspect/callers/Pictures.h"
 #include "inspect/report/TagRows.h"
-#include "inspect/report/TextEntries.h"
 
 namespace inspect {
 namespace {

@@ -1,4 +1,4 @@
-#include "inspect/report/TextEntries.h"
+#include "inspect/report/TextParts.h"
 
 #include <algorithm>
 #include <string_view>
@@ -40,6 +40,24 @@ void printLog(std::ostream& out, const std::vector<host::LogLine>& log, const Te
         const auto index = static_cast<size_t>(std::clamp(priority, 0, 7));
         const std::string line = std::string(1, kLetters[index]) + "/" + tag + ": " + text;
         out << kIndent << paint(style, kDim, escaped(line)) << '\n';
+    }
+}
+
+void printCalls(std::ostream& out, const char* heading, const std::vector<Call>& calls,
+                const TextStyle& style) {
+    for (const Call& call : calls) {
+        out << kIndent << heading << "  " << call.operation << (call.result.empty() ? "" : ": ")
+            << escaped(call.result) << '\n';
+        for (const Record& each : call.parameters) printRecord(out, each, style);
+        for (const auto& entry : call.entries) {
+            const auto* bytes = std::get_if<ByteVector>(&entry.value);
+            if (bytes == nullptr) {
+                printKeys(out, {entry}, std::string(kIndent) + "  ");
+            } else {
+                out << kIndent << "  " << entry.key << "  buffer  " << bytes->size() << " bytes, "
+                    << shortHex(*bytes) << '\n';
+            }
+        }
     }
 }
 

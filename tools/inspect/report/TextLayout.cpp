@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdio>
 
+#include "inspect/base/Utf8.h"
+
 namespace inspect {
 namespace {
 
@@ -14,7 +16,50 @@ std::string print(const char* format, Arguments... arguments) {
     return text.data();
 }
 
+// Lines there have no room for the usual indentation.
+bool isNarrow(size_t columns) {
+    return columns < 60;
+}
+
+// What follows stands a little further in than the beginning, and columns of a table close up.
+std::string wrappedLine(std::string_view line, size_t columns) {
+    const size_t leading = std::min(line.find_first_not_of(' '), line.size());
+    const size_t most = columns / (isNarrow(columns) ? 4 : 2);
+    std::string out(std::min(leading, most), ' ');
+    const std::string indent(std::min(leading, most) + 2, ' ');
+    size_t used = out.size();
+    line.remove_prefix(leading);
+    while (!line.empty()) {
+        const std::string_view word = line.substr(0, line.find(' '));
+        const size_t width = columnsOf(word);
+        line.remove_prefix(word.size());
+        const size_t gap = std::min(line.find_first_not_of(' '), line.size());
+        line.remove_prefix(gap);
+        if (used > indent.size() && used + width > columns) {
+            out.erase(out.find_last_not_of(' ') + 1).append('\n' + indent);
+            used = indent.size();
+        }
+        out.append(word).append(std::min<size_t>(gap, 2), ' ');
+        used += width + std::min<size_t>(gap, 2);
+    }
+    return out;
+}
+
 }  // namespace
+
+std::string wrapped(std::string_view text, size_t columns) {
+    std::string out;
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        const bool isAsIs = columns == 0 || (!isNarrow(columns) && columnsOf(line) <= columns);
+        out += isAsIs ? line : wrappedLine(line, columns);
+        text.remove_prefix(line.size());
+        if (text.empty()) break;
+        out += '\n';
+        text.remove_prefix(1);
+    }
+    return out;
+}
 
 std::string paint(const TextStyle& style, std::string_view colour, const std::string& text) {
     if (!style.colour) return text;

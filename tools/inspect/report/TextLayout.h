@@ -26,6 +26,8 @@ inline constexpr const char* kIndent = "             ";
 std::string paint(const TextStyle& style, std::string_view colour, const std::string& text);
 std::string padded(std::string text, size_t width);
 std::string rightAligned(const std::string& text, size_t width);
+// The text with its lines broken at blanks where they are too wide; 0 = none is.
+std::string wrapped(std::string_view text, size_t columns);
 std::string durationText(int64_t microseconds);  // "1.000 s", "1:02:03.456"
 
 }  // namespace inspect

@@ -6,12 +6,8 @@
 #include "inspect/base/Bytes.h"
 #include "inspect/base/Utf8.h"
 #include "inspect/callers/PcmFormat.h"
-#include "inspect/report/CallsText.h"
-#include "inspect/report/ExplainText.h"
 #include "inspect/report/KeyFramesText.h"
-#include "inspect/report/TagText.h"
-#include "inspect/report/TextEntries.h"
-#include "inspect/report/TextLayout.h"
+#include "inspect/report/TextParts.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
 
