@@ -6,12 +6,11 @@
 #include <cstdint>
 
 #include "platform/Errors.h"
+#include "platform/MediaFormat.h"
 #include "platform/RefBase.h"
 #include "zrcodecparser/DataSource.h"
 #include "zrcodecparser/Export.h"
 #include "zrcodecparser/ID3.h"
-
-struct AMediaFormat;
 
 namespace android {
 

@@ -18,9 +18,6 @@
 // ZRCodeConvertMetaDataToMessage does, and go on as the others; it is gone before anything is
 // fatal.
 //
-// A program includes the headers of the platform types that it hands in: platform/Message.h,
-// platform/MetaData.h, platform/Buffer.h, platform/OmxNode.h.
-//
 // Parameters are those of OpenMAX IL 1.1.2, or the decoder makers' own, little-endian. An audio
 // component first tells its values, then receives them with those changed that are named; video
 // parameters, and the AAC presentation, are sent as they are.
@@ -30,17 +27,15 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "platform/Buffer.h"
 #include "platform/Errors.h"
+#include "platform/Message.h"
+#include "platform/MetaData.h"
+#include "platform/OmxNode.h"
 #include "platform/RefBase.h"
 #include "zrcodecparser/Export.h"
 
 namespace android {
-
-class ABuffer;
-class AMessage;
-class IOMXNode;
-class MetaData;
-class MetaDataBase;
 
 class ZR_EXPORT MediaCodecHelper {
 public:
