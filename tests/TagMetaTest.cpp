@@ -195,6 +195,15 @@ TEST(VorbisComment, Base64CharacterByCharacter) {
     }
 }
 
+TEST(VorbisComment, Base64Padding) {
+    for (size_t padding = 0; padding <= 4; ++padding) {
+        const std::string text = std::string(8 - padding, 'A') + std::string(padding, '=');
+        std::vector<uint8_t> out(6);
+        EXPECT_EQ(android::vorbis::base64DecodedSize(text), 6 - std::min<size_t>(padding, 3));
+        EXPECT_EQ(android::vorbis::base64Decode(text, out.data()), padding < 4);
+    }
+}
+
 // The picture block, each field as text.
 std::string block(unsigned type, const std::string& mime, size_t mimeSize, size_t textSize,
                   size_t pictureSize) {

@@ -141,7 +141,8 @@ TEST(PcmModel, HugeNumbers) {
     const Call toFloat{kToFloat, 24, 0, false, false}, to32{kTo32, 24, 0, false, false};
     for (size_t length : {1ul << 31, (1ul << 31) + 1, (1ul << 32) - 1, (1ul << 32) + 5, 3ul << 31})
         compareBuffers(from8, Bytes(99, 'x'), 0, SIZE_MAX, {3, length});
-    compareBuffers(to24, Bytes(99), 0, 0, {0, 4 * size_t{INT32_MAX / 3 + 1}});
+    for (size_t count : {size_t{INT32_MAX / 3 + 1}, size_t{3} << 29})
+        compareBuffers(to24, Bytes(99), 0, 0, {0, 4 * count});
     for (const Call& how : {from24, to24, toFloat})
         compareBuffers(how, Bytes(99), 16, 0, {SIZE_MAX - 1, 6}, 40);
     compareBuffers({kToFloat, 32, 0, false, true}, Bytes(99), 16, SIZE_MAX, {SIZE_MAX - 1, 8});
