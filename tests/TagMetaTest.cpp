@@ -195,12 +195,16 @@ TEST(VorbisComment, Base64CharacterByCharacter) {
     }
 }
 
+// Up to three, each for a byte less; nothing is written behind the rest.
 TEST(VorbisComment, Base64Padding) {
     for (size_t padding = 0; padding <= 4; ++padding) {
-        const std::string text = std::string(8 - padding, 'A') + std::string(padding, '=');
-        std::vector<uint8_t> out(6);
-        EXPECT_EQ(android::vorbis::base64DecodedSize(text), 6 - std::min<size_t>(padding, 3));
-        EXPECT_EQ(android::vorbis::base64Decode(text, out.data()), padding < 4);
+        const size_t size = 6 - std::min<size_t>(padding, 3);
+        std::string out(6, 'x'), text(8 - padding, 'A');
+        text.resize(8, '=');
+        EXPECT_EQ(android::vorbis::base64DecodedSize(text), size);
+        EXPECT_EQ(android::vorbis::base64Decode(text, reinterpret_cast<uint8_t*>(out.data())),
+                  padding < 4);
+        EXPECT_EQ(out.substr(size), std::string(6 - size, 'x'));
     }
 }
 
