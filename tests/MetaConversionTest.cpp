@@ -286,6 +286,7 @@ TEST(LegacyBridge, WhatTheDeviceLacks) {
             {233, {}, "0 " + noAudio + unsupported},
             {104, {.mediaServerAlive = false}, failed + noVideo + dead},
             {203, {.codecListAvailable = false}, failed + noAudio + noList},
+            {201, {.codecListAvailable = false}, failed + noAudio + noList},
             {201,
              {.mediaServerAlive = false},
              failed + noAudio + "6 \"checkIsZRSWCodec - mediaserver is not alive! return error\""},
