@@ -24,6 +24,11 @@ public:
     bool oneIn(uint32_t n) { return below(n) == 0; }
     // Every magnitude up to 2^32 - 1 is as likely as any other.
     uint32_t anyWidth() { return any() >> below(32); }
+    // The same, and often a number at which sizes in macroblocks or samples overflow.
+    uint32_t anyCount() {
+        const uint32_t edge = of({26, 27, 31, 32});
+        return oneIn(2) ? anyWidth() : static_cast<uint32_t>((uint64_t{1} << edge) - below(3));
+    }
     uint32_t of(std::initializer_list<uint32_t> choices) {
         return choices.begin()[below(static_cast<uint32_t>(choices.size()))];
     }
