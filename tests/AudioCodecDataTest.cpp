@@ -19,9 +19,7 @@ Bytes counting(size_t size) {
     return data;
 }
 
-// The log lines of Vorbis, and of WMA 1 and 2, when the data are refused.
 const std::string kVorbisFailed = "6 \" fail to setting vorbis codec private data\"";
-const std::string kWmaFailed = "6 \"WMA Error case : please check parsing\"";
 
 // The status, and what is stored and logged in the order in which it happens.
 void expectTrace(uint32_t codecType, const Bytes& data, int32_t status, const std::string& trace) {
@@ -158,49 +156,42 @@ TEST(AudioCodecData, Flac) {
 }
 
 TEST(AudioCodecData, WindowsMedia) {
-    // Little-endian fields of 0x80, 0x81, 0x82, ...: 0x8382 = 33666, 0x85848382 is negative.
-    const std::string pro =
-            "wma-channel-mask: int32(-2054913150), wma-adv-enc-opt1: int32(-1987541114), "
-            "wma-adv-enc-opt2: int32(-1920169078), wma-encode-opt: int32(36750)";
-    const std::string proZero =
-            "wma-channel-mask: int32(0), wma-adv-enc-opt1: int32(0), wma-adv-enc-opt2: int32(0), "
-            "wma-encode-opt: int32(0)";
-    const std::string voiceHead =
-            "wma-channel-mask: int32(-2054913150), wma-encode-opt: int32(36750), "
-            "wma-adv-enc-opt1: int32(37264), ";
+    using Keys = std::vector<std::string>;
+    const Keys v12{"encode-opt"}, pro{"channel-mask", "adv-enc-opt1", "adv-enc-opt2", "encode-opt"};
+    const Keys voice{"channel-mask",   "encode-opt",       "adv-enc-opt1",
+                     "voice-enc-opt1", "voice-enc-opt2_0", "voice-enc-opt2_1"};
+    const std::string incorrect = "6 \"ExtraData size(17) is incorrect\"\n";
     const struct {
         uint32_t codecType;
         size_t size;
-        int32_t status;
-        std::string trace;
+        Keys keys;
+        std::vector<int> values;
+        std::string log = "";
     } cases[] = {
-            {210, 4, 0, "wma-encode-opt: int32(33666)"},
-            {210, 3, -1, kWmaFailed},
-            {211, 6, 0, "wma-encode-opt: int32(34180)"},
-            {211, 5, -1, kWmaFailed},
-            {212, 18, 0, pro},
-            {213, 30, 0, pro},
-            {212, 10, 0, "6 \"ExtraData size(10) is incorrect\"\n" + proZero},
-            {213, 17, 0, "6 \"ExtraData size(17) is incorrect\"\n" + proZero},
-            {214, 30, 0,
-             voiceHead + "wma-voice-enc-opt1: int32(-1785425006), wma-voice-enc-opt2_0: "
-                         "int32(-1718052970), wma-voice-enc-opt2_1: int32(-1650680934)"},
+            // Little-endian fields of 0x80, 0x81, 0x82, ...: 0x8382, as int32 0x85848382
+            {210, 4, v12, {33666}},
+            {211, 6, v12, {34180}},
+            {212, 18, pro, {-2054913150, -1987541114, -1920169078, 36750}},
+            {213, 30, pro, {-2054913150, -1987541114, -1920169078, 36750}},
+            {212, 17, pro, {0, 0, 0, 0}, incorrect},
+            {213, 17, pro, {0, 0, 0, 0}, incorrect},
+            {214, 30, voice, {-2054913150, 36750, 37264, -1785425006, -1718052970, -1650680934}},
             // 18 bytes are enough; what lies past them is zero.
-            {214, 18, 0,
-             voiceHead + "wma-voice-enc-opt1: int32(0), wma-voice-enc-opt2_0: int32(0), "
-                         "wma-voice-enc-opt2_1: int32(0)"},
-            {214, 20, 0,
-             voiceHead + "wma-voice-enc-opt1: int32(37778), wma-voice-enc-opt2_0: int32(0), "
-                         "wma-voice-enc-opt2_1: int32(0)"},
-            {214, 17, 0,
-             "6 \"ExtraData size(17) is incorrect\"\n"
-             "wma-channel-mask: int32(0), wma-encode-opt: int32(0), wma-adv-enc-opt1: int32(0), "
-             "wma-voice-enc-opt1: int32(0), wma-voice-enc-opt2_0: int32(0), "
-             "wma-voice-enc-opt2_1: int32(0)"},
+            {214, 18, voice, {-2054913150, 36750, 37264, 0, 0, 0}},
+            {214, 20, voice, {-2054913150, 36750, 37264, 37778, 0, 0}},
+            {214, 17, voice, {0, 0, 0, 0, 0, 0}, incorrect},
     };
-    for (const auto& [codecType, size, status, trace] : cases) {
-        expectTrace(codecType, counting(size), status, trace);
+    for (const auto& [codecType, size, keys, values, log] : cases) {
+        std::string stores;
+        for (size_t i = 0; i < keys.size(); ++i) {
+            stores += (i == 0 ? "wma-" : ", wma-") + keys[i] + ": int32(" +
+                      std::to_string(values.at(i)) + ")";
+        }
+        expectTrace(codecType, counting(size), 0, log + stores);
     }
+    const std::string refused = "6 \"WMA Error case : please check parsing\"";
+    expectTrace(210, counting(3), -1, refused);
+    expectTrace(211, counting(5), -1, refused);
 }
 
 TEST(AudioCodecData, WholeBlocksAndNothing) {

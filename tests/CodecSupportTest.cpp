@@ -8,13 +8,16 @@ using test::DeviceScope;
 using test::Format;
 using test::helper;
 
-// Everything that SupportCodecEx stores and logs.
+// Everything that SupportCodecEx stores and logs, or the text that it ends in.
 std::string chosen(int codecType, const host::Device& device, bool useArbitraryMode = true) {
     const DeviceScope scope(device);
     const Format format;
-    return test::trace(format, [&] {
+    const auto choose = [&] {
         EXPECT_EQ(helper->SupportCodecEx(codecType, format.get(), useArbitraryMode), 1);
-    });
+    };
+    std::string fatal;
+    const std::string trace = test::trace(format, [&] { fatal = test::fatalText(choose); });
+    return trace + fatal;
 }
 
 std::string mime(const std::string& text) {
@@ -125,8 +128,8 @@ TEST(CodecSupport, WhatTheDeviceLacks) {
     const std::string asMpeg4 = mime("video/mp4v-es") + ", use-arbitrary-mode: int32(1)";
     const std::string asDivx =
             mime("video/divx") + ", divx-version: int32(2), use-arbitrary-mode: int32(1)";
-    const std::string die = "6 \"mediaserver die !!\"",
-                      noServiceList = "6 \"Can't get codec list\"";
+    const std::string die = "6 \"mediaserver die !!\"";
+    const std::string noServiceList = "6 \"Can't get codec list\"";
     const std::string notAlive = "\n6 \"#### mediaserver is not alive !!so return error\"";
     const std::string probe = "\n6 \"checkIsZRSWCodec - mediaserver is not alive! return error\"";
     const std::string noList = "6 \"#### mediacodec list instance returned NULL\"";
@@ -152,6 +155,9 @@ TEST(CodecSupport, WhatTheDeviceLacks) {
             {216, noService, noServiceList + probe},
             {104, listless, noList},
             {229, listless, noList},
+            {104,
+             {.decoders = {"video/avc"}, .codecInfoAvailable = false},
+             "Helper/MediaExtractorHelper CHECK(info != NULL) failed."},
     };
     for (const auto& c : cases) EXPECT_EQ(chosen(c.codecType, c.device), c.trace) << c.codecType;
     for (const int code : {INT32_MIN, -1, 0, 99, 100, 132, 150, 199, 235, 250, 301, INT32_MAX}) {
@@ -160,14 +166,6 @@ TEST(CodecSupport, WhatTheDeviceLacks) {
     }
     EXPECT_EQ(probed(104, dead, false), die + probe + " fails");
     EXPECT_EQ(probed(203, listless, true), noList + " fails");
-}
-
-TEST(CodecSupport, MissingCodecInfoIsFatal) {
-    const DeviceScope scope({.decoders = {"video/avc"}, .codecInfoAvailable = false});
-    const Format format;
-    EXPECT_EQ(test::fatalText([&] { helper->SupportCodecEx(104, format.get(), false); }),
-              "Helper/MediaExtractorHelper CHECK(info != NULL) failed.");
-    EXPECT_EQ(format.text(), "");
 }
 
 TEST(CodecSupport, CodeOfAMimeType) {

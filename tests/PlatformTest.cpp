@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/BitReader.h"
 #include "platform/MetaData.h"
 #include "platform/Strings.h"
 #include "support/Platform.h"
@@ -51,31 +50,6 @@ TEST(Platform, Utf16BecomesUtf8) {
         text.setTo(utf16.data(), utf16.size());
         EXPECT_EQ(std::string(text.c_str(), text.size()), utf8);
     }
-}
-
-TEST(Platform, BitReaderYieldsZerosPastTheEnd) {
-    const Bytes data = {0xA5, 0xFF};
-    android::ABitReader reader(data.data(), data.size());
-    EXPECT_EQ(reader.getBits(4), 0xAu);
-    reader.skipBits(3);
-    EXPECT_EQ(reader.getBits(32), 0xFF800000u);  // nine bits of data, then zeros
-    reader.skipBits(1000);
-    EXPECT_EQ(reader.getBits(1), 0u);
-}
-
-TEST(Platform, LastReferenceDeletes) {
-    struct Counted : android::RefBase {
-        explicit Counted(bool& alive) : mAlive(alive) { mAlive = true; }
-        ~Counted() override { mAlive = false; }
-        bool& mAlive;
-    };
-    bool alive = false;
-    android::sp<Counted> first = new Counted(alive);
-    android::sp<android::RefBase> second = first;
-    first = nullptr;
-    EXPECT_TRUE(alive);
-    second.clear();
-    EXPECT_TRUE(!alive && second == nullptr);
 }
 
 TEST(Platform, LogAndFatalTexts) {

@@ -106,9 +106,7 @@ TEST(TrackMeta, Text) {
         TrackInfo::Text text;
         const char* keys;
     } cases[] = {
-            {301,
-             {0, 0, "xx", "eng"},
-             ", language: string(eng), mime: string(application/x-subrip)"},
+            {301, {0, 0, "xx", "e"}, ", language: string(e), mime: string(application/x-subrip)"},
             {302, {0, 1, "xx", "eng"}, ", language: string(eng), mime: string(text/ssa)"},
             {303, {0, 0, "xx", nullptr}, ", mime: string(text/ass)"},
             {300, {0, 0, "xx", "eng"}, ", mime: string(audio/notsupport)"},

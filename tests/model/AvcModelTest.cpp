@@ -1,6 +1,7 @@
 // Comparison of AVC configuration data with a model, from the raw bytes to all that can be seen.
 
 #include "model/CodecDataModel.h"
+#include "zrcodecparser/TrackInfo.h"
 
 namespace {
 
@@ -38,7 +39,8 @@ int64_t modelChroma(Bits& bits, std::string& trace) {
 
 // Width and height, ITU-T H.264 7.3.2.1.1; empty where the process ends.
 std::optional<std::pair<int64_t, int64_t>> modelPicture(const Bytes& sps, std::string& trace) {
-    Bits bits{sps, 32};
+    Bits bits(sps.data(), sps.size());
+    bits.skipBits(32);
     bits.ue();
     const bool high = sps.size() > 1 && std::ranges::count(kHighProfiles, sps[1]) != 0;
     const int64_t chroma = high ? modelChroma(bits, trace) : 1;
@@ -49,7 +51,8 @@ std::optional<std::pair<int64_t, int64_t>> modelPicture(const Bytes& sps, std::s
         bits.bit();
         bits.ue();
         bits.ue();
-        bits.ues(bits.ue());
+        // What is counted may be more than there is; behind the end all are zero.
+        for (auto n = std::min(bits.ue(), std::ssize(sps) * 8); n > 0; --n) bits.ue();
     }
     bits.ue();
     bits.bit();
@@ -141,27 +144,16 @@ Bytes randomConfig(test::Random& random) {
 // ---- Comparison
 
 int32_t configure(const Bytes& data, AMediaFormat* format) {
+    android::TrackInfo info{.trackType = 1, .codecType = 104, .zeros = {}};
     size_t size = data.size();
-    const int32_t status = test::helper->setAVCCSeqHeader(data.data(), size, nullptr, format);
+    const int32_t status = test::helper->setVideoConfig(&info, data.data(), size, format);
     EXPECT_EQ(size, data.size());
     return status;
 }
 
 TEST(AvcModel, Configurations) {
     test::compareMany(randomConfig, configure, modelConfig, {"fatal 0", "-1 0", "0 1", "0 2"});
-}
-
-// The longest parameter sets that fit the record's 16-bit lengths, and one byte more.
-TEST(AvcModel, LongParameterSets) {
-    for (size_t spsSize : {0xffffu, 0x10000u}) {
-        for (size_t ppsSize : {0xffffu, 0x10000u}) {
-            Bytes data{0, 0, 1, 0x67}, pps{0, 0, 1, 0x68};
-            data.resize(3 + spsSize, 0xff);
-            pps.resize(3 + ppsSize, 0xff);
-            test::append(data, pps);
-            test::compareOne(data, configure, modelConfig);
-        }
-    }
+    test::compareLong({0x67, 0x68}, configure, modelConfig);
 }
 
 }  // namespace

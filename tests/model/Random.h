@@ -54,10 +54,8 @@ inline void append(Bytes& out, const Bytes& bytes) {
 
 // What a failing case prints about itself.
 inline std::string describe(uint32_t seed, const Bytes& input) {
-    std::ostringstream out;
-    out << "seed " << seed << ", " << input.size() << " bytes:" << std::hex;
-    for (unsigned byte : input) out << ' ' << byte;
-    return out.str();
+    return "seed " + std::to_string(seed) + ", " + std::to_string(input.size()) +
+           " bytes: " + dataText(input);
 }
 
 // What a format holds, in the order in which the keys were first set.
