@@ -45,11 +45,12 @@ TEST(KeyFrame, Samples) {
             {103, {0, 1, 0x80, 2, 0x08}, false},
             {103, {0}, false},
     };
-    for (const auto& [codecType, sample, isKey, trace] : cases) {
-        const auto look = [&] {
-            EXPECT_EQ(helper->isKeyFrame(sample.data(), sample.size(), codecType), isKey);
+    for (const auto& c : cases) {
+        const auto look = [&c] {
+            EXPECT_EQ(helper->isKeyFrame(c.sample.data(), c.sample.size(), c.codecType), c.isKey);
         };
-        EXPECT_EQ(test::trace({}, look), trace) << codecType << testing::PrintToString(sample);
+        EXPECT_EQ(test::trace({}, look), c.trace)
+                << c.codecType << testing::PrintToString(c.sample);
     }
 }
 

@@ -70,19 +70,23 @@ TEST(VideoCodecData, SizeIsWrittenBeforeItIsCropped) {
     hevc.ue(0).ue(1).ue(320).ue(240).u(1, 1).ue(0).ue(321).ue(0).ue(0).u(24, ~0u);
     using android::MediaExtractorHelper;
     using Size = std::pair<int32_t, int32_t>;
-    const std::tuple<decltype(&MediaExtractorHelper::FindAVCDimensions), Bytes, Size> cases[] = {
+    const struct {
+        decltype(&MediaExtractorHelper::FindAVCDimensions) find;
+        Bytes sps;
+        Size size;
+    } cases[] = {
             {&MediaExtractorHelper::FindAVCDimensions, avc.finish(), {320, 240}},
             {&MediaExtractorHelper::FindHEVCDimensions, hevc.finish(), {320, 240}},
             {&MediaExtractorHelper::FindHEVCDimensions, {0x42}, {-1, -1}},
             {&MediaExtractorHelper::FindHEVCDimensions, {0x42, 1}, {-1, -1}},
     };
-    for (const auto& [find, sps, size] : cases) {
-        const android::sp<android::ABuffer> buffer = new android::ABuffer(sps.size());
-        std::ranges::copy(sps, buffer->data());
+    for (const auto& c : cases) {
+        const android::sp<android::ABuffer> buffer = new android::ABuffer(c.sps.size());
+        std::ranges::copy(c.sps, buffer->data());
         Size found{-1, -1};
-        const auto call = [&] { (*helper.*find)(buffer, &found.first, &found.second); };
-        EXPECT_EQ(test::fatalText(call) == "", sps.size() == 2) << testing::PrintToString(sps);
-        EXPECT_EQ(found, size) << testing::PrintToString(sps);
+        const auto call = [&] { (*helper.*c.find)(buffer, &found.first, &found.second); };
+        EXPECT_EQ(test::fatalText(call) == "", c.sps.size() == 2) << testing::PrintToString(c.sps);
+        EXPECT_EQ(found, c.size) << testing::PrintToString(c.sps);
     }
 }
 
