@@ -70,11 +70,12 @@ TEST(Id3, FieldsStandWhereOthersLook) {
 TEST(Id3, TagsInPlaceOfOthers) {
     const std::string album = frameV2_3("TALB", text("\0a"));
     test::File good{tag(3, 0x40, text("\0\0\0\2\0\0") + album)}, bad{"ID3"},
-            v1{"TAG" + std::string(125, '\0')}, plain{tag(3, 0, album)};
+            v1{"TAG" + std::string(122, 'x') + text("\0\1\2")}, plain{tag(3, 0, album)};
     Parsed id3(good.data);
     EXPECT_TRUE(id3.parseV1(&v1.source));
     EXPECT_EQ(android::LayoutProbe::rawSize(id3), 0u);
     EXPECT_EQ(id3.version(), ID3::ID3_V1_1);
+    EXPECT_EQ(ID3::Iterator(id3, nullptr).getEncodingType(), 0);
     EXPECT_TRUE(id3.parseV2(&plain.source, 0));
     EXPECT_EQ(framesOf(id3), text("TALB=\0a;"));
     EXPECT_FALSE(id3.parseV2(&bad.source, 0));

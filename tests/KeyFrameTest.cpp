@@ -1,64 +1,56 @@
-#include <gtest/gtest.h>
-
-#include "support/Platform.h"
-#include "zrcodecparser/MediaExtractorHelper.h"
+#include "support/Helper.h"
 
 namespace {
 
-using android::MediaExtractorHelper;
-using android::sp;
 using test::Bytes;
-using test::Line;
-
-const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
+using test::helper;
 
 TEST(KeyFrame, Samples) {
-    const char* const ptype = "[PTYPE]H263 StartCode and NOT Iframe";
-    const char* const opptype = "[PLUSPTYPE with OPPTYPE]H263 StartCode and NOT Iframe";
-    const char* const plusPtype = "[PLUSPTYPE]H263 StartCode and NOT Iframe";
+    const char* const ptype = "5 \"[PTYPE]H263 StartCode and NOT Iframe\"";
+    const char* const opptype = "5 \"[PLUSPTYPE with OPPTYPE]H263 StartCode and NOT Iframe\"";
+    const char* const plusPtype = "5 \"[PLUSPTYPE]H263 StartCode and NOT Iframe\"";
     const struct {
         int codecType;
         Bytes sample;
         bool isKey;
-        const char* warning;
+        const char* trace = "";
     } cases[] = {
             // MPEG-4: vop_coding_type of the first VOP, which a group of VOPs may precede
-            {102, {0, 0, 1, 0xB6, 0x10}, true, nullptr},
-            {102, {0, 0, 1, 0xB6, 0x3F}, true, nullptr},
-            {102, {0, 0, 1, 0xB6, 0x40}, false, nullptr},
-            {102, {0, 0, 1, 0xB3, 0, 0x10, 7, 0, 0, 1, 0xB6, 0}, true, nullptr},
-            {102, {0, 0, 1, 0xB6, 0x50, 0, 0, 1, 0xB6, 0x10}, false, nullptr},
-            {102, {0, 0, 0, 0, 1, 0xB6, 0x10}, true, nullptr},
-            {102, {0, 0, 1, 0xB6}, false, nullptr},
-            {102, {0, 0, 1, 0xB3, 0x10}, false, nullptr},
+            {102, {0, 0, 1, 0xB6, 0x10}, true},
+            {102, {0, 0, 1, 0xB6, 0x3F}, true},
+            {102, {0, 0, 1, 0xB6, 0x40}, false},
+            {102, {0, 0, 1, 0xB3, 0, 0x10, 7, 0, 0, 1, 0xB6, 0}, true},
+            {102, {0, 0, 1, 0xB6, 0x50, 0, 0, 1, 0xB6, 0x10}, false},
+            {102, {0, 0, 0, 0, 1, 0xB6, 0x10}, true},
+            {102, {0, 0, 1, 0xB6}, false},
+            {102, {0, 0, 1, 0xB3, 0x10}, false},
             // H.264: any IDR slice whose header byte is not the last byte
-            {104, {0, 0, 0, 1, 9, 0xF0, 0, 0, 0, 1, 0x65, 0x88}, true, nullptr},
-            {104, {0, 0, 1, 0x25, 0}, true, nullptr},
-            {104, {0, 0, 1, 0x41, 0x9A}, false, nullptr},
-            {104, {0, 0, 1, 0x65}, false, nullptr},
-            {104, {0, 0, 1, 0x41, 0, 0, 1, 0x65}, false, nullptr},
-            {104, {0, 0, 2, 0x65, 0}, false, nullptr},
+            {104, {0, 0, 0, 1, 9, 0xF0, 0, 0, 0, 1, 0x65, 0x88}, true},
+            {104, {0, 0, 1, 0x25, 0}, true},
+            {104, {0, 0, 1, 0x41, 0x9A}, false},
+            {104, {0, 0, 1, 0x65}, false},
+            {104, {0, 0, 1, 0x41, 0, 0, 1, 0x65}, false},
+            {104, {0, 0, 2, 0x65, 0}, false},
             // H.263: PTYPE; PLUSPTYPE with OPPTYPE; PLUSPTYPE without
-            {103, {0, 0, 0x80, 2, 0x08}, true, nullptr},
+            {103, {0, 0, 0x80, 2, 0x08}, true},
             {103, {0, 0, 0x83, 2, 0x0A}, false, ptype},
-            {103, {0, 0, 0x80, 2, 0x1C, 0x80, 0xFF, 0x03}, true, nullptr},
+            {103, {0, 0, 0x80, 2, 0x1C, 0x80, 0xFF, 0x03}, true},
             {103, {0, 0, 0x80, 2, 0x1C, 0x80, 0xFF, 0x04}, false, opptype},
             {103, {0, 0, 0x80, 2, 0x1C, 0x80, 0xFF, 0x10}, false, opptype},
-            {103, {0, 0, 0x80, 2, 0x1E, 0x0F}, true, nullptr},
+            {103, {0, 0, 0x80, 2, 0x1E, 0x0F}, true},
             {103, {0, 0, 0x80, 2, 0x1C, 0x10}, false, plusPtype},
             {103, {0, 0, 0x80, 2, 0x1C, 0x40}, false, plusPtype},
-            {103, {0, 0, 0x80}, true, nullptr},  // what is missing is zero
-            {103, {0, 0, 0x84, 2, 0x08}, false, nullptr},
-            {103, {0, 1, 0x80, 2, 0x08}, false, nullptr},
-            {103, {0}, false, nullptr},
+            {103, {0, 0, 0x80}, true},  // what is missing is zero
+            {103, {0, 0, 0x84, 2, 0x08}, false},
+            {103, {0, 1, 0x80, 2, 0x08}, false},
+            {103, {0}, false},
     };
     for (const auto& c : cases) {
-        const test::LogCapture log;
-        EXPECT_EQ(helper->isKeyFrame(c.sample.data(), c.sample.size(), c.codecType), c.isKey)
+        const auto look = [&c] {
+            EXPECT_EQ(helper->isKeyFrame(c.sample.data(), c.sample.size(), c.codecType), c.isKey);
+        };
+        EXPECT_EQ(test::trace({}, look), c.trace)
                 << c.codecType << testing::PrintToString(c.sample);
-        std::vector<Line> lines;
-        if (c.warning != nullptr) lines.push_back({5, c.warning});
-        EXPECT_EQ(log.lines(), lines) << testing::PrintToString(c.sample);
     }
 }
 

@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/BitReader.h"
-#include "platform/CodecList.h"
 #include "platform/MetaData.h"
+#include "platform/Strings.h"
 #include "support/Platform.h"
 
 namespace {
@@ -29,54 +28,44 @@ TEST(Platform, MetaDataKeepTypesApartAndReplace) {
     android::MetaDataBase meta;
     EXPECT_FALSE(meta.setInt32(1, 2));
     EXPECT_TRUE(meta.setInt64(1, 3));
-    int32_t old = 0;
+    int32_t number = 0;
     int64_t value = 0;
-    EXPECT_FALSE(meta.findInt32(1, &old));
+    EXPECT_FALSE(meta.findInt32(1, &number));
     EXPECT_TRUE(meta.findInt64(1, &value) && value == 3);
+    meta.setData(1, 0x696e3332 /* in32 */, "ab", 2);
+    EXPECT_FALSE(meta.findInt32(1, &number));
 }
 
-TEST(Platform, BitReaderYieldsZerosPastTheEnd) {
-    const Bytes data = {0xA5, 0xFF};
-    android::ABitReader reader(data.data(), data.size());
-    EXPECT_EQ(reader.getBits(4), 0xAu);
-    reader.skipBits(3);
-    EXPECT_EQ(reader.getBits(32), 0xFF800000u);  // nine bits of data, then zeros
-    reader.skipBits(1000);
-    EXPECT_EQ(reader.getBits(1), 0u);
-}
-
-TEST(Platform, LastReferenceDeletes) {
-    struct Counted : android::RefBase {
-        explicit Counted(bool& alive) : mAlive(alive) { mAlive = true; }
-        ~Counted() override { mAlive = false; }
-        bool& mAlive;
+// The borders of RFC 3629, and surrogates without their other half.
+TEST(Platform, Utf16BecomesUtf8) {
+    const std::pair<std::u16string, std::string> cases[] = {
+            {u"\x7F\x80\x7FF", "\x7F\xC2\x80\xDF\xBF"},
+            {u"\x800\xFFFF", "\xE0\xA0\x80\xEF\xBF\xBF"},
+            {u"\xD800\xDC00\xDBFF\xDFFF", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"},
+            {u"\xD800", "\xEF\xBF\xBD"},
+            {u"\xDC00\xD800z", "\xEF\xBF\xBD\xEF\xBF\xBDz"},
     };
-    bool alive = false;
-    android::sp<Counted> first = new Counted(alive);
-    android::sp<android::RefBase> second = first;
-    first = nullptr;
-    EXPECT_TRUE(alive);
-    second.clear();
-    EXPECT_TRUE(!alive && second == nullptr);
-}
-
-TEST(Platform, MediaPlayerService) {
-    EXPECT_NE(android::mediaPlayerService(), nullptr);
-    const test::DeviceScope scope({.mediaServerAlive = false});
-    EXPECT_EQ(android::mediaPlayerService(), nullptr);
+    for (const auto& [utf16, utf8] : cases) {
+        android::String8 text;
+        text.setTo(utf16.data(), utf16.size());
+        EXPECT_EQ(std::string(text.c_str(), text.size()), utf8);
+    }
 }
 
 TEST(Platform, LogAndFatalTexts) {
-    std::vector<std::string> lines;
-    const host::LogSink former = host::setLogSink([&](const host::LogLine& line) {
-        lines.push_back(std::to_string(line.priority) + line.tag + line.text);
-    });
+    std::string lines;
+    const host::LogSink sink = [&](const host::LogLine& line) {
+        lines += std::to_string(line.priority) + line.tag + line.text;
+    };
+    const host::LogSink former = host::setLogSink(sink);
     const std::string longText(1000, 'x');
     __android_log_print(ANDROID_LOG_WARN, "T", "%s %d", longText.c_str(), 7);
     EXPECT_EQ(test::fatalText([] { __android_log_assert("condition", "T", nullptr); }),
               "condition");
-    EXPECT_TRUE(host::setLogSink(former));  // gives the one of this test back
-    EXPECT_EQ(lines, std::vector<std::string>{"5T" + longText + " 7"});
+    // A program that nests sinks gets each one back.
+    const host::LogSink mine = host::setLogSink(former);
+    mine({6, "a", "b"});
+    EXPECT_EQ(lines, "5T" + longText + " 76ab");
 }
 
 }  // namespace

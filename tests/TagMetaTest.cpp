@@ -104,7 +104,7 @@ TEST(TagMeta, StreamsAreNotRead) {
 TEST(TagMeta, GaplessComments) {
     const std::string value = " 00000000 00000840 000001CA 00000000004A5EA6";
     const std::string set = "encoder-delay: int32(2112), encoder-padding: int32(458)";
-    const std::string other = frameV2_3("COMM", text("\0engiTunNORM\0 1 2 3"));
+    const std::string other = frameV2_3("COMM", text("\0engiTunSMPBx\0 1 2 3"));
     const struct {
         std::string tag;
         std::string format;
@@ -160,6 +160,8 @@ TEST(VorbisComment, NamesAndKeys) {
     EXPECT_EQ(vorbis("ANDROID_HAPTIC=4294967298"), "haptic-channel-count: int32(2), " + nothing);
     errno = ERANGE;
     EXPECT_EQ(vorbis("ANDROID_HAPTIC="), "haptic-channel-count: int32(0), " + nothing);
+    EXPECT_EQ(vorbis("ANDROID_HAPTIC=0x10"), "haptic-channel-count: int32(0), " + nothing);
+    EXPECT_EQ(vorbis("ANDROID_HAPTIC=010"), "haptic-channel-count: int32(10), " + nothing);
     for (const char* comment :
          {"ANDROID_LOOP=1", "ANDROID_LOOP=true ", "TITLE Foo", "TITLEX=Foo", "TITL", ""})
         EXPECT_EQ(vorbis(comment), nothing) << comment;
@@ -173,27 +175,36 @@ TEST(VorbisComment, NamesAndKeys) {
 TEST(VorbisComment, Base64CharacterByCharacter) {
     const std::string alphabet =
             "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/-_";
-    const uint32_t plain = 49 << 18 | 49 << 12 | 49 << 6 | 49;
     for (const size_t length : {4u, 24u, 28u, 72u, 140u}) {
-        for (size_t at = 0; at < length; ++at) {
-            for (int character = 0; character < 256; ++character) {
-                std::string text(length, 'x');
-                text[at] = static_cast<char>(character);
-                const size_t index = alphabet.find(text[at]);
-                std::vector<uint8_t> out(length / 4 * 3, 0xEE);
-                const bool padding = character == '=' && at == length - 1;
-                ASSERT_EQ(android::vorbis::base64Decode(text, out.data()),
-                          index != std::string::npos || padding)
-                        << character << " at " << at << " of " << length;
-                if (index == std::string::npos) continue;
-                const size_t bits = index < 64 ? index : index - 2, shift = 18 - at % 4 * 6;
-                for (size_t group = 0; group < length / 4; ++group) {
-                    const size_t changed = (plain & ~(size_t{63} << shift)) | bits << shift;
-                    ASSERT_EQ(android::base::bigEndianAt(out, 3 * group, 3),
-                              group == at / 4 ? changed : plain);
-                }
-            }
+        for (size_t i = 0; i < 256 * length; ++i) {
+            const size_t at = i / 256;
+            std::string text(length, 'x');
+            text[at] = static_cast<char>(i);
+            const size_t index = alphabet.find(text[at]), bits = index < 64 ? index : index - 2;
+            const bool isDigit = index != std::string::npos;
+            std::vector<uint8_t> out(length / 4 * 3, 0xEE);
+            ASSERT_EQ(android::vorbis::base64Decode(text, out.data()),
+                      isDigit || text.back() == '=')
+                    << text;
+            const size_t changed = 0xC71C71 ^ (bits ^ 49) << (18 - at % 4 * 6);
+            for (size_t group = 0; isDigit && group < length / 4; ++group)
+                ASSERT_EQ(android::base::bigEndianAt(out, 3 * group, 3),
+                          group == at / 4 ? changed : 0xC71C71)
+                        << text;
         }
+    }
+}
+
+// Up to three, each for a byte less; nothing is written behind the rest.
+TEST(VorbisComment, Base64Padding) {
+    for (size_t padding = 0; padding <= 4; ++padding) {
+        const size_t size = 6 - std::min<size_t>(padding, 3);
+        std::string out(6, 'x'), text(8 - padding, 'A');
+        text.resize(8, '=');
+        EXPECT_EQ(android::vorbis::base64DecodedSize(text), size);
+        EXPECT_EQ(android::vorbis::base64Decode(text, reinterpret_cast<uint8_t*>(out.data())),
+                  padding < 4);
+        EXPECT_EQ(out.substr(size), std::string(6 - size, 'x'));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "Helper/MediaExtractorHelper/DecoderQuery.h"
 
 #include "Helper/base/Log.h"
+#include "Helper/base/Status.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
 namespace android {
@@ -39,10 +40,10 @@ DecoderAnswer askForDecoder(MediaExtractorHelper& helper, const CodecRow& row) {
 int32_t MediaExtractorHelper::checkIsZRSWCodec(int codecType, bool& isSoftware) {
     if (!checkIsMediaserver()) {
         ZR_LOGE(base::kExtractorTag, "checkIsZRSWCodec - mediaserver is not alive! return error");
-        return -1;
+        return base::kFailed;
     }
     const sp<IMediaCodecList> list = codecList();
-    if (list == nullptr) return -1;
+    if (list == nullptr) return base::kFailed;
 
     const CodecRow* row = findCodecRow(codecType);
     if (row == nullptr || row->alternative == nullptr) return 0;

@@ -126,7 +126,8 @@ status_t MediaExtractorHelper::ConvertXto24packed(MediaBufferHelper* buffer, int
     const auto samples = static_cast<int32_t>(static_cast<uint32_t>(range.length / 4));
     const size_t end = checkedAdd(range.offset, checkedCast<size_t>(checkedMul(samples, 3)));
     const uint8_t* source = range.beginTimes(4);
-    convert(to24Packed(sourceIsFloat, bigEndian), source, range.begin(), countOf24Packed(samples));
+    convert(to24Packed(sourceIsFloat, bigEndian), source, range.begin(),
+            static_cast<size_t>(samples));
     buffer->set_range(range.offset, end);
     return OK;
 }

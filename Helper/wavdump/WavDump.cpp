@@ -4,6 +4,7 @@
 
 #include "Helper/base/Checked.h"
 #include "Helper/base/Log.h"
+#include "Helper/base/Status.h"
 
 namespace android {
 namespace {
@@ -44,7 +45,7 @@ int WavDump::get_count() {
     FILE* file = std::fopen(kCountFile, "w");
     if (file == nullptr) {
         ZR_LOGE(kTag, "count was not created.");
-        return -1;
+        return base::kFailed;
     }
     std::fputc((count + 1) % kFileNumbers, file);
     std::fclose(file);
@@ -52,7 +53,7 @@ int WavDump::get_count() {
 }
 
 int WavDump::open(uint32_t sampleRate, uint16_t bitsPerSample, uint16_t channels) {
-    if (mFile != nullptr) return -1;
+    if (mFile != nullptr) return base::kFailed;
     const uint32_t blockAlign = bitsPerSample / 8u * channels;
     mAudioFormat = kPcm;
     mChannels = channels;
@@ -64,7 +65,7 @@ int WavDump::open(uint32_t sampleRate, uint16_t bitsPerSample, uint16_t channels
     mFile = std::fopen(mFilename, "w");
     if (mFile == nullptr) {
         ZR_LOGE(kTag, "%s was not created.", mFilename);
-        return -1;
+        return base::kFailed;
     }
     mDataSize = kHeaderSize;
     rewriteHeader();
@@ -82,7 +83,7 @@ uint32_t WavDump::dump(const uint8_t* data, uint32_t size) {
 
 // Each number stands in the header in the order of the chunks.
 int WavDump::write_header() {
-    if (!isOpen()) return -1;
+    if (!isOpen()) return base::kFailed;
     std::fwrite("RIFF", 1, 4, mFile);
     write_u32le(mDataSize - 8);
     std::fwrite("WAVEfmt ", 1, 8, mFile);
@@ -99,7 +100,7 @@ int WavDump::write_header() {
 }
 
 int WavDump::write_u32le(uint32_t value) {
-    if (!isOpen()) return -1;
+    if (!isOpen()) return base::kFailed;
     std::array<uint8_t, 4> bytes;
     for (unsigned i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<uint8_t>(value >> (8 * i));
     std::fwrite(bytes.data(), 1, bytes.size(), mFile);
@@ -107,7 +108,7 @@ int WavDump::write_u32le(uint32_t value) {
 }
 
 int WavDump::write_u16le(uint16_t value) {
-    if (!isOpen()) return -1;
+    if (!isOpen()) return base::kFailed;
     const std::array<uint8_t, 2> bytes{static_cast<uint8_t>(value),
                                        static_cast<uint8_t>(value >> 8)};
     std::fwrite(bytes.data(), 1, bytes.size(), mFile);

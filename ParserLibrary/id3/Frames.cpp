@@ -42,7 +42,7 @@ std::optional<Frame> v1FrameAt(const TagView& tag, size_t offset) {
         base::fatal(base::kAtId3, "CHECK(!\"Should not be here, invalid offset.\") failed.");
     }
     const bool shorter = tag.version == Version::kV1_1 && offset == kV1CommentOffset;
-    return Frame{offset, frameId(field->id), field->size - (shorter ? size_t{1} : size_t{0}), true};
+    return Frame{frameId(field->id), field->size - (shorter ? size_t{1} : size_t{0}), true};
 }
 
 // Flags of a frame header: compression and encryption.
@@ -93,18 +93,6 @@ std::optional<HeaderFields> readHeader(Version version, const uint8_t* header) {
 
 }  // namespace
 
-size_t frameHeaderSize(Version version) {
-    switch (version) {
-        case Version::kV2_2: return 6;
-        case Version::kV2_3:
-        case Version::kV2_4: return 10;
-        case Version::kV1:
-        case Version::kV1_1:
-        case Version::kUnknown: break;
-    }
-    return 0;
-}
-
 std::optional<Frame> frameAt(const TagView& tag, size_t offset) {
     const size_t headerSize = frameHeaderSize(tag.version);
     if (headerSize == 0) return v1FrameAt(tag, offset);
@@ -114,19 +102,12 @@ std::optional<Frame> frameAt(const TagView& tag, size_t offset) {
     const auto header = readHeader(tag.version, tag.bytes.data() + offset);
     if (!header || header->characters == 0) return std::nullopt;
     if (header->dataSize > tagSize - offset - headerSize) return std::nullopt;
-    return Frame{offset, upToNul(header->characters), header->dataSize + headerSize,
-                 header->readable};
+    return Frame{upToNul(header->characters), header->dataSize + headerSize, header->readable};
 }
 
 Bytes frameData(const TagView& tag, size_t offset, size_t size) {
     const size_t headerSize = frameHeaderSize(tag.version);
     return tag.bytes.subspan(offset + headerSize, size - headerSize);
-}
-
-uint8_t encodingAt(const TagView& tag, size_t frameOffset) {
-    if (isV1(tag.version)) return 0;
-    // A frame without data may be the last thing in the tag.
-    return base::byteAt(tag.bytes, frameOffset + frameHeaderSize(tag.version));
 }
 
 const char* v1FieldId(size_t offset) {

@@ -40,14 +40,16 @@ constexpr FrameId frameId(const char* text) {
 }
 
 struct Frame {
-    size_t offset;
     FrameId id;
     size_t size;    // with the header
     bool readable;  // neither compressed nor encrypted
 };
 
 // Bytes before the data of a frame.
-size_t frameHeaderSize(Version version);
+constexpr size_t frameHeaderSize(Version version) {
+    if (version == Version::kV2_2) return 6;
+    return version == Version::kV2_3 || version == Version::kV2_4 ? 10 : 0;
+}
 
 // The frame at an offset into the tag, or nothing at the end of the frames: of the tag, at padding,
 // or at a frame that does not fit. Requires a version that has frames. Fatal: an offset into a v1
@@ -58,22 +60,35 @@ std::optional<Frame> frameAt(const TagView& tag, size_t offset);
 Bytes frameData(const TagView& tag, size_t offset, size_t size);
 
 // The first byte of these data, the encoding of a text; see ID3::Iterator::getEncodingType.
-uint8_t encodingAt(const TagView& tag, size_t frameOffset);
+inline uint8_t encodingAt(const TagView& tag, size_t frameOffset) {
+    if (isV1(tag.version)) return 0;
+    // A frame without data may be the last thing in the tag.
+    return base::byteAt(tag.bytes, frameOffset + frameHeaderSize(tag.version));
+}
+
+struct ChosenFrame {
+    size_t offset = 0;
+    size_t size = 0;  // with the header; 0 for no frame
+    bool hasFirstId = false;
+};
 
 // Of each row, which has a firstId and a secondId, the first frame with the former, or else the
 // first with the latter: all rows in one walk.
 template <typename Row, size_t kRows>
-std::array<std::optional<Frame>, kRows> chooseFrames(const TagView& tag,
-                                                     const std::array<Row, kRows>& rows) {
-    std::array<std::optional<Frame>, kRows> chosen;
-    size_t offset = tag.firstFrameOffset;
-    while (const auto frame = frameAt(tag, offset)) {
-        offset += frame->size;
+std::array<ChosenFrame, kRows> chooseFrames(const TagView& tag,
+                                            const std::array<Row, kRows>& rows) {
+    std::array<ChosenFrame, kRows> chosen;
+    size_t nextOffset = tag.firstFrameOffset;
+    while (const auto frame = frameAt(tag, nextOffset)) {
+        const size_t offset = nextOffset;
+        nextOffset += frame->size;
         if (!frame->readable) continue;
         for (size_t i = 0; i < kRows; ++i) {
             const bool isFirst = frame->id == rows[i].firstId;
             if (!isFirst && frame->id != rows[i].secondId) continue;
-            if (!chosen[i] || (isFirst && chosen[i]->id != rows[i].firstId)) chosen[i] = frame;
+            if (chosen[i].size == 0 || (isFirst && !chosen[i].hasFirstId)) {
+                chosen[i] = {offset, frame->size, isFirst};
+            }
         }
     }
     return chosen;

@@ -66,7 +66,8 @@ ID3::ID3(DataSourceHelper* source, bool ignoreV1, off64_t offset) {
 ID3::ID3(const uint8_t* data, size_t size, bool ignoreV1) {
     auto* source = new (std::nothrow) MemorySource(data, size);
     if (source == nullptr) return;
-    mIsValid = parseV2(source, 0) || (!ignoreV1 && parseV1(source));
+    const id3::ByteSource bytes = id3::byteSource(source);
+    mIsValid = hold(readV2(bytes, 0)) || (!ignoreV1 && hold(id3::readTagV1(bytes)));
     delete source;
     checkMixedEncodingtype();
 }
@@ -126,7 +127,7 @@ void ID3::checkMixedEncodingtype() {
     const id3::TagView tag = view();
     const auto frames = id3::chooseFrames(tag, kMixedEncodingRows);
     for (size_t i = 0; i < frames.size(); ++i) {
-        const bool isEightBit = frames[i] && id3::encodingAt(tag, frames[i]->offset) == 0;
+        const bool isEightBit = frames[i].size != 0 && id3::encodingAt(tag, frames[i].offset) == 0;
         if (isEightBit) mMixedEncodingType |= kMixedEncodingRows[i].bit;
     }
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "Helper/base/Status.h"
+
 namespace android {
 
 DataSourceHelper::DataSourceHelper(CDataSource* source) : mSource(source) {}
@@ -52,7 +54,7 @@ uint32_t MemorySource::flags() {
 void MemorySource::close() {}
 
 status_t MemorySource::getAvailableSize(off64_t, off64_t*) {
-    return -1;
+    return base::kFailed;
 }
 
 }  // namespace android

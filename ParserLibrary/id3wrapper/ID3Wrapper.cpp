@@ -108,8 +108,8 @@ status_t ID3Wrapper::parseID3(AMediaFormat* meta, ID3& id3) {
     const auto frames = id3::chooseFrames(tag, kTextRows);
     String8 text;
     for (size_t i = 0; i < frames.size(); ++i) {
-        if (!frames[i]) continue;
-        id3::setFrameText(&text, tag, frames[i]->offset, frames[i]->size, {});
+        if (frames[i].size == 0) continue;
+        id3::setFrameText(&text, tag, frames[i].offset, frames[i].size, {});
         AMediaFormat_setString(meta, *kTextRows[i].key, text.c_str());
     }
     size_t size = 0;

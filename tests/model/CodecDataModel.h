@@ -3,42 +3,22 @@
 
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include "model/Random.h"
+#include "platform/BitReader.h"
 #include "support/BitWriter.h"
-#include "zrcodecparser/MediaExtractorHelper.h"
+#include "support/Helper.h"
 
 namespace test {
 
-inline const android::sp<android::MediaExtractorHelper> helper = new android::MediaExtractorHelper;
-
-// Zeros behind the end.
-struct Bits {
-    Bytes bytes;
-    size_t position = 0;
-
-    bool atEnd() const { return position >= bytes.size() * 8; }
-    unsigned bit() {
-        const unsigned value =
-                atEnd() ? 0 : unsigned{bytes[position / 8]} >> (7 - position % 8) & 1;
-        ++position;
-        return value;
-    }
-    uint64_t u(unsigned count) {
-        uint64_t value = 0;
-        for (; count > 0; --count) value = value << 1 | bit();
-        return value;
-    }
+struct Bits : android::ABitReader {
+    using ABitReader::ABitReader;
+    unsigned bit() { return getBits(1); }
     int64_t ue() {
         unsigned zeros = 0;
         while (bit() == 0) {
             if (++zeros == 33) return 0;
         }
-        return static_cast<uint32_t>((uint64_t{1} << zeros) - 1 + u(zeros));
-    }
-    void ues(int64_t count) {
-        for (; count > 0 && !atEnd(); --count) ue();
+        return static_cast<uint32_t>((uint64_t{1} << zeros) - 1 + getBits(zeros));
     }
 };
 
@@ -72,7 +52,7 @@ inline void appendWithLength(Bytes& out, const Bytes& unit) {
     append(out, unit);
 }
 
-// A stream of some of the units, and of noise.
+// A stream of some of the units, those that come twice often with another end, and of noise.
 inline Bytes randomStream(Random& random, const std::vector<Bytes>& units) {
     Bytes stream;
     for (uint32_t i = 2 + random.below(4); i > 0; --i) {
@@ -80,44 +60,51 @@ inline Bytes randomStream(Random& random, const std::vector<Bytes>& units) {
         stream.push_back(1);
         const auto unit = random.below(static_cast<uint32_t>(units.size()));
         append(stream, random.oneIn(8) ? random.bytes(random.below(9)) : units[unit]);
+        if (random.oneIn(2)) stream.back() = random.byte() | 1;
     }
     return stream;
 }
 
-// A log line, and how many keys the format holds when it comes.
-inline Line lineAfter(size_t keys, int priority, const std::string& text) {
-    return {priority, text + ", after " + std::to_string(keys) + " keys"};
-}
+// All that can be seen of a call: the status, empty when it ends fatally, and the trace.
+using Seen = std::pair<std::optional<int32_t>, std::string>;
 
 // `call` takes the data and a format, and `model` says what is to be seen of it.
 template <typename Call, typename Model>
-Outcome compareOne(const Bytes& data, Call call, Model model) {
+Seen compareOne(const Bytes& data, Call call, Model model) {
     const Format format;
-    std::vector<Line> lines;
-    const host::LogSink former = host::setLogSink([&](const host::LogLine& line) {
-        EXPECT_EQ(line.tag, "MediaExtractorHelper");
-        lines.push_back(lineAfter(stored(format).size(), line.priority, line.text));
-    });
-    std::optional<int32_t> status;
-    fatalText([&] { status = call(data, format.get()); });
-    host::setLogSink(former);
-    const Outcome expected = model(data);
-    EXPECT_EQ(Outcome(status, stored(format), lines), expected);
+    Seen seen;
+    seen.second = trace(format, [&] { fatalText([&] { seen.first = call(data, format.get()); }); });
+    const Seen expected = model(data);
+    EXPECT_EQ(seen, expected);
     return expected;
 }
 
-// For random data, of which each kind must come up: the status, or "fatal", and the number of keys.
+// For random data, of which each kind must come up: the status, or "fatal", and the lines of trace.
 template <typename Make, typename Call, typename Model>
 void compareMany(Make make, Call call, Model model, std::initializer_list<const char*> kinds) {
-    std::map<std::string, int> seen;
+    std::map<std::string, int> found;
     for (uint32_t seed = 0; seed < 30000 && !testing::Test::HasFailure(); ++seed) {
         Random random(seed);
         const Bytes data = make(random);
-        const auto [status, stored, lines] = compareOne(data, call, model);
+        const auto [status, trace] = compareOne(data, call, model);
         if (testing::Test::HasFailure()) ADD_FAILURE() << describe(seed, data);
-        ++seen[(status ? std::to_string(*status) : "fatal") + " " + std::to_string(stored.size())];
+        const auto lines = trace.empty() ? 0 : 1 + std::ranges::count(trace, '\n');
+        ++found[(status ? std::to_string(*status) : "fatal") + " " + std::to_string(lines)];
     }
-    for (const char* kind : kinds) EXPECT_GT(seen[kind], 1000) << kind;
+    for (const char* kind : kinds) EXPECT_GT(found[kind], 1000) << kind;
+}
+
+// The longest parameter sets that fit a record's 16-bit lengths, and of each in turn a byte more.
+template <typename Call, typename Model>
+void compareLong(const Bytes& headers, Call call, Model model) {
+    for (size_t longer = 0; longer <= headers.size(); ++longer) {
+        Bytes data;
+        for (size_t i = 0; i < headers.size(); ++i) {
+            append(data, {0, 0, 1, headers[i]});
+            data.resize(data.size() + 0xfffe + (i == longer), 0xff);
+        }
+        compareOne(data, call, model);
+    }
 }
 
 }  // namespace test

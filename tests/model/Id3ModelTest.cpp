@@ -28,7 +28,7 @@ const auto kOtherIds = split("COMM COM COMM COM USLT ULT APIC PIC APIC PIC APIC 
 // What frames are made of: characters of all sizes, byte-order marks, heads of frames.
 const auto kPieces = split(
         "a \xe9 \xff \0 \0 \0\0 \0a \0\xe9 a\0 \xe9\0 a\0\xe9\0 \xac! =\xd8\0\xde \xff\xfe "
-        "\xfe\xff "
+        "\xfe\xff \xfe\xff\0\xe9 "
         "\xff\0\xff\0\0 eng eng\0 eng\0\0 engabc\0 image/png\0\3 PNG\3 PNA\3 JPG\3 -->\3 GIF\3"s);
 
 struct Writer : Random {
@@ -69,10 +69,10 @@ struct Writer : Random {
     }
 
     std::string tag() {
-        const uint32_t padding = odd(2, 25), extended = of({6, 6, 10, 12, below(20), any()});
+        const uint32_t padding = odd(2, 25), extended = of({6, 6, 10, 12, 128, below(20), any()});
         std::string body, extra = bigEndian(extended, 4);
         if (version == 4) extra = syncsafe(extended);
-        extra += bigEndian(0, 2) + bigEndian(padding + odd(4, 20), 4) + "123456";
+        extra += bigEndian(0, 2) + bigEndian(padding + odd(4, 20), 4) + std::string(120, '1');
         extra = oneIn(5) ? extra.substr(0, extended + (version == 3 ? 4 : 0)) : "";
         for (uint32_t n = below(7); n > 0; --n) body += frame();
         body = extra + body + std::string(padding, '\0');
@@ -131,7 +131,7 @@ void compareFrames(const android::ID3& actual, const Id3Tag& tag, const char* id
 void compareTags(const android::ID3& actual, const Id3Tag& tag, const std::string& mime) {
     ASSERT_EQ(actual.version(), tag.version);
     if (tag.version == 0) return;
-    for (const char* id : {"COMM", "TT2", "ULT", "USLT", "UL", ""})
+    for (const char* id : {"COMM", "COMMX", "TT2", "ULT", "USLT", "UL", ""})
         compareFrames(actual, tag, *id == 0 ? nullptr : id);
     android::String8 type;
     size_t length;

@@ -166,6 +166,7 @@ private:
             if (capacity - offset < 2 * n) return swaps ? 0 : -1009;
         }
         if (is(kTo24, 32) && n > INT32_MAX / 3) return std::nullopt;
+        if ((is(kTo24, 32) || swaps || swapsAlone) && offset > SIZE_MAX / size) return std::nullopt;
 
         const Call swap{kEndian, bits, 0, false, false};
         if (swaps) convert(swap, p, scaled, n);

@@ -24,6 +24,11 @@ public:
     bool oneIn(uint32_t n) { return below(n) == 0; }
     // Every magnitude up to 2^32 - 1 is as likely as any other.
     uint32_t anyWidth() { return any() >> below(32); }
+    // The same, and often a number at which sizes in macroblocks or samples overflow.
+    uint32_t anyCount() {
+        const uint32_t edge = of({26, 27, 31, 32});
+        return oneIn(2) ? anyWidth() : static_cast<uint32_t>((uint64_t{1} << edge) - below(3));
+    }
     uint32_t of(std::initializer_list<uint32_t> choices) {
         return choices.begin()[below(static_cast<uint32_t>(choices.size()))];
     }
@@ -49,10 +54,8 @@ inline void append(Bytes& out, const Bytes& bytes) {
 
 // What a failing case prints about itself.
 inline std::string describe(uint32_t seed, const Bytes& input) {
-    std::ostringstream out;
-    out << "seed " << seed << ", " << input.size() << " bytes:" << std::hex;
-    for (unsigned byte : input) out << ' ' << byte;
-    return out.str();
+    return "seed " + std::to_string(seed) + ", " + std::to_string(input.size()) +
+           " bytes: " + dataText(input);
 }
 
 // What a format holds, in the order in which the keys were first set.

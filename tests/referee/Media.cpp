@@ -102,31 +102,6 @@ std::string encode(const std::string& arguments, const std::string& name) {
     return path;
 }
 
-std::vector<Bytes> nalUnits(const Bytes& stream) {
-    static const Bytes kStartCode = {0, 0, 1};
-    const auto startCodeFrom = [&stream](Bytes::const_iterator from) {
-        return std::search(from, stream.end(), kStartCode.begin(), kStartCode.end());
-    };
-    std::vector<Bytes> found;
-    for (auto at = startCodeFrom(stream.begin()); at != stream.end();) {
-        const auto first = at + std::ssize(kStartCode);
-        at = startCodeFrom(first);
-        found.emplace_back(first, at);
-        while (found.back().back() == 0) found.back().pop_back();
-    }
-    return found;
-}
-
-Bytes annexB(const std::vector<Bytes>& units, size_t startCodeSize) {
-    Bytes stream;
-    for (const Bytes& unit : units) {
-        stream.insert(stream.end(), startCodeSize - 1, 0);
-        stream.push_back(1);
-        stream.insert(stream.end(), unit.begin(), unit.end());
-    }
-    return stream;
-}
-
 Stream demux(const std::string& path) {
     av_log_set_level(AV_LOG_QUIET);
     AVFormatContext* opened = nullptr;
@@ -153,10 +128,9 @@ Stream demux(const std::string& path) {
 std::vector<std::string> decode(const Stream& stream, std::pair<int, int>* codedSize) {
     const AVCodec* implementation = avcodec_find_decoder(stream.codec);
     const Owned<AVCodecContext> decoder(avcodec_alloc_context3(implementation));
-    const size_t extradataSize = stream.extradata.size();
-    decoder->extradata_size = static_cast<int>(extradataSize);
-    decoder->extradata =
-            static_cast<uint8_t*>(av_mallocz(extradataSize + AV_INPUT_BUFFER_PADDING_SIZE));
+    const size_t size = stream.extradata.size();
+    decoder->extradata_size = static_cast<int>(size);
+    decoder->extradata = static_cast<uint8_t*>(av_mallocz(size + AV_INPUT_BUFFER_PADDING_SIZE));
     std::ranges::copy(stream.extradata, decoder->extradata);
     decoder->width = stream.width;
     decoder->height = stream.height;
@@ -184,11 +158,6 @@ std::vector<std::string> decode(const Stream& stream, std::pair<int, int>* coded
     decodePacket(nullptr);  // what is still inside
     if (codedSize != nullptr) *codedSize = {decoder->coded_width, decoder->coded_height};
     return frames;
-}
-
-std::vector<std::string> decode(AVCodecID codec, const Bytes& extradata,
-                                const std::vector<Packet>& packets) {
-    return decode({codec, 0, 0, extradata, packets});
 }
 
 }  // namespace test::media

@@ -47,10 +47,6 @@ void writeFile(const std::string& path, const Bytes& bytes);
 // the file's path.
 std::string encode(const std::string& arguments, const std::string& name);
 
-// The NAL units of an Annex B stream; and a stream of units behind start codes of 3 or 4 bytes.
-std::vector<Bytes> nalUnits(const Bytes& stream);
-Bytes annexB(const std::vector<Bytes>& units, size_t startCodeSize);
-
 // The only stream of the file, as libavformat sees it.
 Stream demux(const std::string& path);
 
@@ -58,9 +54,5 @@ Stream demux(const std::string& path);
 // stream's numbers, but for the format, its extradata and the packets' data. Writes the picture
 // size before cropping to codedSize, if given.
 std::vector<std::string> decode(const Stream& stream, std::pair<int, int>* codedSize = nullptr);
-
-// The same from a decoder that knows nothing but the extradata and the packets' data.
-std::vector<std::string> decode(AVCodecID codec, const Bytes& extradata,
-                                const std::vector<Packet>& packets);
 
 }  // namespace test::media

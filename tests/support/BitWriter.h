@@ -8,8 +8,6 @@
 
 namespace test {
 
-inline const Bytes kStartCode = {0, 0, 0, 1};
-
 inline Bytes operator+(Bytes left, const Bytes& right) {
     left.insert(left.end(), right.begin(), right.end());
     return left;

@@ -25,6 +25,14 @@ Bytes fromHex(const std::string& text) {
     return bytes;
 }
 
+std::string dataText(const Bytes& data) {
+    std::string text = "data(";
+    for (const uint8_t byte : data) {
+        for (const int digit : {byte >> 4, byte & 15}) text += "0123456789abcdef"[digit];
+    }
+    return text + ")";
+}
+
 std::optional<Bytes> Format::buffer(const char* key) const {
     void* data;
     size_t size;

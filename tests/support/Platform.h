@@ -22,6 +22,9 @@ using Bytes = std::vector<uint8_t>;
 // Bytes as pairs of digits, blanks wherever they help.
 Bytes fromHex(const std::string& text);
 
+// Bytes as a format prints them.
+std::string dataText(const Bytes& data);
+
 // A format of its own. The getters are empty when no value of that type stands under the key.
 class Format {
 public:
