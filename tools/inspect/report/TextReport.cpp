@@ -138,8 +138,9 @@ void printText(std::ostream& out, const FileReport& report, const TextStyle& sty
     if (report.truncation) {
         out << "      " << paint(style, kRed, "truncated") << ": " << *report.truncation << '\n';
     }
-    if (report.junk)
+    if (report.junk) {
         out << "      " << paint(style, kYellow, "junk") << ": " << *report.junk << '\n';
+    }
     if (style.keys) printKeys(out, report.entries, "      ");
     size_t mimeWidth = 0;
     for (const TrackReport& track : report.tracks) {
