@@ -112,7 +112,7 @@ void readPackets(const InputFile& input, const Demuxer& demuxer, int index, Dump
         }
         av_packet_unref(packet.get());
     }
-    if (status != AVERROR_EOF) failOn(input.path(), demuxer.complaint(status));
+    if (status != AVERROR_EOF) failOn(input.path(), readingError(status));
 }
 
 }  // namespace

@@ -2,9 +2,7 @@
 
 #pragma once
 
-#include <optional>
 #include <span>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -28,7 +26,6 @@ public:
     std::span<AVStream*> streams() const { return {mContext->streams, mContext->nb_streams}; }
     // Of a stream's video, by the container alone: the codec's headers have no say. Zeros: unknown.
     std::pair<int, int> storedSize(int stream) const;
-    std::string complaint(int status) const { return readingError(status); }
 
 private:
     LibAvSilence mSilence;

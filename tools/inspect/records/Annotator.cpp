@@ -21,6 +21,15 @@ Bytes Annotator::ahead() const {
     return mRecord.subspan(mPosition, mParts.back().end - mPosition);
 }
 
+size_t Annotator::beforeStartCode(size_t from) const {
+    constexpr std::array<uint8_t, 3> kPrefix = {0, 0, 1};
+    const auto tail = ahead().subspan(std::min(from, remaining()));
+    const auto found = std::ranges::search(tail, kPrefix).begin();
+    return tail.end() - found > std::ssize(kPrefix)
+                   ? from + static_cast<size_t>(found - tail.begin())
+                   : remaining();
+}
+
 Bytes Annotator::take(uint64_t sizeBytes) {
     Part& part = mParts.back();
     if (part.isCut) return {};

@@ -108,6 +108,9 @@ public:
     // What is left of the part, unread.
     Bytes ahead() const;
     size_t remaining() const { return ahead().size(); }
+    // Of what is left, the bytes before the first start code 00 00 01 at or behind the given offset
+    // whose code byte is there too; all of it when there is none.
+    size_t beforeStartCode(size_t from) const;
 
     // Closes the record: names what nobody has read, or says what is missing.
     std::vector<Row> finish();

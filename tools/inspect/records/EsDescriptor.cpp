@@ -2,7 +2,6 @@
 
 #include "inspect/records/Record.h"
 #include "inspect/records/StandardNames.h"
-#include "inspect/records/StartCodes.h"
 
 namespace inspect {
 namespace {
@@ -44,11 +43,8 @@ void readVisualPart(Annotator& out, NameOf nameOf, size_t sizeBytes) {
 }
 
 void readVisualConfig(Annotator& out, NameOf nameOf) {
-    const size_t before = findStartCode(out.ahead(), 0).value_or(out.remaining());
-    out.bytes("before the first start code", before);
-    while (out.remaining() > 0) {
-        readVisualPart(out, nameOf, findStartCode(out.ahead(), 1).value_or(out.remaining()));
-    }
+    out.bytes("before the first start code", out.beforeStartCode(0));
+    while (out.remaining() > 0) readVisualPart(out, nameOf, out.beforeStartCode(1));
 }
 
 // Tag and size, then what the function makes of the body.

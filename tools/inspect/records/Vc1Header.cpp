@@ -1,5 +1,4 @@
 #include "inspect/records/Record.h"
-#include "inspect/records/StartCodes.h"
 
 namespace inspect {
 namespace {
@@ -57,11 +56,8 @@ void readUnit(Annotator& out, size_t sizeBytes) {
 }
 
 void readUnits(Annotator& out) {
-    const auto first = findStartCode(out.ahead(), 0);
-    out.bytes("before the first start code", first.value_or(out.remaining()));
-    while (out.remaining() > 0) {
-        readUnit(out, findStartCode(out.ahead(), 1).value_or(out.remaining()));
-    }
+    out.bytes("before the first start code", out.beforeStartCode(0));
+    while (out.remaining() > 0) readUnit(out, out.beforeStartCode(1));
 }
 
 void readVc1Header(Annotator& out) {

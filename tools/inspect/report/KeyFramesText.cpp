@@ -1,6 +1,4 @@
-#include "inspect/report/KeyFramesText.h"
-
-#include "inspect/report/TextLayout.h"
+#include "inspect/report/TextParts.h"
 
 namespace inspect {
 namespace {

@@ -6,7 +6,6 @@
 #include "inspect/base/Bytes.h"
 #include "inspect/base/Utf8.h"
 #include "inspect/callers/PcmFormat.h"
-#include "inspect/report/KeyFramesText.h"
 #include "inspect/report/TextParts.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
