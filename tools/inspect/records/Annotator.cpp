@@ -24,7 +24,7 @@ Bytes Annotator::ahead() const {
 size_t Annotator::beforeStartCode(size_t from) const {
     constexpr std::array<uint8_t, 3> kPrefix = {0, 0, 1};
     const auto tail = ahead().subspan(std::min(from, remaining()));
-    const auto found = std::ranges::search(tail, kPrefix).begin();
+    const auto found = std::search(tail.begin(), tail.end(), kPrefix.begin(), kPrefix.end());
     return tail.end() - found > std::ssize(kPrefix)
                    ? from + static_cast<size_t>(found - tail.begin())
                    : remaining();
