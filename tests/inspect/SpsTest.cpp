@@ -54,6 +54,8 @@ TEST(Sps, ContradictionsAreSaid) {
         const json track =
                 json::parse(inspectBytes("--json", changed).out)["files"][0]["tracks"][0];
         expectContains(track["notes"].dump(), note);
+        // Not a record of H.265 in any of them.
+        EXPECT_EQ(track["notes"].dump().find("finished HEVC record"), std::string::npos);
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include "inspect/callers/PcmFormat.h"
 #include "inspect/records/Contradictions.h"
+#include "inspect/records/Records.h"
 #include "platform/Log.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
@@ -109,10 +110,9 @@ constexpr const char* kPassedOn =
 constexpr const char* kNoCodecData =
         "codec data: missing in the file, and no decoder starts without";
 
-// ISO/IEC 14496-15 8.3.3.1: it begins with its version, and a start code with zeros.
-bool isFinishedHevcRecord(const Stream& stream) {
-    return stream.codecType == kCodecTypeHevc && !stream.privateData.empty() &&
-           stream.privateData.front() == 1;
+bool isFinishedHevcRecord(uint32_t codecType, const std::vector<Record>& records) {
+    return codecType == kCodecTypeHevc && !records.empty() &&
+           isConfiguration(codecType, records.front());
 }
 
 bool lacksCodecData(const Stream& stream, bool hasWholeFrames) {
@@ -171,15 +171,15 @@ TrackFindings Session::describeTrack(const Stream& stream, bool hasWholeFrames) 
         const Entries before = format.entries();
         const size_t logged = mLog.size();
         const status_t status = storeCodecData(*mHelper, stream, info, format.get());
+        const FormatChange change = {before, format.entries()};
+        found.records = readCodecData(stream, change);
         std::string note = failureNote(status, mLog, logged);
-        if (status != OK && holdsUnchanged(format.entries(), stream.privateData)) {
-            note = isFinishedHevcRecord(stream) ? kPassedOn
-                                                : note + "; stored unchanged all the same";
+        if (status != OK && holdsUnchanged(change.after, stream.privateData)) {
+            const bool isMeant = isFinishedHevcRecord(stream.codecType, found.records);
+            note = isMeant ? kPassedOn : note + "; stored unchanged all the same";
         }
         if (!note.empty()) found.notes.push_back(note);
         if (lacksCodecData(stream, hasWholeFrames)) found.notes.emplace_back(kNoCodecData);
-        const FormatChange change = {before, format.entries()};
-        found.records = readCodecData(stream, change);
         found.codecData = describeCodecData(stream, found.records, change);
         std::ranges::move(contradictions(stream, found.records), std::back_inserter(found.notes));
     } catch (const LibraryFatal& fatal) {

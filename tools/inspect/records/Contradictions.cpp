@@ -79,8 +79,7 @@ std::string againstName(const Stream& stream) {
     const bool isAvc = stream.codecType == kCodecTypeAvc;
     if (!isAvc && stream.codecType != kCodecTypeHevc) return {};
     const auto isRecordOf = [&](uint32_t codec, const char* key) {
-        const Record record = readRecord(codec, key, stream.privateData);
-        return record.at("configurationVersion", 0).number == 1u && videoFacts(codec, record);
+        return isConfiguration(codec, readRecord(codec, key, stream.privateData));
     };
     const bool avc = isRecordOf(kCodecTypeAvc, AMEDIAFORMAT_KEY_CSD_AVC);
     const bool hevc = isRecordOf(kCodecTypeHevc, AMEDIAFORMAT_KEY_CSD_HEVC);

@@ -78,6 +78,10 @@ std::optional<VideoFacts> videoFacts(uint32_t codecType, const Record& record) {
     return readFacts != nullptr ? readFacts(record.rows) : std::nullopt;
 }
 
+bool isConfiguration(uint32_t codecType, const Record& record) {
+    return record.at("configurationVersion", 0).number == 1u && videoFacts(codecType, record);
+}
+
 std::string summarise(uint32_t codecType, const Record& record) {
     return recordKind(codecType, record.key).summarise(record);
 }

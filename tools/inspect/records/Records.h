@@ -23,6 +23,9 @@ bool hasReader(uint32_t codecType, std::string_view key);
 // Of a record of video; nothing of one without a whole parameter set.
 std::optional<VideoFacts> videoFacts(uint32_t codecType, const Record& record);
 
+// Whether it is a configuration record of ISO/IEC 14496-15 with a whole parameter set.
+bool isConfiguration(uint32_t codecType, const Record& record);
+
 // The record in one line.
 std::string summarise(uint32_t codecType, const Record& record);
 
