@@ -59,8 +59,10 @@ void ID3::Iterator::getString(String8* s, String8* ss) const {
 }
 
 void ID3::Iterator::getstring(String8* s, bool secondhalf) const {
-    s->setTo("");
-    if (done()) return;
+    if (done()) {
+        s->setTo("");
+        return;
+    }
     const bool isLyrics =
             mID != nullptr && (std::strcmp(mID, "USLT") == 0 || std::strcmp(mID, "ULT") == 0);
     id3::setFrameText(s, mParent.view(), mOffset, mFrameSize, {secondhalf, isLyrics});

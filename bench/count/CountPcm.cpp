@@ -6,9 +6,15 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "Helper/base/Check.h"
 #include "Helper/pcm/Convert.h"
 
 namespace pcm = android::pcm;
+
+// Only the conversions are linked, without the library's way to the platform's assertion.
+void android::base::fatalOverflow() {
+    std::abort();
+}
 
 namespace {
 
