@@ -41,6 +41,7 @@ class HostCodecList : public IMediaCodecList {
 public:
     ssize_t findCodecByType(const char* mime, bool encoder, size_t startIndex) const override {
         const auto& decoders = mDevice->decoders;
+        if (!encoder && mDevice->onLookUp) mDevice->onLookUp(mime);
         if (encoder || startIndex > decoders.size()) return -1;
         const auto first = decoders.begin() + static_cast<ssize_t>(startIndex);
         const auto found = std::find(first, decoders.end(), mime);

@@ -22,7 +22,8 @@ TEST(KeyFrames, LibraryAgreesWithTheContainer) {
         EXPECT_FALSE(marked.empty());
         const json frames = inspectFile(std::string("--frames ") + file)["tracks"][0]["keyFrames"];
         const bool isRaw = file == std::string("video.h264");
-        EXPECT_EQ(frames, json({{"markedBy", isRaw ? "demuxer" : "container"},
+        EXPECT_EQ(frames, json({{"examined", true},
+                                {"markedBy", isRaw ? "demuxer" : "container"},
                                 {"samples", isRaw ? 5 : 25},
                                 {"library", marked.size()},
                                 {"marked", marked.size()},

@@ -3,7 +3,12 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
+#include <numeric>
+#include <sstream>
+#include <string_view>
 
+#include "inspect/callers/OtherDevices.h"
 #include "zrcodecparser/MediaDefs.h"
 
 namespace inspect {
@@ -28,16 +33,22 @@ int32_t numberOf(const std::string& text) {
     return number;
 }
 
-void addGlueOptions(CLI::App& app, GlueOptions& glue) {
-    auto* component = app.add_flag("--component", glue.component,
+// With one value each time.
+template <typename Target>
+CLI::Option* addOption(CLI::App& app, const char* name, Target& target, const char* type,
+                       const char* help) {
+    return app.add_option(name, target, help)->type_name(type)->allow_extra_args(false);
+}
+
+void addGlueOptions(CLI::App& app, Scope& scope) {
+    auto* component = app.add_flag("--component", scope.component,
                                    "Print what a decoder component would be sent for each track");
-    app.add_option("--component-name", glue.componentName, "Take it for this Qualcomm decoder")
-            ->type_name("NAME")
-            ->allow_extra_args(false)
+    addOption(app, "--component-name", scope.componentOptions.name, "NAME",
+              "Take it for this Qualcomm decoder")
             ->needs(component);
-    const auto addKeys = [&glue](const std::vector<std::string>& words) {
+    const auto addKeys = [&scope](const std::vector<std::string>& words) {
         for (size_t i = 0; i + 1 < words.size(); i += 2) {
-            glue.keys.emplace_back(words[i], numberOf(words[i + 1]));
+            scope.componentOptions.keys.emplace_back(words[i], numberOf(words[i + 1]));
         }
     };
     app.add_option_function<std::vector<std::string>>(
@@ -47,7 +58,7 @@ void addGlueOptions(CLI::App& app, GlueOptions& glue) {
             ->type_size(2)
             ->allow_extra_args(false)
             ->needs(component);
-    app.add_flag("--legacy", glue.legacy, "Print the tracks as older parsers see them");
+    app.add_flag("--legacy", scope.legacy, "Print the tracks as older parsers see them");
 }
 
 // Of these words; the help names them in the option's type already.
@@ -63,52 +74,80 @@ CLI::Validator notEmpty() {
             "");
 }
 
+// How many characters have to be put in, left out or changed.
+size_t distance(std::string_view from, std::string_view to) {
+    std::vector<size_t> row(to.size() + 1);
+    std::iota(row.begin(), row.end(), size_t{0});
+    for (size_t i = 0; i < from.size(); i++) {
+        size_t diagonal = std::exchange(row[0], i + 1);
+        for (size_t j = 0; j < to.size(); j++) {
+            const size_t changed = diagonal + (from[i] == to[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({changed, row[j] + 1, diagonal + 1});
+        }
+    }
+    return row.back();
+}
+
+// Becomes the library's spelling of a type that it looks for. One more word may be good as well.
+CLI::Validator mimeType(std::string_view otherWord = {}) {
+    const auto check = [otherWord](std::string& text) -> std::string {
+        const std::string wanted = CLI::detail::to_lower(CLI::detail::trim_copy(text));
+        std::set<std::string> known = knownDecoders();
+        if (!otherWord.empty()) known.emplace(otherWord);
+        const auto far = [&wanted](const std::string& mime) {
+            return distance(wanted, CLI::detail::to_lower(mime));
+        };
+        const std::string nearest = *std::ranges::min_element(known, {}, far);
+        if (far(nearest) > 0) {
+            return "the library never looks for a decoder of \"" + text + "\"; the nearest is " +
+                   nearest;
+        }
+        text = nearest;
+        return {};
+    };
+    return CLI::Validator(check, "");
+}
+
 void addDeviceOptions(CLI::App& app, DeviceOptions& device) {
-    const std::string group = "The pretended device (a typical phone)";
-    app.add_option("--decoder", device.add, "Has a decoder for this MIME type too")
-            ->type_name("MIME")
-            ->allow_extra_args(false)
-            ->group(group);
-    app.add_option("--no-decoder", device.remove, "Has no decoder for this MIME type")
-            ->type_name("MIME")
-            ->allow_extra_args(false)
-            ->group(group);
-    app.add_option("--only-decoders", device.only, "Has these decoders and no others; \"none\"")
-            ->type_name("MIME,...")
-            ->allow_extra_args(false)
-            ->delimiter(',')
-            ->group(group);
-    app.add_option("--divx-alternative", device.divxAlternative, "Plays DivX as MPEG-4")
-            ->type_name("on|off")
-            ->check(oneOf({"on", "off"}))
-            ->group(group);
-    app.add_option("--media-server", device.mediaServer, "State of the media server")
-            ->type_name("alive|dead")
-            ->check(oneOf({"alive", "dead"}))
-            ->group(group);
-    app.add_option("--codec-info", device.codecInfo, "State of the codec list's information")
-            ->type_name("there|missing")
-            ->check(oneOf({"there", "missing"}))
-            ->group(group);
+    CLI::Option* const all[] = {
+            addOption(app, "--decoder", device.add, "MIME", "Has a decoder for this MIME type too")
+                    ->transform(mimeType()),
+            addOption(app, "--no-decoder", device.remove, "MIME",
+                      "Has no decoder for this MIME type")
+                    ->transform(mimeType()),
+            addOption(app, "--only-decoders", device.only, "MIME,...",
+                      "Has these decoders and no others; \"none\"")
+                    ->delimiter(',')
+                    ->transform(mimeType("none")),
+            addOption(app, "--divx-alternative", device.divxAlternative, "on|off",
+                      "Plays DivX as MPEG-4")
+                    ->check(oneOf({"on", "off"})),
+            addOption(app, "--media-server", device.mediaServer, "alive|dead",
+                      "State of the media server")
+                    ->check(oneOf({"alive", "dead"})),
+            addOption(app, "--codec-info", device.codecInfo, "there|missing",
+                      "State of the codec list's information")
+                    ->check(oneOf({"there", "missing"})),
+    };
+    for (CLI::Option* each : all) each->group("The pretended device (a typical phone)");
 }
 
 void addOutputOptions(CLI::App& app, Options& options) {
-    app.add_option("--pictures", options.pictures,
-                   "Write the tags' pictures to files in this folder")
-            ->type_name("DIR")
-            ->allow_extra_args(false)
+    addOption(app, "--pictures", options.pictures, "DIR",
+              "Write the tags' pictures to files in this folder")
             ->check(notEmpty());
-    app.add_option("--dump-wav", options.dumpWav,
-                   "Write the first PCM track, converted to 16 bits, to this WAV file")
-            ->type_name("OUT")
-            ->allow_extra_args(false)
+    addOption(app, "--dump-wav", options.scope.dumpWav, "OUT",
+              "Write the first PCM track, converted to 16 bits, to this WAV file")
             ->check(notEmpty());
-    app.add_flag("--force", options.force, "Let --pictures and --dump-wav overwrite files");
+    app.add_flag("--force", options.scope.outputs.overwrites,
+                 "Let --pictures and --dump-wav overwrite files");
     app.callback([&options] {
-        if (options.force && options.pictures.empty() && options.dumpWav.empty()) {
+        if (options.scope.outputs.overwrites && options.pictures.empty() &&
+            options.scope.dumpWav.empty()) {
             throw CLI::RequiresError("--force", "--pictures or --dump-wav");
         }
-        if (options.files.size() > 1 && !options.dumpWav.empty()) {
+        if (options.files.size() > 1 && !options.scope.dumpWav.empty()) {
             throw CLI::ValidationError("--dump-wav", "takes one FILE only");
         }
     });
@@ -126,9 +165,19 @@ void shape(host::Device& device, const DeviceOptions& options) {
     device.codecInfoAvailable = options.codecInfo != "missing";
 }
 
+// Names of files that look like options.
+std::string hintOnDash(const std::vector<std::string>& unexpected) {
+    const auto exists = [](const std::string& name) {
+        std::error_code ignored;
+        return std::filesystem::exists(name, ignored);
+    };
+    const auto file = std::ranges::find_if(unexpected, exists);
+    return file != unexpected.end() ? "; for the file of that name, write ./" + *file : "";
+}
+
 }  // namespace
 
-std::optional<int> readCommandLine(int count, char** arguments, Options& options) {
+std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Options& options) {
     CLI::App app(
             "Shows what the codec parser library makes of media files: the container, each "
             "track's MIME type,\nits codec data, whether it plays on a device, and the tags.",
@@ -138,13 +187,15 @@ std::optional<int> readCommandLine(int count, char** arguments, Options& options
             "truncated,\nor a file could not be written, 2 for a wrong command line.");
     app.set_version_flag("--version", android::ZRCODECPARSER_VERSION,
                          "Print the library's version");
-    app.add_option("FILE", options.files, "Files to look at")->type_name("")->required();
+    app.add_option("FILE", options.files, "Files to look at; - is standard input")
+            ->type_name("")
+            ->required();
     app.add_flag("--json", options.json, "Print one JSON document with every key");
     app.add_flag("--keys", options.keys, "Print every key that the library stored");
     app.add_flag("--log", options.log, "Print what the library wrote to its log");
-    app.add_flag("--explain", options.explain, "Print the codec data byte by byte");
-    addGlueOptions(app, options.glue);
-    app.add_flag("--frames", options.frames,
+    app.add_flag("--explain", options.scope.explain, "Print the codec data byte by byte");
+    addGlueOptions(app, options.scope);
+    app.add_flag("--frames", options.scope.frames,
                  "Compare the key frames that the library finds with those marked");
     addOutputOptions(app, options);
     DeviceOptions device;
@@ -152,9 +203,12 @@ std::optional<int> readCommandLine(int count, char** arguments, Options& options
     try {
         app.parse(count, arguments);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : kExitUsage;
+        std::ostringstream text;
+        if (app.exit(error, text, text) == 0) return CommandLineEnd{0, text.str()};
+        return CommandLineEnd{kExitUsage, error.what() + hintOnDash(app.remaining())};
     }
-    shape(options.device, device);
+    shape(options.scope.device, device);
+    options.scope.outputs.inputs = options.files;
     return {};
 }
 

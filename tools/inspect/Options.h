@@ -6,8 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "inspect/glue/Glue.h"
-#include "platform/Host.h"
+#include "inspect/report/Report.h"
 
 namespace inspect {
 
@@ -19,16 +18,17 @@ struct Options {
     bool json = false;
     bool keys = false;
     bool log = false;
-    bool explain = false;
-    GlueOptions glue;
-    bool frames = false;
     std::string pictures;  // the folder to write pictures to; empty = none
-    std::string dumpWav;   // the file to write samples to; empty = none
-    bool force = false;
-    host::Device device = host::typicalPhone();
+    Scope scope;
 };
 
-// Fills the options, or prints what was asked for or what is wrong and returns the exit status.
-std::optional<int> readCommandLine(int count, char** arguments, Options& options);
+// What ends the program before it looks at a file.
+struct CommandLineEnd {
+    int status;
+    std::string text;  // what was asked for; with kExitUsage what is wrong
+};
+
+// Fills the options, unless there is nothing to do with them.
+std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Options& options);
 
 }  // namespace inspect

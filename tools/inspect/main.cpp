@@ -1,26 +1,21 @@
 // zrinspect: shows what the library makes of media files.
 
+#include <fcntl.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
-#include <exception>
-#include <iostream>
-#include <map>
+#include <cstring>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "inspect/Bytes.h"
-#include "inspect/Demuxer.h"
-#include "inspect/InputFile.h"
-#include "inspect/JsonReport.h"
-#include "inspect/KeyFrames.h"
 #include "inspect/Options.h"
-#include "inspect/Parser.h"
-#include "inspect/TextReport.h"
-#include "inspect/explain/Explain.h"
-#include "inspect/pcm/DumpWav.h"
-#include "inspect/tags/Pictures.h"
+#include "inspect/base/Progress.h"
+#include "inspect/base/Utf8.h"
+#include "inspect/report/JsonReport.h"
+#include "inspect/report/TextReport.h"
 
 namespace inspect {
 namespace {
@@ -32,73 +27,23 @@ bool wantsColour() {
            terminal != nullptr && std::string_view(terminal) != "dumb";
 }
 
-void callGlue(FileReport& report, Parser& parser, const GlueOptions& glue) {
-    for (TrackReport& track : report.tracks) {
-        if (track.stream.kind == Kind::kOther) continue;
-        if (glue.component) track.component = setUpComponent(track, glue);
-        if (glue.legacy) track.legacy = describeToOlderParsers(track);
-        for (host::LogLine& line : parser.takeLog()) track.log.push_back(std::move(line));
-    }
-}
-
-// The further looks that were asked for.
-void addDetails(FileReport& report, const MediaFile& file, const Options& options) {
-    const auto keyFrames = options.frames ? compareKeyFrames(file) : std::map<int, KeyFrames>{};
-    for (TrackReport& track : report.tracks) {
-        if (options.explain) track.explanations = explainCodecData(track);
-        const auto found = keyFrames.find(track.stream.index);
-        if (found != keyFrames.end()) track.keyFrames = found->second;
-    }
-}
-
-void writePictures(FileReport& report, PictureFiles& files) {
-    for (Tag& tag : report.tags.list) {
-        const ByteVector* picture = tag.picture();
-        if (picture == nullptr || picture->empty()) continue;
-        try {
-            tag.pictureFile = files.write(report.path, *picture);
-        } catch (const FileError& error) {
-            report.outputErrors.emplace_back(error.what());
-        }
-    }
-}
-
-void writeWav(FileReport& report, const Options& options) {
-    try {
-        dumpWav(options.dumpWav, {options.force, options.files}, report);
-    } catch (const FileError& error) {
-        report.outputErrors.emplace_back(error.what());
-    }
-}
-
-// The demuxer may stumble over what stands in front of the media.
-std::string withFault(const std::string& error, const std::string& path) {
-    try {
-        const std::string fault = faultBeforeMedia(path);
-        return fault.empty() ? error : error + "; " + fault;
-    } catch (const std::exception&) {
-        return error;  // it cannot be read at all
-    }
-}
-
-FileReport inspectFile(const std::string& path, const Options& options) {
-    FileReport report;
-    report.path = path;
-    try {
-        const MediaFile file = readMediaFile(path);
-        Parser parser(options.device);
-        report = parser.describe(file);
-        callGlue(report, parser, options.glue);
-        addDetails(report, file, options);
-    } catch (const std::exception& error) {
-        report.error = withFault(error.what(), path);
-    }
-    return report;
+int writeText(int descriptor, const std::string& text) {
+    return writeAll(descriptor, ByteVector(text.begin(), text.end()));
 }
 
 void complain(const std::string& text) {
-    std::cout.flush();
-    std::cerr << "zrinspect: " << printable(text) << '\n';
+    writeText(STDERR_FILENO, "zrinspect: " + escaped(text) + '\n');
+}
+
+// Returns whether all of it is written.
+bool print(const std::string& text) {
+    const int error = writeText(STDOUT_FILENO, text);
+    if (error != 0) complain(std::string("standard output: ") + std::strerror(error));
+    return error == 0;
+}
+
+std::string forTerminal(const std::string& text) {
+    return wrapped(text, terminalColumns(STDOUT_FILENO));
 }
 
 // One line for each thing that went wrong. Returns whether something did.
@@ -116,25 +61,25 @@ int inspectFiles(const Options& options, PictureFiles* pictures) {
     int status = EXIT_SUCCESS;
     bool isFirst = true;
     for (const std::string& path : options.files) {
-        FileReport report = inspectFile(path, options);
-        if (pictures != nullptr) writePictures(report, *pictures);
-        if (!options.dumpWav.empty() && report.error.empty()) writeWav(report, options);
+        FileReport report = makeReport(path, options.scope, pictures);
         if (!options.json && report.error.empty()) {
-            if (!isFirst) std::cout << '\n';
+            std::ostringstream text;
+            if (!isFirst) text << '\n';
+            printText(text, report, style);
+            if (!print(forTerminal(text.str()))) return kExitFileError;
             isFirst = false;
-            printText(std::cout, report, style);
         }
         if (complain(report)) status = kExitFileError;
         if (options.json) reports.push_back(std::move(report));
     }
-    if (options.json) printJson(std::cout, reports);
-    return status;
+    if (!options.json) return status;
+    return print(jsonReport(reports)) ? status : kExitFileError;
 }
 
 int run(const Options& options) {
     if (options.pictures.empty()) return inspectFiles(options, nullptr);
     try {
-        PictureFiles pictures(options.pictures, {options.force, options.files});
+        PictureFiles pictures(options.pictures, options.scope.outputs);
         return inspectFiles(options, &pictures);
     } catch (const FileError& error) {
         complain(error.what());
@@ -142,11 +87,35 @@ int run(const Options& options) {
     }
 }
 
+// A file opened later must not take the place of a standard stream that is closed, and what is
+// written to that is to fail.
+void occupyStandardStreams() {
+    int descriptor = 0;
+    do {
+        descriptor = open("/dev/null", O_RDONLY);
+    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+    close(descriptor);
+}
+
+int main(int count, char** arguments) {
+    occupyStandardStreams();
+    // A reader that has gone and a file that gets too large are errors like others.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+    Options options;
+    const auto end = readCommandLine(count, arguments, options);
+    if (!end) return run(options);
+    if (end->status != EXIT_SUCCESS) {
+        complain(end->text);
+        writeText(STDERR_FILENO, "Run with --help for more information.\n");
+        return end->status;
+    }
+    return print(forTerminal(end->text)) ? EXIT_SUCCESS : kExitFileError;
+}
+
 }  // namespace
 }  // namespace inspect
 
 int main(int count, char** arguments) {
-    inspect::Options options;
-    if (const auto status = inspect::readCommandLine(count, arguments, options)) return *status;
-    return inspect::run(options);
+    return inspect::main(count, arguments);
 }

@@ -22,6 +22,8 @@ struct Device {
     bool codecListAvailable = true;         // MediaCodecList::getInstance() is non-null
     bool codecInfoAvailable = true;         // the list's info getter is non-null
     std::optional<bool> divxAlternative{};  // the device feature flag
+    // Told every MIME type for which a decoder is looked up; null = nobody.
+    std::function<void(const std::string& mime)> onLookUp{};
 };
 
 // The device that is there before the first setDevice: the decoders of a typical phone.

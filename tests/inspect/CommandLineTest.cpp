@@ -1,0 +1,60 @@
+// What a shell does to zrinspect: broken outputs, pipes, odd names and options, narrow terminals.
+
+#include "Run.h"
+
+namespace {
+
+class CommandLine : public testing::Test {
+protected:
+    ~CommandLine() override { fs::remove_all(mFolder); }
+    // In a folder of the test's own; $Z is the program, $S the samples.
+    Result shell(const std::string& script) const {
+        std::ofstream(mFolder / "script") << "Z='" ZRINSPECT "' S='" SAMPLES "'\n" << script;
+        return run("cd '" + mFolder.string() + "' && bash script");
+    }
+    const fs::path mFolder = fs::temp_directory_path() / ("zr_line" + std::to_string(getpid()));
+    const bool mIsMade = fs::create_directory(mFolder);
+};
+
+TEST_F(CommandLine, EndsAsItShould) {
+    // clang-format off
+    const std::tuple<const char*, int, const char*> cases[] = {
+            {"$Z --json $S/video.mp4 >/dev/full", 1, "standard output: No space left on device"},
+            {"$Z $S/video.mp4 >&-", 1, "standard output: Bad file descriptor"},
+            {"$Z $S/video.mp4 | :; exit ${PIPESTATUS[0]}", 1, "standard output: Broken pipe"},
+            {"$Z --decoder ' VIDEO/avx ' $S/video.mp4", 2, "the nearest is video/avc\n"},
+            {"$Z --only-decoders video/HEVC,audio/ogus x", 2, "the nearest is audio/opus\n"},
+            {"$Z $'--a\\e[31m' x", 2, "zrinspect: The following argument was not expected: --a\\x1b["},
+            {">./-a; $Z x -a", 2, "for the file of that name, write ./-a\n"},
+            {"$Z -- -a 'a\\n'", 1, "zrinspect: -a: is empty\nzrinspect: a\\\\n: No such file"},
+            {"printf '#EXTM3U\\n#EXT-X-VERSION:3\\n' | $Z -", 1, "-: is not a media file: HLS playlist"},
+            {"TMPDIR=$PWD/no; export TMPDIR; $Z <(cat $S/audio.ogg)", 1, "temporary file: No such file"},
+            {"ulimit -f 2; $Z --dump-wav o.wav $S/audio.aiff", 1, "o.wav: could not be written"},
+            {FFMPEG " -v error -f lavfi -i anullsrc=r=192000:cl=7.1 -t 20 -c:a pcm_s24le -f wav in\n"
+             "$Z --dump-wav o.wav in & for i in {1..500}; do ls -A | grep zrinspect && break; done\n"
+             "kill $!; wait $!", 143, ""},
+    };
+    // clang-format on
+    for (const auto& [script, status, complaint] : cases) {
+        const Result result = shell(script);
+        EXPECT_EQ(result.status, status) << script;
+        expectContains(result.err, complaint);
+    }
+    EXPECT_EQ(shell("ls -A | grep -E 'wav|zrinspect'").out, "");
+}
+
+TEST_F(CommandLine, FitsPipesAndTerminals) {
+    const std::string usual = shell("cd $S; $Z --keys video.mp4").out.substr(9);
+    EXPECT_EQ(shell("$Z --keys - <$S/video.mp4").out, "-" + usual);
+    EXPECT_EQ(shell("cat $S/video.mp4 | $Z --keys /dev/stdin").out, "/dev/stdin" + usual);
+    EXPECT_EQ(shell("$Z --only-decoders ' Video/AVC, audio/MP4A-latm' $S/audio.aac").err, "");
+    EXPECT_EQ(shell("cat $S/audio.mp3 | $Z --pictures p - >a; ls p").out, "stdin.jpg\n");
+    std::istringstream lines(
+            shell("script -qec \"stty cols 40; TERM=dumb '$Z' --keys $S/audio.ogg\" /dev/null")
+                    .out);
+    size_t count = 0;
+    for (std::string line; std::getline(lines, line); count++) EXPECT_LE(line.size(), 41u) << line;
+    EXPECT_GT(count, 20u);
+}
+
+}  // namespace

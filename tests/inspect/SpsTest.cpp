@@ -1,0 +1,62 @@
+// Parameter sets in full, against FFmpeg's encoders and what its decoders find; contradictions.
+
+#include <map>
+
+#include "Run.h"
+
+namespace {
+
+// Coded in pairs of macroblocks, or blocks of 8x8; allowed are 900 / (12 * 8) frames (ITU-T H.264
+// Table A-1), or 6 with the current one for 640 * 360 of 245760 samples (ITU-T H.265 A.4.2).
+TEST(Sps, SaysWhatTheEncoderWasTold) {
+    const std::pair<std::string, std::map<std::string, std::string>> cases[] = {
+            {"178x98 -pix_fmt yuv422p10le -c:v libx264 -x264-params 'level=1.1:interlaced=1:"
+             "b-pyramid=none:ref=3:colorprim=bt709:transfer=bt709:colormatrix=bt709:fullrange=on'",
+             {{"picture", "178x98, cropped from 192x128"},
+              {"chroma format", "4:2:2"},
+              {"scan", "interlaced"},
+              {"reference frames", "3; the level allows 9"},
+              {"colour", "bt709 primaries, bt709 transfer, bt709 matrix, full range"}}},
+            {"640x358 -pix_fmt yuv420p12le -c:v libx265 -x265-params 'log-level=none:level-idc=2.1:"
+             "colorprim=bt2020:transfer=smpte2084:colormatrix=bt2020nc:range=limited:ref=4:"
+             "master-display=G(1,2)B(3,4)R(5,6)WP(7,8)L(9000000,1)'",
+             {{"picture", "640x358, cropped from 640x360"},
+              {"bit depth", "12"},
+              {"scan", "progressive"},
+              {"reference frames", "4; the level allows 5"},
+              {"colour", "bt2020 primaries, smpte2084 transfer, bt2020nc matrix, limited range"},
+              {"max_display_mastering_luminance", "9000000 (900 cd/m2)"}}},
+    };
+    const std::string path = fs::temp_directory_path() / ("zr" + std::to_string(getpid()) + ".mp4");
+    for (const auto& [options, expected] : cases) {
+        run("'" FFMPEG "' -v error -y -f lavfi -i testsrc2=d=0.2:s=" + options + " " + path);
+        const json rows = inspectFile("--explain " + path)["tracks"][0]["explanations"][0]["rows"];
+        fs::remove(path);
+        std::map<std::string, json> values;
+        for (const json& row : rows) values[row["name"]] = row["value"];
+        for (const auto& [name, value] : expected) EXPECT_EQ(values[name], value) << name;
+    }
+}
+
+// Each of these bytes of a good file is changed; the encoder wrote High, 1.1, 160x90, "avc1".
+TEST(Sps, ContradictionsAreSaid) {
+    const std::string file = readFile(SAMPLES "video.mp4");
+    const size_t record = file.find("avcC") + 4;
+    const size_t box = file.find("avc1", file.find("stsd"));
+    const std::tuple<size_t, std::string, const char*> cases[] = {
+            {record + 1, "M", "profile 77 (Main), in its parameter set 100 (High)"},
+            {box, "hvc1", "\\\"hvc1\\\" says H.265, but the record is one of H.264"},
+            {box + 28, "\x01\x40", "the container says 320x90, the codec data 160x90"},
+    };
+    for (const auto& [offset, bytes, note] : cases) {
+        std::string changed = file;
+        changed.replace(offset, bytes.size(), bytes);
+        const json track =
+                json::parse(inspectBytes("--json", changed).out)["files"][0]["tracks"][0];
+        expectContains(track["notes"].dump(), note);
+        // Not a record of H.265 in any of them.
+        EXPECT_EQ(track["notes"].dump().find("finished HEVC record"), std::string::npos);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,50 @@
+#include "inspect/base/Bytes.h"
+
+#include <algorithm>
+
+namespace inspect {
+
+Bytes ByteCursor::take(size_t sizeBytes) {
+    if (sizeBytes > mRest.size()) {
+        mOk = false;
+        sizeBytes = mRest.size();
+    }
+    const Bytes taken = mRest.first(sizeBytes);
+    mRest = mRest.subspan(sizeBytes);
+    return taken;
+}
+
+uint64_t ByteCursor::big(size_t sizeBytes) {
+    uint64_t value = 0;
+    for (const uint8_t byte : take(sizeBytes)) value = value << 8 | byte;
+    return mOk ? value : 0;
+}
+
+uint64_t ByteCursor::little(size_t sizeBytes) {
+    uint64_t value = 0;
+    unsigned shift = 0;
+    for (const uint8_t byte : take(sizeBytes)) {
+        value |= uint64_t{byte} << shift;
+        shift += 8;
+    }
+    return mOk ? value : 0;
+}
+
+std::string hex(Bytes data, std::string_view separator) {
+    static constexpr std::string_view kDigits = "0123456789abcdef";
+    std::string text;
+    for (const uint8_t byte : data) {
+        if (!text.empty()) text += separator;
+        text += kDigits[byte >> 4];
+        text += kDigits[byte & 15];
+    }
+    return text;
+}
+
+std::string shortHex(Bytes data) {
+    constexpr size_t kShown = 12;
+    return hex(data.first(std::min(data.size(), kShown)), " ") +
+           (data.size() > kShown ? " ..." : "");
+}
+
+}  // namespace inspect

@@ -1,0 +1,46 @@
+// A file, read at any offset.
+
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+#include "inspect/base/Bytes.h"
+
+namespace inspect {
+
+// Why a file cannot be inspected, in one line without the file's name.
+class FileError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+class InputFile {
+public:
+    // "-" stands for standard input. What comes through a pipe is read to its end into a file
+    // without a name. Throws a FileError for what is missing, unreadable, empty, or no file.
+    explicit InputFile(std::string path);
+    ~InputFile();
+    InputFile(const InputFile&) = delete;
+    InputFile& operator=(const InputFile&) = delete;
+
+    const std::string& path() const { return mPath; }
+    int64_t size() const { return mSize; }
+    bool hasName() const { return mHasName; }  // that says what it is, unlike that of a pipe
+
+    // Up to where bytes were ever written; a hole of zeros may follow, as far as the file system
+    // tells.
+    int64_t storedSize() const;
+
+    // The bytes read, fewer only at the end; negative for an error.
+    int64_t readAt(int64_t offset, std::span<uint8_t> out) const;
+
+private:
+    std::string mPath;
+    int mDescriptor;
+    int64_t mSize = 0;
+    bool mHasName = true;
+};
+
+}  // namespace inspect

@@ -1,0 +1,66 @@
+#include "inspect/base/Progress.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+
+#include "inspect/base/Utf8.h"
+
+namespace inspect {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kPatience = 500ms;
+constexpr auto kInterval = 100ms;
+constexpr const char* kEraseLine = "\r\x1b[K";
+
+// total: 0 = unknown; columns: of the line
+std::string bar(int64_t done, int64_t total, size_t columns) {
+    if (total == 0) return std::to_string(done >> 20) + " MiB  ";
+    const double share = std::clamp(static_cast<double>(done) / static_cast<double>(total), 0., 1.);
+    const size_t width = std::min<size_t>(columns / 2, 30);
+    const auto filled = static_cast<size_t>(share * static_cast<double>(width));
+    return '[' + std::string(filled, '#') + std::string(width - filled, '.') + "] " +
+           std::to_string(static_cast<int>(share * 100)) + " %  ";
+}
+
+}  // namespace
+
+size_t terminalColumns(int descriptor) {
+    if (isatty(descriptor) == 0) return 0;
+    const char* columns = std::getenv("COLUMNS");
+    if (columns != nullptr && std::atoi(columns) > 0)
+        return static_cast<size_t>(std::atoi(columns));
+    winsize size{};
+    return ioctl(descriptor, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
+Progress::Progress(const std::string& name, int64_t total)
+    : mName(escaped(name)),
+      mTotal(total),
+      mIsTerminal(isatty(STDERR_FILENO) != 0),
+      mNext(Clock::now() + kPatience) {}
+
+Progress::~Progress() {
+    if (mIsShown) std::cerr << kEraseLine << std::flush;
+}
+
+// The last column stays free: some terminals go to the next line behind it.
+void Progress::show(int64_t done) {
+    if (!mIsTerminal) return;
+    const auto now = Clock::now();
+    if (now < mNext) return;
+    constexpr size_t kUsualColumns = 80;
+    size_t columns = terminalColumns(STDERR_FILENO);
+    if (columns == 0) columns = kUsualColumns;
+    const std::string line = bar(done, mTotal, columns) + mName;
+    std::cerr << kEraseLine << firstColumns(line, columns - 1) << std::flush;
+    mIsShown = true;
+    mNext = now + kInterval;
+}
+
+}  // namespace inspect

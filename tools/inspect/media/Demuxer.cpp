@@ -1,0 +1,63 @@
+#include "inspect/media/Demuxer.h"
+
+#include <algorithm>
+#include <new>
+
+namespace inspect {
+namespace {
+
+// Playlists and the like: only the file that was named is read.
+int refuseOtherFiles(AVFormatContext*, AVIOContext**, const char*, int, AVDictionary**) {
+    return AVERROR(EPERM);
+}
+
+bool isKnown(const AVCodecParameters& codec) {
+    switch (codec.codec_type) {
+        case AVMEDIA_TYPE_VIDEO: return codec.width > 0;
+        case AVMEDIA_TYPE_AUDIO: return codec.sample_rate > 0;
+        default: return true;
+    }
+}
+
+std::string whyUnreadable(int status, const std::optional<std::string>& truncation) {
+    const std::string truncated = "is truncated: ";
+    const std::string why = status < 0 ? readingError(status) : "no track can be read";
+    if (status == AVERROR_EOF && !truncation) return truncated + why;
+    return truncation ? truncated + *truncation + "; " + why : why;
+}
+
+}  // namespace
+
+Demuxer::Demuxer(const OpenFile& file, Samples samples) : mStream(file.input(), file.extent().end) {
+    AVFormatContext* context = avformat_alloc_context();
+    if (context == nullptr) throw std::bad_alloc();
+    context->pb = mStream.get();
+    context->io_open = refuseOtherFiles;
+    if (samples == Samples::kAsStored) context->flags |= AVFMT_FLAG_NOPARSE;
+    const char* path = file.input().path().c_str();
+    int status = avformat_open_input(&context, path, &file.demuxer(), nullptr);
+    mContext.reset(status < 0 ? nullptr : context);
+    if (status >= 0) {
+        for (const AVStream* each : streams()) {
+            mStoredSizes.emplace_back(each->codecpar->width, each->codecpar->height);
+        }
+        // Behind the headers: enough for any frames that come, and an end to what is none.
+        constexpr int64_t kMostRead = 48 << 20;
+        mStream.limit(kMostRead);
+        status = avformat_find_stream_info(context, nullptr);
+        mStream.lift();
+    }
+    const auto isStreamKnown = [](const AVStream* each) { return isKnown(*each->codecpar); };
+    // Codec data that are missing fail the second step, though the headers tell of the tracks.
+    if (mContext != nullptr && std::ranges::any_of(streams(), isStreamKnown)) return;
+
+    if (!file.isSure()) failAsNotMedia(file.input());
+    throw FileError(whyUnreadable(status, file.extent().truncation));
+}
+
+std::pair<int, int> Demuxer::storedSize(int stream) const {
+    const auto index = static_cast<size_t>(stream);
+    return index < mStoredSizes.size() ? mStoredSizes[index] : std::pair(0, 0);
+}
+
+}  // namespace inspect

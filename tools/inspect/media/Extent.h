@@ -1,0 +1,34 @@
+// How much of a file is media: less than the sizes written in it say, or more.
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "inspect/base/InputFile.h"
+
+namespace inspect {
+
+// One byte over and over at the end of a file.
+struct Fill {
+    int64_t begin = 0;
+    bool isBeginKnown = true;  // else there may be more of it before
+};
+
+// Looks at a bounded part.
+Fill findFill(const InputFile& file);
+
+struct Extent {
+    int64_t end = 0;                          // what lies behind is one byte over and over
+    bool isEndKnown = true;                   // else there is more of that byte before it
+    std::optional<std::string> truncation{};  // what is missing, in words
+    std::optional<std::string> junk{};        // what stands behind the end, in words
+};
+
+// Finds nothing to say when the format does not tell. Knows the ISO base media family, RIFF, AIFF,
+// CAF, Matroska, FLV, Ogg, ASF, RealMedia, MPEG-2 TS, and plain streams of frames. Format is the
+// demuxer's name. Reads the headers of the outermost elements, and bytes at the end.
+Extent measure(std::string_view format, const InputFile& file, const Fill& fill);
+
+}  // namespace inspect

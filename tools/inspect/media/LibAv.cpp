@@ -1,0 +1,130 @@
+#include "inspect/media/LibAv.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdarg>
+#include <cstdio>
+#include <new>
+#include <utility>
+
+namespace inspect {
+namespace {
+
+constexpr int kBufferBytes = 1 << 15;
+
+// libav has one callback for the process, without an argument of the user's.
+struct Messages {
+    int listeners = 0;
+    LibAvSilence::Hear hear;
+};
+
+Messages& messages() {
+    static Messages all;
+    return all;
+}
+
+void passOn(void* /*source*/, int level, const char* format, va_list arguments) {
+    if (level != AV_LOG_INFO || messages().hear == nullptr) return;
+    std::array<char, 256> line{};
+    std::vsnprintf(line.data(), line.size(), format, arguments);
+    std::string text(line.data());
+    text.erase(text.find_last_not_of("\n ") + 1);
+    messages().hear(text.c_str());
+}
+
+LibAvPtr<AVBSFContext> allocateFilter(const char* name) {
+    const AVBitStreamFilter* filter = av_bsf_get_by_name(name);
+    AVBSFContext* context = nullptr;
+    if (filter == nullptr || av_bsf_alloc(filter, &context) < 0) return nullptr;
+    return LibAvPtr<AVBSFContext>(context);
+}
+
+}  // namespace
+
+LibAvPtr<AVBSFContext> openFilter(const char* name, const AVStream& stream) {
+    auto filter = allocateFilter(name);
+    if (filter == nullptr) return nullptr;
+    if (avcodec_parameters_copy(filter->par_in, stream.codecpar) < 0) return nullptr;
+    filter->time_base_in = stream.time_base;
+    return av_bsf_init(filter.get()) < 0 ? nullptr : std::move(filter);
+}
+
+LibAvPtr<AVBSFContext> openFilter(const char* name, AVCodecID codec) {
+    auto filter = allocateFilter(name);
+    if (filter == nullptr) return nullptr;
+    filter->par_in->codec_type = AVMEDIA_TYPE_VIDEO;
+    filter->par_in->codec_id = codec;
+    return av_bsf_init(filter.get()) < 0 ? nullptr : std::move(filter);
+}
+
+void LibAvDelete::operator()(AVIOContext* context) const {
+    av_freep(&context->buffer);
+    avio_context_free(&context);
+}
+
+FileStream::FileStream(const InputFile& file, int64_t end) : mFile(file), mEnd(end) {
+    auto* buffer = static_cast<unsigned char*>(av_malloc(kBufferBytes));
+    mContext.reset(avio_alloc_context(buffer, kBufferBytes, 0, this, read, nullptr, seek));
+    if (mContext == nullptr) {
+        av_free(buffer);
+        throw std::bad_alloc();
+    }
+}
+
+void FileStream::limit(int64_t sizeBytes) {
+    mLeft = sizeBytes;
+}
+
+void FileStream::lift() {
+    if (mLeft <= 0) mContext->eof_reached = 0;
+    mLeft = kNoLimit;
+}
+
+int FileStream::read(void* self, uint8_t* out, int size) {
+    auto& stream = *static_cast<FileStream*>(self);
+    const int64_t most = std::min({int64_t{size}, stream.mLeft, stream.mEnd - stream.mOffset});
+    if (most <= 0) return AVERROR_EOF;
+    const int64_t count = stream.mFile.readAt(stream.mOffset, {out, static_cast<size_t>(most)});
+    if (count < 0) return AVERROR(EIO);
+    if (count == 0) return AVERROR_EOF;
+    stream.mOffset += count;
+    if (stream.mLeft != kNoLimit) stream.mLeft -= count;
+    return static_cast<int>(count);
+}
+
+int64_t FileStream::seek(void* self, int64_t offset, int whence) {
+    auto& stream = *static_cast<FileStream*>(self);
+    switch (whence & ~AVSEEK_FORCE) {
+        case AVSEEK_SIZE: return stream.mEnd;
+        case SEEK_SET: break;
+        case SEEK_CUR: offset += stream.mOffset; break;
+        case SEEK_END: offset += stream.mEnd; break;
+        default: return AVERROR(EINVAL);
+    }
+    if (offset < 0) return AVERROR(EINVAL);
+    stream.mOffset = offset;
+    return offset;
+}
+
+LibAvSilence::LibAvSilence(Hear hear) {
+    messages().hear = std::move(hear);
+    if (messages().listeners++ == 0) av_log_set_callback(passOn);
+}
+
+LibAvSilence::~LibAvSilence() {
+    messages().hear = nullptr;
+    if (--messages().listeners == 0) av_log_set_callback(av_log_default_callback);
+}
+
+std::string readingError(int status) {
+    switch (status) {
+        case AVERROR_EOF: return "it ends inside its headers";
+        case AVERROR(EIO): return "the disk cannot be read";
+        case AVERROR(EPERM): return "it names other files, which are not read";
+        case AVERROR(ENOMEM): return "it asks for more memory than there is";
+        case AVERROR_INVALIDDATA: return "its headers make no sense";
+        default: return "its headers cannot be read";
+    }
+}
+
+}  // namespace inspect

@@ -1,0 +1,73 @@
+// Owning handles for libavformat's objects, and its messages kept from the user.
+
+#pragma once
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavcodec/bsf.h>
+#include <libavformat/avformat.h>
+}
+
+#include <functional>
+#include <limits>
+#include <memory>
+#include <string>
+
+#include "inspect/base/InputFile.h"
+
+namespace inspect {
+
+struct LibAvDelete {
+    void operator()(AVFormatContext* context) const { avformat_close_input(&context); }
+    void operator()(AVBSFContext* context) const { av_bsf_free(&context); }
+    void operator()(AVPacket* packet) const { av_packet_free(&packet); }
+    void operator()(AVIOContext* context) const;
+};
+template <typename T>
+using LibAvPtr = std::unique_ptr<T, LibAvDelete>;
+
+// A bitstream filter for the stream's packets; null when there is no such filter for it.
+LibAvPtr<AVBSFContext> openFilter(const char* name, const AVStream& stream);
+LibAvPtr<AVBSFContext> openFilter(const char* name, AVCodecID codec);  // for video without a file
+
+// A byte stream over the file, which outlives it, up to an end.
+class FileStream {
+public:
+    FileStream(const InputFile& file, int64_t end);
+    FileStream(const FileStream&) = delete;
+    FileStream& operator=(const FileStream&) = delete;
+
+    AVIOContext* get() const { return mContext.get(); }
+
+    // Seems to end after so many further bytes.
+    void limit(int64_t sizeBytes);
+    void lift();
+
+private:
+    static constexpr int64_t kNoLimit = std::numeric_limits<int64_t>::max();
+    static int read(void* self, uint8_t* out, int size);
+    static int64_t seek(void* self, int64_t offset, int whence);
+
+    const InputFile& mFile;
+    int64_t mEnd;
+    int64_t mLeft = kNoLimit;
+    int64_t mOffset = 0;
+    LibAvPtr<AVIOContext> mContext;
+};
+
+// While it lives, libav's messages go nowhere. Those at AV_LOG_INFO, without their ends of line, go
+// to the latest that hears.
+class LibAvSilence {
+public:
+    using Hear = std::function<void(const char* line)>;
+
+    explicit LibAvSilence(Hear hear = nullptr);
+    ~LibAvSilence();
+    LibAvSilence(const LibAvSilence&) = delete;
+    LibAvSilence& operator=(const LibAvSilence&) = delete;
+};
+
+// What libav's status, an AVERROR, means for a file, in words.
+std::string readingError(int status);
+
+}  // namespace inspect

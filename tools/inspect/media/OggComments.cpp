@@ -1,0 +1,170 @@
+// RFC 3533: pages of several streams, of most of which the second packet is a comment header.
+
+#include <ogg/ogg.h>
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <new>
+#include <string_view>
+
+#include "inspect/media/Comments.h"
+
+namespace inspect {
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr size_t kMaxStreams = 64;
+constexpr int64_t kMaxRead = 32 << 20;
+constexpr size_t kMaxNotes = 8;
+
+// What a stream's first packet and its comment header begin with.
+struct Codec {
+    std::string_view name;
+    std::string_view head;
+    std::string_view comments;
+};
+constexpr auto kCodecs = std::to_array<Codec>({
+        {"Vorbis", "\x01vorbis"sv, "\x03vorbis"sv},
+        {"Opus", "OpusHead"sv, "OpusTags"sv},
+        {"Theora", "\x80theora"sv, "\x81theora"sv},
+        {"Speex", "Speex   "sv, ""sv},
+        {"VP8", "OVP80\x01"sv, "OVP80\x02 "sv},
+        {"FLAC", "\x7F\x46LAC"sv, ""sv},
+});
+
+struct Stream {
+    explicit Stream(int serial) { ogg_stream_init(&state, serial); }
+    ~Stream() { ogg_stream_clear(&state); }
+    Stream(const Stream&) = delete;
+    Stream& operator=(const Stream&) = delete;
+
+    ogg_stream_state state{};
+    const Codec* codec = nullptr;  // known from the first packet on
+    bool isDone = false;
+};
+
+// What stands behind the codec's mark; empty when the packet is no comment header. FLAC has the
+// header of a metadata block (RFC 9639 10.1) in place of a mark.
+std::optional<ByteVector> commentsIn(std::string_view packet, const Codec& codec) {
+    constexpr int kVorbisComment = 4;
+    size_t markSize = codec.comments.size();
+    if (codec.name == "FLAC") {
+        markSize = 4;
+        if (packet.size() < markSize || (packet[0] & 0x7F) != kVorbisComment) return {};
+    }
+    if (!packet.starts_with(codec.comments)) return {};
+    return ByteVector(packet.begin() + static_cast<ptrdiff_t>(markSize), packet.end());
+}
+
+class Search {
+public:
+    explicit Search(const InputFile& file) : mFile(file) { ogg_sync_init(&mSync); }
+    ~Search() { ogg_sync_clear(&mSync); }
+    Search(const Search&) = delete;
+    Search& operator=(const Search&) = delete;
+
+    CommentHeaders run() {
+        while (!isDone() && takePage()) {
+        }
+        for (const auto& [serial, stream] : mStreams) {
+            if (stream.isDone) continue;
+            note(mRead < kMaxRead
+                         ? "a comment header is not whole at the end,"
+                         : "a comment header is not whole within what is looked at, up to");
+        }
+        return std::move(mHeaders);
+    }
+
+private:
+    void note(const std::string& text) {
+        if (mHeaders.notes.size() >= kMaxNotes) return;
+        mHeaders.notes.push_back(text + " offset " + std::to_string(mOffset));
+    }
+
+    // All streams begin before any goes on (RFC 3533 4).
+    bool isDone() const {
+        return mAreAllBegun &&
+               std::ranges::all_of(mStreams, [](const auto& each) { return each.second.isDone; });
+    }
+
+    // Takes a page, or passes over what is none. Returns false at the end of the file.
+    bool takePage() {
+        ogg_page page{};
+        const long count = ogg_sync_pageseek(&mSync, &page);
+        if (count == 0) return readMore();
+        if (count < 0 && !mIsSkipping) note("no page with the right checksum at");
+        mIsSkipping = count < 0;
+        if (count > 0) handOut(page);
+        mOffset += std::abs(count);
+        return true;
+    }
+
+    bool readMore() {
+        constexpr size_t kChunk = 64 << 10;
+        char* buffer = ogg_sync_buffer(&mSync, kChunk);
+        if (buffer == nullptr) throw std::bad_alloc();
+        auto* bytes = static_cast<uint8_t*>(static_cast<void*>(buffer));
+        const int64_t count = mRead < kMaxRead ? mFile.readAt(mRead, {bytes, kChunk}) : 0;
+        if (count <= 0) return false;
+        ogg_sync_wrote(&mSync, static_cast<long>(count));
+        mRead += count;
+        return true;
+    }
+
+    void handOut(ogg_page& page) {
+        const int serial = ogg_page_serialno(&page);
+        mAreAllBegun = ogg_page_bos(&page) == 0;
+        if (!mAreAllBegun && mStreams.size() < kMaxStreams) mStreams.try_emplace(serial, serial);
+        const auto found = mStreams.find(serial);
+        if (found == mStreams.end() || found->second.isDone) return;
+        Stream& stream = found->second;
+        ogg_stream_pagein(&stream.state, &page);
+        ogg_packet packet{};
+        while (!stream.isDone) {
+            const int status = ogg_stream_packetout(&stream.state, &packet);
+            if (status == 0) return;
+            if (status < 0) note("pages are missing before");
+            if (status > 0) takePacket(stream, packet);
+        }
+    }
+
+    void takePacket(Stream& stream, const ogg_packet& packet) {
+        const auto* bytes = static_cast<const char*>(static_cast<const void*>(packet.packet));
+        const std::string_view text(bytes, static_cast<size_t>(packet.bytes));
+        if (stream.codec == nullptr) {
+            const auto found = std::ranges::find_if(
+                    kCodecs, [&](const Codec& codec) { return text.starts_with(codec.head); });
+            if (found != kCodecs.end()) stream.codec = &*found;
+            stream.isDone = found == kCodecs.end();
+            return;
+        }
+        stream.isDone = true;
+        auto comments = commentsIn(text, *stream.codec);
+        if (!comments) return note("no comment header in the packet that ends in the page at");
+        mHeaders.list.push_back({.codec = std::string(stream.codec->name),
+                                 .place = std::to_string(text.size()) +
+                                          " bytes up to the page at offset " +
+                                          std::to_string(mOffset),
+                                 .bytes = std::move(*comments),
+                                 .offset = {}});
+    }
+
+    const InputFile& mFile;
+    ogg_sync_state mSync{};
+    std::map<int, Stream> mStreams;
+    CommentHeaders mHeaders;
+    int64_t mRead = 0;
+    int64_t mOffset = 0;  // of the page at hand
+    bool mAreAllBegun = false;
+    bool mIsSkipping = false;
+};
+
+}  // namespace
+
+CommentHeaders findOggComments(const InputFile& file) {
+    return Search(file).run();
+}
+
+}  // namespace inspect

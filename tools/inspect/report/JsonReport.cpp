@@ -1,0 +1,189 @@
+#include "inspect/report/JsonReport.h"
+
+#include <nlohmann/json.hpp>
+
+#include "inspect/base/Bytes.h"
+#include "inspect/base/Utf8.h"
+#include "inspect/callers/PcmFormat.h"
+#include "inspect/report/TagRows.h"
+#include "zrcodecparser/MediaDefs.h"
+
+namespace inspect {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// As it is; what is no UTF-8 as if it were ISO-8859-1.
+Json toText(const std::string& text) {
+    return toUtf8(text);
+}
+
+// The path, and in hex beside it the bytes of one that is no UTF-8.
+void addPath(Json& json, const char* key, const std::string& path) {
+    json[key] = toText(path);
+    if (!isUtf8(path))
+        json[key + std::string("Bytes")] = hex(ByteVector(path.begin(), path.end()), "");
+}
+
+struct ValueToJson {
+    Json operator()(int32_t value) const { return {{"type", "int32"}, {"value", value}}; }
+    Json operator()(int64_t value) const { return {{"type", "int64"}, {"value", value}}; }
+    Json operator()(const std::string& value) const {
+        Json json = {{"type", "string"}, {"value", toText(value)}};
+        if (!isUtf8(value)) json["bytes"] = hex(ByteVector(value.begin(), value.end()), "");
+        return json;
+    }
+    Json operator()(const ByteVector& value) const {
+        return {{"type", "buffer"}, {"value", hex(value, "")}};
+    }
+};
+
+Json keysToJson(const Entries& entries) {
+    Json keys = Json::object();
+    for (const auto& [key, value] : entries) keys[key] = std::visit(ValueToJson{}, value);
+    return keys;
+}
+
+Json mimeToJson(const Entries& entries) {
+    const auto* mime = findValue<std::string>(entries, AMEDIAFORMAT_KEY_MIME);
+    return mime != nullptr ? toText(*mime) : Json();
+}
+
+Json textOrNull(const std::string& text) {
+    return text.empty() ? Json() : toText(text);
+}
+
+template <typename List, typename ToJson>
+Json arrayOf(const List& list, ToJson toJson) {
+    Json array = Json::array();
+    for (const auto& each : list) array.push_back(toJson(each));
+    return array;
+}
+
+Json datumToJson(const CodecDatum& datum) {
+    return {{"key", datum.key},
+            {"bytes", datum.sizeBytes ? Json(*datum.sizeBytes) : Json()},
+            {"text", toText(datum.words)}};
+}
+
+Json lineToJson(const host::LogLine& line) {
+    return {{"priority", line.priority}, {"tag", line.tag}, {"text", toText(line.text)}};
+}
+
+Json rowToJson(const Row& row) {
+    Json json = {{"offset", row.offset},
+                 {"bytes", hex(row.bytes, "")},
+                 {"depth", row.depth},
+                 {"name", toText(row.name)},
+                 {"value", textOrNull(row.value)}};
+    if (row.number) json["number"] = *row.number;
+    if (row.bits > 0) json["bits"] = row.bits;
+    return json;
+}
+
+Json recordToJson(const Record& record) {
+    return {{"key", record.key},
+            {"bytes", record.sizeBytes},
+            {"rows", arrayOf(record.rows, rowToJson)}};
+}
+
+Json callToJson(const Call& call) {
+    return {{"operation", call.operation},
+            {"result", textOrNull(call.result)},
+            {"parameters", arrayOf(call.parameters, recordToJson)},
+            {"metadata", keysToJson(call.entries)}};
+}
+
+Json keyFramesToJson(const KeyFrames& frames) {
+    const auto disputeToJson = [](const auto& dispute) -> Json {
+        const auto& [sample, timeUs, libraryCallsKey] = dispute;
+        return {{"sample", sample},
+                {"timeUs", timeUs ? Json(*timeUs) : Json()},
+                {"library", libraryCallsKey},
+                {"marked", !libraryCallsKey}};
+    };
+    return {{"examined", frames.isExamined},
+            {"markedBy", frames.isMarkedByContainer ? "container" : "demuxer"},
+            {"samples", frames.samples},
+            {"unreadable", frames.unreadable},
+            {"library", frames.library},
+            {"marked", frames.marked},
+            {"disputed", frames.disputed},
+            {"firstOfLibrary", frames.firstOfLibrary},
+            {"firstDisputed", arrayOf(frames.firstDisputed, disputeToJson)}};
+}
+
+Json trackToJson(const TrackReport& track) {
+    Json json = {{"index", track.stream.index},
+                 {"kind", toString(track.stream.kind)},
+                 {"codec", toText(track.stream.codec)}};
+    if (track.stream.kind == Kind::kOther) return json;
+    json["codecType"] = track.stream.codecType;
+    json["mime"] = mimeToJson(track.found.entries);
+    json["verdict"] = toString(track.found.verdict.play);
+    json["reason"] = textOrNull(track.found.verdict.reason);
+    json["notes"] = arrayOf(track.found.notes, toText);
+    const PcmFormat* pcm = findPcmFormat(track.stream);
+    if (isPcm(track.stream))
+        json["conversionTo16"] = pcm != nullptr ? Json(pcm->conversion) : Json();
+    if (track.dump) {
+        addPath(json["dump"], "path", track.dump->path);
+        json["dump"]["frames"] = track.dump->frames;
+    }
+    json["codecData"] = arrayOf(track.found.codecData, datumToJson);
+    json["keys"] = keysToJson(track.found.entries);
+    json["log"] = arrayOf(track.found.log, lineToJson);
+    if (!track.explanations.empty())
+        json["explanations"] = arrayOf(track.explanations, recordToJson);
+    if (track.keyFrames) json["keyFrames"] = keyFramesToJson(*track.keyFrames);
+    if (!track.component.empty()) json["component"] = arrayOf(track.component, callToJson);
+    if (!track.legacy.empty()) json["legacy"] = arrayOf(track.legacy, callToJson);
+    return json;
+}
+
+Json pictureToJson(const Tag& tag) {
+    const ByteVector* data = tag.picture();
+    if (data == nullptr) return {};
+    Json picture = {{"bytes", data->size()}, {"kind", pictureKind(*data).name}};
+    if (!tag.pictureFile.empty()) addPath(picture, "file", tag.pictureFile);
+    return picture;
+}
+
+Json tagToJson(const Tag& tag) {
+    const auto keyOf = [](const TagRow* row) { return row->key; };
+    return {{"kind", tag.kind},
+            {"place", toText(tag.place)},
+            {"names", arrayOf(tag.names, toText)},
+            {"picture", pictureToJson(tag)},
+            {"eightBit", arrayOf(eightBitRows(tag.entries), keyOf)},
+            {"notes", arrayOf(tag.notes, toText)},
+            {"keys", keysToJson(tag.entries)},
+            {"log", arrayOf(tag.log, lineToJson)}};
+}
+
+Json fileToJson(const FileReport& report) {
+    Json json;
+    addPath(json, "path", report.path);
+    json["error"] = textOrNull(report.error);
+    if (!report.error.empty()) return json;
+    json["truncated"] = textOrNull(report.truncation.value_or(""));
+    if (report.junk) json["junk"] = *report.junk;
+    json["container"] = {{"format", report.format},
+                         {"name", report.formatName},
+                         {"mime", mimeToJson(report.entries)},
+                         {"keys", keysToJson(report.entries)}};
+    json["tracks"] = arrayOf(report.tracks, trackToJson);
+    if (report.tags.areLookedFor) json["tags"] = arrayOf(report.tags.list, tagToJson);
+    return json;
+}
+
+}  // namespace
+
+std::string jsonReport(const std::vector<FileReport>& reports) {
+    constexpr int kSpaces = 2;
+    const Json document = {{"version", android::ZRCODECPARSER_VERSION},
+                           {"files", arrayOf(reports, fileToJson)}};
+    return escapedJson(document.dump(kSpaces, ' ', false, Json::error_handler_t::replace)) + '\n';
+}
+
+}  // namespace inspect

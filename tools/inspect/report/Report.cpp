@@ -1,0 +1,100 @@
+#include "inspect/report/Report.h"
+
+#include <exception>
+#include <map>
+
+#include "inspect/callers/OlderParsers.h"
+
+namespace inspect {
+namespace {
+
+void writePictures(FileReport& report, PictureFiles& files) {
+    for (Tag& tag : report.tags.list) {
+        const ByteVector* picture = tag.picture();
+        if (picture == nullptr || picture->empty()) continue;
+        try {
+            tag.pictureFile = files.write(report.path, *picture);
+        } catch (const FileError& error) {
+            report.outputErrors.emplace_back(error.what());
+        }
+    }
+}
+
+void writeWav(FileReport& report, const Scope& scope, const OpenFile& open, const MediaFile& file) {
+    try {
+        TrackReport& track = report.tracks[firstPcmStream(file)];
+        track.dump = dumpPcm(scope.dumpWav, scope.outputs, open, track.stream, track.found.log);
+        const uint64_t bytes = track.dump->cutBytes;
+        if (bytes == 0) return;
+        track.found.notes.push_back("not dumped: " + std::to_string(bytes) +
+                                    (bytes == 1 ? " byte" : " bytes") +
+                                    " of frames that are cut off");
+    } catch (const std::runtime_error& error) {
+        report.outputErrors.emplace_back(error.what());
+    }
+}
+
+TrackReport reportTrack(const Stream& stream, const MediaFile& file, Session& session,
+                        const Scope& scope) {
+    TrackReport track;
+    track.stream = stream;
+    track.found = session.describeTrack(stream, file.container.hasWholeFrames);
+    if (scope.explain) track.explanations = track.found.records;
+    return track;
+}
+
+// Further calls on the library about a track.
+void callGlue(TrackReport& track, Session& session, const Scope& scope) {
+    const Stream& stream = track.stream;
+    if (stream.kind == Kind::kOther) return;
+    if (scope.component) {
+        track.component = setUpComponent(stream, track.found, scope.componentOptions);
+    }
+    if (scope.legacy) track.legacy = describeToOlderParsers(stream, track.found.entries);
+    for (host::LogLine& line : session.takeLog()) track.found.log.push_back(std::move(line));
+}
+
+void fill(FileReport& report, const OpenFile& open, const Scope& scope, PictureFiles* pictures) {
+    const MediaFile file = readMediaFile(open);
+    Session session(scope.device);
+    report.truncation = file.truncation;
+    report.junk = file.junk;
+    report.format = file.format;
+    report.formatName = file.formatName;
+    report.entries = session.describeFile(file);
+    for (const Stream& stream : file.streams) {
+        report.tracks.push_back(reportTrack(stream, file, session, scope));
+    }
+    report.tags = session.readTags(open);
+    const auto keyFrames = scope.frames ? compareKeyFrames(open, file) : std::map<int, KeyFrames>{};
+    for (TrackReport& track : report.tracks) {
+        callGlue(track, session, scope);
+        const auto found = keyFrames.find(track.stream.index);
+        if (found != keyFrames.end()) track.keyFrames = found->second;
+    }
+    if (pictures != nullptr) writePictures(report, *pictures);
+    if (!scope.dumpWav.empty()) writeWav(report, scope, open, file);
+}
+
+}  // namespace
+
+FileReport makeReport(const std::string& path, const Scope& scope, PictureFiles* pictures) {
+    FileReport report;
+    report.path = path;
+    try {
+        const InputFile input(path);
+        try {
+            fill(report, OpenFile(input), scope, pictures);
+        } catch (const std::exception& error) {
+            const std::string fault = faultBeforeMedia(input);
+            throw FileError(fault.empty() ? error.what() : error.what() + ("; " + fault));
+        }
+    } catch (const std::exception& error) {
+        report = {};
+        report.path = path;
+        report.error = error.what();
+    }
+    return report;
+}
+
+}  // namespace inspect

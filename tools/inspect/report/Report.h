@@ -1,0 +1,55 @@
+// What is to be said about a file.
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "inspect/callers/Component.h"
+#include "inspect/callers/KeyFrames.h"
+#include "inspect/callers/PcmDump.h"
+#include "inspect/callers/Pictures.h"
+#include "inspect/callers/Session.h"
+
+namespace inspect {
+
+// What a report looks at.
+struct Scope {
+    host::Device device = host::typicalPhone();
+    bool explain = false;    // codec data byte by byte
+    bool frames = false;     // key frames
+    bool component = false;  // what a component is sent
+    bool legacy = false;     // what older parsers get
+    ComponentOptions componentOptions;
+    std::string dumpWav;  // the file to write samples to; empty = none
+    OutputRules outputs;
+};
+
+struct TrackReport {
+    Stream stream;
+    TrackFindings found;
+    std::optional<PcmDump> dump;
+    std::vector<Record> explanations;
+    std::optional<KeyFrames> keyFrames;  // of a video track
+    std::vector<Call> component;
+    std::vector<Call> legacy;
+};
+
+struct FileReport {
+    std::string path;
+    std::string error;  // not empty: the file could not be read, and nothing else is set
+    std::vector<std::string> outputErrors;  // why files could not be written, with their paths
+    std::optional<std::string> truncation;
+    std::optional<std::string> junk;  // behind the end
+    std::string format;
+    std::string formatName;
+    Entries entries;
+    std::vector<TrackReport> tracks;  // also what is no track to the library: Kind::kOther
+    Tags tags;
+};
+
+// pictures: takes those of the tags; null = they are not written.
+FileReport makeReport(const std::string& path, const Scope& scope, PictureFiles* pictures);
+
+}  // namespace inspect

@@ -1,0 +1,87 @@
+#include "inspect/report/TextLayout.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+#include "inspect/base/Utf8.h"
+
+namespace inspect {
+namespace {
+
+template <typename... Arguments>
+std::string print(const char* format, Arguments... arguments) {
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), format, arguments...);
+    return text.data();
+}
+
+// Lines there have no room for the usual indentation.
+bool isNarrow(size_t columns) {
+    return columns < 60;
+}
+
+// What follows stands a little further in than the beginning, and columns of a table close up.
+std::string wrappedLine(std::string_view line, size_t columns) {
+    const size_t leading = std::min(line.find_first_not_of(' '), line.size());
+    const size_t most = columns / (isNarrow(columns) ? 4 : 2);
+    std::string out(std::min(leading, most), ' ');
+    const std::string indent(std::min(leading, most) + 2, ' ');
+    size_t used = out.size();
+    line.remove_prefix(leading);
+    while (!line.empty()) {
+        const std::string_view word = line.substr(0, line.find(' '));
+        const size_t width = columnsOf(word);
+        line.remove_prefix(word.size());
+        const size_t gap = std::min(line.find_first_not_of(' '), line.size());
+        line.remove_prefix(gap);
+        if (used > indent.size() && used + width > columns) {
+            out.erase(out.find_last_not_of(' ') + 1).append('\n' + indent);
+            used = indent.size();
+        }
+        out.append(word).append(std::min<size_t>(gap, 2), ' ');
+        used += width + std::min<size_t>(gap, 2);
+    }
+    return out;
+}
+
+}  // namespace
+
+std::string wrapped(std::string_view text, size_t columns) {
+    std::string out;
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        const bool isAsIs = columns == 0 || (!isNarrow(columns) && columnsOf(line) <= columns);
+        out += isAsIs ? line : wrappedLine(line, columns);
+        text.remove_prefix(line.size());
+        if (text.empty()) break;
+        out += '\n';
+        text.remove_prefix(1);
+    }
+    return out;
+}
+
+std::string paint(const TextStyle& style, std::string_view colour, const std::string& text) {
+    if (!style.colour) return text;
+    return "\x1b[" + std::string(colour) + "m" + text + "\x1b[0m";
+}
+
+std::string padded(std::string text, size_t width) {
+    text.resize(std::max(width, text.size()), ' ');
+    return text;
+}
+
+std::string rightAligned(const std::string& text, size_t width) {
+    return std::string(width - std::min(width, text.size()), ' ') + text;
+}
+
+std::string durationText(int64_t microseconds) {
+    constexpr int64_t kPerSecond = 1'000'000;
+    const double seconds = static_cast<double>(microseconds % (60 * kPerSecond)) / 1e6;
+    const auto minutes = static_cast<long long>(microseconds / (60 * kPerSecond));
+    if (minutes == 0) return print("%.3f s", seconds);
+    if (minutes < 60) return print("%lld:%06.3f", minutes, seconds);
+    return print("%lld:%02lld:%06.3f", minutes / 60, minutes % 60, seconds);
+}
+
+}  // namespace inspect

@@ -1,0 +1,153 @@
+#include "inspect/report/TextReport.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "inspect/base/Bytes.h"
+#include "inspect/base/Utf8.h"
+#include "inspect/callers/PcmFormat.h"
+#include "inspect/report/TextParts.h"
+#include "zrcodecparser/CodecType.h"
+#include "zrcodecparser/FormatKeys.h"
+
+namespace inspect {
+namespace {
+
+using namespace android;
+
+std::string bitRateText(int32_t bitRate) {
+    constexpr int kThousand = 1000;
+    if (bitRate < kThousand) return std::to_string(bitRate) + " b/s";
+    return std::to_string((bitRate + kThousand / 2) / kThousand) + " kb/s";
+}
+
+std::string mimeOf(const Entries& entries) {
+    const auto* mime = findValue<std::string>(entries, AMEDIAFORMAT_KEY_MIME);
+    return mime != nullptr ? escaped(*mime) : "-";
+}
+
+// What the format says, in the words of a person. Values of 0 mean that nobody knows.
+class Facts {
+public:
+    explicit Facts(const TrackReport& track)
+        : mEntries(track.found.entries), mText(escaped(track.stream.codec)) {
+        const int32_t width = number(AMEDIAFORMAT_KEY_WIDTH);
+        const int32_t height = number(AMEDIAFORMAT_KEY_HEIGHT);
+        if (width > 0) add(std::to_string(width) + "x" + std::to_string(height));
+        addNumber(AMEDIAFORMAT_KEY_FRAME_RATE, " fps");
+        addNumber(AMEDIAFORMAT_KEY_SAMPLE_RATE, " Hz");
+        const int32_t channels = number(AMEDIAFORMAT_KEY_CHANNEL_COUNT);
+        if (channels > 0)
+            add(std::to_string(channels) + (channels == 1 ? " channel" : " channels"));
+        if (hasPlainSamples(track.stream.codecType))
+            addNumber(ZREAMEDIAFORMAT_KEY_SAMPLEBITS, " bits");
+        const int32_t bitRate = number(AMEDIAFORMAT_KEY_BIT_RATE);
+        if (bitRate > 0) add(bitRateText(bitRate));
+        const auto* language = findValue<std::string>(mEntries, AMEDIAFORMAT_KEY_LANGUAGE);
+        if (language != nullptr && *language != "und") add("language " + escaped(*language));
+        const auto* duration = findValue<int64_t>(mEntries, AMEDIAFORMAT_KEY_DURATION);
+        if (duration != nullptr) add(durationText(*duration));
+    }
+    const std::string& text() const { return mText; }
+
+private:
+    static bool hasPlainSamples(uint32_t codecType) {
+        return codecType == kCodecTypePcm || codecType == kCodecTypeFlac ||
+               codecType == kCodecTypeAlac;
+    }
+    int32_t number(const char* key) const {
+        const auto* value = findValue<int32_t>(mEntries, key);
+        return value != nullptr ? *value : 0;
+    }
+    void add(const std::string& fact) { mText += ", " + fact; }
+    void addNumber(const char* key, const char* unit) {
+        if (number(key) > 0) add(std::to_string(number(key)) + unit);
+    }
+
+    const Entries& mEntries;
+    std::string mText;
+};
+
+std::string verdictText(const Verdict& verdict, const TextStyle& style) {
+    std::string_view colour = kRed;
+    if (verdict.play == Play::kPlays) colour = kGreen;
+    if (verdict.play == Play::kPlaysInSoftware) colour = kYellow;
+    std::string text = paint(style, colour, std::string(toString(verdict.play)));
+    if (!verdict.reason.empty()) text += ": " + escaped(verdict.reason);
+    return text;
+}
+
+void printCodecData(std::ostream& out, const std::vector<CodecDatum>& data) {
+    size_t keyWidth = 0;
+    size_t sizeWidth = 0;
+    const auto sizeText = [](const CodecDatum& datum) {
+        return datum.sizeBytes ? std::to_string(*datum.sizeBytes) + " bytes" : std::string();
+    };
+    for (const CodecDatum& datum : data) {
+        keyWidth = std::max(keyWidth, datum.key.size());
+        sizeWidth = std::max(sizeWidth, sizeText(datum).size());
+    }
+    for (const CodecDatum& datum : data) {
+        out << kIndent << padded(datum.key, keyWidth) << "  "
+            << rightAligned(sizeText(datum), sizeWidth) << (sizeWidth > 0 ? "  " : "")
+            << escaped(datum.words) << '\n';
+    }
+}
+
+void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
+                const TextStyle& style) {
+    const std::string index = rightAligned(std::to_string(track.stream.index), 4);
+    out << index << "  " << padded(toString(track.stream.kind), 5) << "  ";
+    if (track.stream.kind == Kind::kOther) {
+        out << escaped(track.stream.codec) << ": not a track to the library\n";
+        return;
+    }
+    out << paint(style, kBold, padded(mimeOf(track.found.entries), mimeWidth)) << "  "
+        << verdictText(track.found.verdict, style) << '\n'
+        << kIndent << Facts(track).text() << '\n';
+    if (const PcmFormat* pcm = findPcmFormat(track.stream)) {
+        out << kIndent << "conversion to 16 bits: " << pcm->conversion << '\n';
+    }
+    if (track.dump) {
+        out << kIndent << "dumped " << track.dump->frames << " frames -> "
+            << escaped(track.dump->path) << '\n';
+    }
+    printCodecData(out, track.found.codecData);
+    for (const std::string& note : track.found.notes) {
+        out << kIndent << paint(style, kYellow, escaped(note)) << '\n';
+    }
+    if (track.keyFrames) printKeyFrames(out, *track.keyFrames);
+    for (const Record& each : track.explanations) printRecord(out, each, style);
+    printCalls(out, "component", track.component, style);
+    printCalls(out, "older parsers", track.legacy, style);
+    if (style.keys) printKeys(out, track.found.entries, kIndent);
+    if (style.log) printLog(out, track.found.log, style);
+}
+
+}  // namespace
+
+void printText(std::ostream& out, const FileReport& report, const TextStyle& style) {
+    const bool hasMime = findValue<std::string>(report.entries, AMEDIAFORMAT_KEY_MIME) != nullptr;
+    out << paint(style, kBold, escaped(report.path)) << "  "
+        << (hasMime ? mimeOf(report.entries) : "no container MIME type") << ", "
+        << escaped(report.formatName);
+    const auto* duration = findValue<int64_t>(report.entries, AMEDIAFORMAT_KEY_DURATION);
+    if (duration != nullptr) out << ", " << durationText(*duration);
+    out << '\n';
+    if (report.truncation) {
+        out << "      " << paint(style, kRed, "truncated") << ": " << *report.truncation << '\n';
+    }
+    if (report.junk) {
+        out << "      " << paint(style, kYellow, "junk") << ": " << *report.junk << '\n';
+    }
+    if (style.keys) printKeys(out, report.entries, "      ");
+    size_t mimeWidth = 0;
+    for (const TrackReport& track : report.tracks) {
+        if (track.stream.kind == Kind::kOther) continue;
+        mimeWidth = std::max(mimeWidth, mimeOf(track.found.entries).size());
+    }
+    for (const TrackReport& track : report.tracks) printTrack(out, track, mimeWidth, style);
+    printTags(out, report.tags, style);
+}
+
+}  // namespace inspect
