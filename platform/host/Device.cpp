@@ -110,10 +110,11 @@ Device typicalPhone() {
     return device;
 }
 
-void setDevice(Device device) {
+Device setDevice(Device device) {
     auto next = std::make_shared<const Device>(std::move(device));
     const std::lock_guard lock(state().mutex);
     state().device.swap(next);
+    return *next;
 }
 
 }  // namespace host

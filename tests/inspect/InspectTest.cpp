@@ -46,8 +46,8 @@ TEST(Inspect, CodecDataInWords) {
 }
 
 TEST(Inspect, VerdictFollowsTheDevice) {
-    const std::string no = "does not play";
-    const std::string fatal = "the library would end the process";
+    const std::string no = "no-decoder";
+    const std::string fatal = "ends-process";
     // The last column is a part of the reason.
     const std::tuple<const char*, size_t, json, std::string, const char*> cases[] = {
             {"video.mp4", 0, "video/avc", "plays", "null"},
@@ -59,7 +59,7 @@ TEST(Inspect, VerdictFollowsTheDevice) {
             {"video.avi", 0, "video/notsupport", no, "DivX alternative is off"},
             {"--divx-alternative on video.avi", 0, "video/mp4v-es", "plays", "null"},
             {"--decoder video/divx video.avi", 0, "video/divx", "plays", "null"},
-            {"--decoder audio/x-zr-alac audio.m4a", 0, "audio/x-zr-alac", "plays in software", ""},
+            {"--decoder audio/x-zr-alac audio.m4a", 0, "audio/x-zr-alac", "plays-in-software", ""},
             {"--media-server dead video.mp4", 0, nullptr, no, "mediaserver is not alive"},
             {"--codec-info missing video.mp4", 0, nullptr, fatal, "CHECK(info != NULL) failed."},
     };

@@ -8,7 +8,7 @@
 #include <sstream>
 #include <string_view>
 
-#include "inspect/callers/OtherDevices.h"
+#include "inspect/callers/Offer.h"
 #include "zrcodecparser/MediaDefs.h"
 
 namespace inspect {
@@ -207,7 +207,15 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
         if (app.exit(error, text, text) == 0) return CommandLineEnd{0, text.str()};
         return CommandLineEnd{kExitUsage, error.what() + hintOnDash(app.remaining())};
     }
-    shape(options.scope.device, device);
+    PretendedDevice pretended;
+    pretended.host = host::typicalPhone();
+    for (const std::string& mime : pretended.host.decoders) {
+        Decoder decoder;
+        decoder.type = mime;
+        pretended.description.decoders.push_back(decoder);
+    }
+    shape(pretended.host, device);
+    options.scope.devices.push_back(pretended);
     options.scope.outputs.inputs = options.files;
     return {};
 }

@@ -29,8 +29,9 @@ struct Device {
 // The device that is there before the first setDevice: the decoders of a typical phone.
 Device typicalPhone();
 
-// Replaces the device. May be called from any thread, also while others use the library.
-void setDevice(Device device);
+// Replaces the device and returns the former one. May be called from any thread, also while others
+// use the library.
+Device setDevice(Device device);
 
 struct LogLine {
     int priority;

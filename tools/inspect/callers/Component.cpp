@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "inspect/callers/Hooks.h"
+#include "inspect/callers/Offer.h"
 #include "inspect/records/Parameters.h"
 #include "platform/Message.h"
 #include "platform/OmxNode.h"
@@ -161,14 +162,14 @@ Call configureVideo(const sp<AMessage>& format, const std::string& qualcomm) {
 
 std::vector<Call> setUpComponent(const Stream& stream, const TrackFindings& track,
                                  const ComponentOptions& options) {
-    if (track.verdict.play != Play::kPlays && track.verdict.play != Play::kPlaysInSoftware) {
-        return {{"none", "a track that does not play has no component", {}, {}}};
+    const auto* mime = findValue<std::string>(track.entries, AMEDIAFORMAT_KEY_MIME);
+    if (mime == nullptr || isNotSupported(*mime)) {
+        return {{"none", "a track that the library does not offer has no component", {}, {}}};
     }
     const sp<AMessage> format = makeMessage(track.entries, options);
     const uint32_t codec = stream.codecType;
     // The MPEG-4 decoder may play DivX.
-    const auto* mime = findValue<std::string>(track.entries, AMEDIAFORMAT_KEY_MIME);
-    const bool isMpeg4 = mime != nullptr && *mime == ZRE_MEDIA_MIMETYPE_VIDEO_MPEG4;
+    const bool isMpeg4 = *mime == ZRE_MEDIA_MIMETYPE_VIDEO_MPEG4;
     std::vector<Call> calls;
     for (const Operation& each : kOperations) {
         if (codec < each.firstCodec || codec > each.lastCodec || isMpeg4) continue;

@@ -1,4 +1,4 @@
-// What the library says beside its results: log lines and fatal assertions.
+// The device on which the library runs, and what it says beside its results.
 
 #pragma once
 
@@ -26,6 +26,26 @@ public:
 
 private:
     host::LogSink mFormer;
+};
+
+// While it lives, the library is on this device, and its fatal assertions throw a LibraryFatal.
+class OnDevice {
+public:
+    explicit OnDevice(host::Device device)
+        : mFormer(host::setDevice(std::move(device))),
+          mFormerHandler(host::setFatalHandler(throwFatal)) {}
+    ~OnDevice() {
+        host::setFatalHandler(mFormerHandler);
+        host::setDevice(std::move(mFormer));
+    }
+    OnDevice(const OnDevice&) = delete;
+    OnDevice& operator=(const OnDevice&) = delete;
+
+private:
+    [[noreturn]] static void throwFatal(const char* text) { throw LibraryFatal(text); }
+
+    host::Device mFormer;
+    host::FatalHandler mFormerHandler;
 };
 
 }  // namespace inspect

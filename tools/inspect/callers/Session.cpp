@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <iterator>
 #include <utility>
 
+#include "inspect/callers/Offer.h"
 #include "inspect/callers/PcmFormat.h"
 #include "inspect/records/Contradictions.h"
 #include "inspect/records/Records.h"
@@ -18,63 +18,6 @@ namespace inspect {
 namespace {
 
 using namespace android;
-
-[[noreturn]] void throwFatal(const char* text) {
-    throw LibraryFatal(text);
-}
-
-const char* orNull(const std::string& text) {
-    return text.empty() ? nullptr : text.c_str();
-}
-
-TrackInfo::Video videoInfo(const Stream& stream, bool hasWholeFrames) {
-    return {.width = stream.video.width,
-            .height = stream.video.height,
-            .bitRate = stream.bitRate,
-            .frameRate = stream.video.frameRate,
-            .hasSyncFrame = hasWholeFrames};
-}
-
-TrackInfo::Audio audioInfo(const Stream& stream) {
-    TrackInfo::Audio info{};
-    info.channelCount = stream.audio.channelCount;
-    info.sampleRate = stream.audio.sampleRate;
-    info.bitsPerSample = stream.audio.bitsPerSample;
-    info.bitRate = stream.bitRate;
-    info.blockAlign = stream.audio.blockAlign;
-    info.language = orNull(stream.language);
-    std::memcpy(info.codecDelay, &stream.audio.codecDelayNs, sizeof info.codecDelay);
-    std::memcpy(info.seekPreRoll, &stream.audio.seekPreRollNs, sizeof info.seekPreRoll);
-    return info;
-}
-
-TrackInfo::Text textInfo(const Stream& stream) {
-    return {.isBitmapSubtitle = stream.text.isBitmap,
-            .isUnsupportedBitmap = stream.text.isUnsupportedBitmap,
-            .bitmapLanguage = orNull(stream.language),
-            .textLanguage = stream.language.empty() ? "und" : stream.language.c_str()};
-}
-
-// The record points into the stream.
-TrackInfo trackInfo(const Stream& stream, bool hasWholeFrames) {
-    TrackInfo info{};
-    info.codecType = stream.codecType;
-    switch (stream.kind) {
-        case Kind::kVideo:
-            info.trackType = kTrackTypeVideo;
-            info.video = videoInfo(stream, hasWholeFrames);
-            break;
-        case Kind::kAudio:
-            info.trackType = kTrackTypeAudio;
-            info.audio = audioInfo(stream);
-            break;
-        default:
-            info.trackType = kTrackTypeText;
-            info.text = textInfo(stream);
-            break;
-    }
-    return info;
-}
 
 status_t storeCodecData(MediaExtractorHelper& helper, const Stream& stream, TrackInfo& info,
                         AMediaFormat* format) {
@@ -126,15 +69,7 @@ bool lacksCodecData(const Stream& stream, bool hasWholeFrames) {
 
 Session::Session(host::Device device)
     : mDevice(std::move(device)),
-      mSink([this](const host::LogLine& line) { mLog.push_back(line); }),
-      mFormerHandler(host::setFatalHandler(throwFatal)) {
-    host::setDevice(mDevice);
-}
-
-Session::~Session() {
-    host::setFatalHandler(mFormerHandler);
-    host::setDevice(host::typicalPhone());
-}
+      mSink([this](const host::LogLine& line) { mLog.push_back(line); }) {}
 
 std::vector<host::LogLine> Session::takeLog() {
     return std::exchange(mLog, {});
@@ -163,34 +98,42 @@ TrackFindings Session::describeTrack(const Stream& stream, bool hasWholeFrames) 
     TrackInfo info = trackInfo(stream, hasWholeFrames);
     try {
         mHelper->setTrackMeta(&info, format.get(), !hasWholeFrames);
-        found.verdict = judge(stream, format.mime(), mLog, mDevice);
-        if (stream.durationUs) mHelper->setDuration(*stream.durationUs, format.get());
-        if (stream.codecType == kCodecTypeAacAdts) {
-            AMediaFormat_setInt32(format.get(), ZREAMEDIAFORMAT_KEY_ISADTS, 1);
-        }
-        const Entries before = format.entries();
-        const size_t logged = mLog.size();
-        const status_t status = storeCodecData(*mHelper, stream, info, format.get());
-        const FormatChange change = {before, format.entries()};
-        found.records = readCodecData(stream, change);
-        std::string note = failureNote(status, mLog, logged);
-        if (status != OK && holdsUnchanged(change.after, stream.privateData)) {
-            const bool isMeant = isFinishedHevcRecord(stream.codecType, found.records);
-            note = isMeant ? kPassedOn : note + "; stored unchanged all the same";
-        }
-        if (!note.empty()) found.notes.push_back(note);
-        if (lacksCodecData(stream, hasWholeFrames)) found.notes.emplace_back(kNoCodecData);
-        found.codecData = describeCodecData(stream, found.records, change);
-        std::ranges::move(contradictions(stream, found.records), std::back_inserter(found.notes));
-    } catch (const LibraryFatal& fatal) {
-        found.verdict = {Play::kEndsProcess, fatal.what()};
+    } catch (const LibraryFatal&) {
+        // Depends on the device; the verdict tells.
     }
+    if (stream.durationUs) mHelper->setDuration(*stream.durationUs, format.get());
+    if (stream.codecType == kCodecTypeAacAdts) {
+        AMediaFormat_setInt32(format.get(), ZREAMEDIAFORMAT_KEY_ISADTS, 1);
+    }
+    try {
+        takeCodecData(stream, info, format, found);
+    } catch (const LibraryFatal& fatal) {
+        found.fatal = fatal.what();
+    }
+    if (lacksCodecData(stream, hasWholeFrames)) found.notes.emplace_back(kNoCodecData);
     if (isPcm(stream) && findPcmFormat(stream) == nullptr) {
         found.notes.push_back(whyNotTo16(stream, *mHelper));
     }
     found.entries = format.entries();
     found.log = takeLog();
     return found;
+}
+
+void Session::takeCodecData(const Stream& stream, TrackInfo& info, const Format& format,
+                            TrackFindings& found) {
+    const Entries before = format.entries();
+    const size_t logged = mLog.size();
+    const status_t status = storeCodecData(*mHelper, stream, info, format.get());
+    const FormatChange change = {before, format.entries()};
+    found.records = readCodecData(stream, change);
+    std::string note = failureNote(status, mLog, logged);
+    if (status != OK && holdsUnchanged(change.after, stream.privateData)) {
+        const bool isMeant = isFinishedHevcRecord(stream.codecType, found.records);
+        note = isMeant ? kPassedOn : note + "; stored unchanged all the same";
+    }
+    if (!note.empty()) found.notes.push_back(note);
+    found.codecData = describeCodecData(stream, found.records, change);
+    std::ranges::move(contradictions(stream, found.records), std::back_inserter(found.notes));
 }
 
 }  // namespace inspect

@@ -9,10 +9,10 @@
 #include "inspect/callers/Format.h"
 #include "inspect/callers/Hooks.h"
 #include "inspect/callers/Tags.h"
-#include "inspect/callers/Verdict.h"
 #include "inspect/media/MediaFile.h"
 #include "inspect/media/OpenFile.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
+#include "zrcodecparser/TrackInfo.h"
 
 namespace inspect {
 
@@ -21,8 +21,8 @@ struct TrackFindings {
     Entries entries;
     std::vector<Record> records;  // of the codec data
     std::vector<CodecDatum> codecData;
-    Verdict verdict;
-    std::vector<std::string> notes;  // what went wrong beside the verdict
+    std::vector<std::string> notes;  // what else is to be known
+    std::string fatal;               // the assertion that its codec data fail; empty = none
     std::vector<host::LogLine> log;
 };
 
@@ -30,7 +30,6 @@ struct TrackFindings {
 class Session {
 public:
     explicit Session(host::Device device);
-    ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
@@ -43,10 +42,12 @@ public:
     std::vector<host::LogLine> takeLog();
 
 private:
-    host::Device mDevice;
+    void takeCodecData(const Stream& stream, android::TrackInfo& info, const Format& format,
+                       TrackFindings& found);
+
+    OnDevice mDevice;
     std::vector<host::LogLine> mLog;
     LogSink mSink;
-    host::FatalHandler mFormerHandler;
     const android::sp<android::MediaExtractorHelper> mHelper = new android::MediaExtractorHelper;
 };
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "inspect/callers/OtherDevices.h"
+#include "inspect/callers/Offer.h"
 #include "inspect/media/CodecMap.h"
 #include "platform/Log.h"
 #include "zrcodecparser/CodecType.h"
@@ -14,6 +14,7 @@ namespace {
 
 using namespace android;
 
+// The library's own names for the decoders that the maker of a device adds in software.
 constexpr auto kSoftwareMimes = std::to_array<std::string_view>({
         ZRE_MEDIA_MIMETYPE_AUDIO_QCELP_ZRSW,
         ZRE_MEDIA_MIMETYPE_AUDIO_EVRC_ZRSW,
@@ -23,11 +24,11 @@ constexpr auto kSoftwareMimes = std::to_array<std::string_view>({
         ZRE_MEDIA_MIMETYPE_AUDIO_MPEG_ZRSW,
 });
 
-std::string lastError(const std::vector<host::LogLine>& log) {
-    for (auto line = log.rbegin(); line != log.rend(); ++line) {
-        if (line->priority >= ANDROID_LOG_ERROR) return line->text;
-    }
-    return "nothing";
+template <typename List>
+std::string joined(const List& words, const char* between) {
+    std::string text;
+    for (const std::string& word : words) text += (text.empty() ? "" : between) + word;
+    return text;
 }
 
 bool hasNoCode(const Stream& stream) {
@@ -35,26 +36,127 @@ bool hasNoCode(const Stream& stream) {
            stream.codecType == kNoSubtitleCodec;
 }
 
-std::string joined(const std::vector<std::string>& words) {
-    std::string text;
-    for (const std::string& word : words) text += (text.empty() ? "" : " or ") + word;
+std::vector<std::string> complaints(const Offer& offer) {
+    std::vector<std::string> texts;
+    for (const host::LogLine& line : offer.log) {
+        if (line.priority >= ANDROID_LOG_WARN) texts.push_back(line.text);
+    }
+    return texts;
+}
+
+bool hasDecoder(const PretendedDevice& device, const std::string& mime) {
+    return std::ranges::count(device.host.decoders, mime) > 0;
+}
+
+std::vector<Step> chainOf(const Stream& stream, const Offer& offer, const PretendedDevice& device) {
+    std::vector<Step> chain = {
+            {stream.codec,
+             hasNoCode(stream) ? "no codec code" : "code " + std::to_string(stream.codecType)}};
+    for (const std::string& mime : offer.asked) {
+        chain.push_back({"asks for " + mime, hasDecoder(device, mime) ? "found" : "none"});
+    }
+    for (const std::string& text : complaints(offer)) chain.push_back({"logs", text});
+    chain.push_back({"stores", offer.mime.value_or("no MIME type")});
+    return chain;
+}
+
+// "audio/x-ms-wma" and "audio/wma" are near, and makers use both.
+std::string plainType(std::string_view mime) {
+    std::string plain;
+    for (const char c : mime.substr(std::min(mime.find('/') + 1, mime.size()))) {
+        if (std::isalnum(static_cast<unsigned char>(c)) != 0) {
+            plain += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        } else if (plain == "x" || plain == "vnd" || plain == "ms") {
+            plain.clear();
+        }
+    }
+    return plain;
+}
+
+// Types that the device decodes and the library never asks for, though their names say the same.
+std::set<std::string> nearTypes(const std::set<std::string>& wanted,
+                                const PretendedDevice& device) {
+    std::set<std::string> near;
+    for (const std::string& mime : device.host.decoders) {
+        const std::string plain = plainType(mime);
+        for (const std::string& each : wanted) {
+            const std::string other = plainType(each);
+            const bool isNear = plain.starts_with(other) || other.starts_with(plain);
+            if (isNear && mime.substr(0, 5) == each.substr(0, 5) && mime != each) near.insert(mime);
+        }
+    }
+    return near;
+}
+
+std::string whyNoDecoder(const Stream& stream, const std::set<std::string>& wanted,
+                         const PretendedDevice& device) {
+    std::string text = "the device has no decoder for " + joined(wanted, " or ");
+    host::Device withDivx = device.host;
+    withDivx.divxAlternative = true;
+    if (isOffered(stream, withDivx)) text += ", and its DivX alternative is off";
+    const std::set<std::string> near = nearTypes(wanted, device);
+    if (!near.empty()) {
+        text += "; it has one for " + joined(near, ", ") + ", for which the library does not ask";
+    }
+    const auto& missing = device.description.missingFiles;
+    if (!missing.empty())
+        text += "; files of its description are missing: " + joined(missing, ", ");
     return text;
 }
 
-std::string whyNot(const Stream& stream, const host::Device& device) {
-    if (hasNoCode(stream)) return "no codec code of the library stands for " + stream.codec;
-    if (stream.kind == Kind::kText) return "subtitles of this kind cannot be shown";
-    const auto decoders = decodersThatHelp(stream.codecType, device);
-    if (decoders.empty()) return "no decoder would make the library offer this codec";
-    const bool alternative = isOfferedWithDivxAlternative(stream.codecType, device);
-    return "the device has no decoder for " + joined(decoders) +
-           (alternative ? ", and its DivX alternative is off" : "");
+// Of a track that the library does not offer.
+Verdict notOffered(const Stream& stream, const Offer& offer, const PretendedDevice& device) {
+    if (hasNoCode(stream)) {
+        return {Play::kNotSupported,
+                "no codec code of the library stands for " + stream.codec,
+                {},
+                {}};
+    }
+    if (!offer.mime) {
+        const auto texts = complaints(offer);
+        return {Play::kNoDecoder,
+                "no MIME type stored; the library says: " +
+                        (texts.empty() ? std::string("nothing") : texts.back()),
+                {},
+                {}};
+    }
+    if (stream.kind == Kind::kText) {
+        return {Play::kNotSupported, "subtitles of this kind cannot be shown", {}, {}};
+    }
+    const std::set<std::string> wanted = decodersThatHelp(stream, device.host);
+    if (wanted.empty()) {
+        return {Play::kNotSupported,
+                "the library never offers this codec, whatever decoder there is",
+                {},
+                {}};
+    }
+    return {Play::kNoDecoder, whyNoDecoder(stream, wanted, device), {}, {}};
 }
 
-std::string remark(const Stream& stream, const std::string& mime, const host::Device& device) {
-    if (stream.kind == Kind::kText || std::ranges::count(device.decoders, mime) > 0) return {};
-    if (!isOfferedWithoutDecoder(stream.codecType, device)) return {};
-    return "offered although the device has no decoder for " + mime;
+Verdict withoutChain(const Stream& stream, const Offer& offer, const TrackFacts& facts,
+                     const TrackFaults& faults, const PretendedDevice& device) {
+    const auto because = [](Play play, const std::string& reason) {
+        return Verdict{play, reason, {}, {}};
+    };
+    if (!faults.unreadable.empty()) return because(Play::kNothingReadable, faults.unreadable);
+    const std::string& fatal = offer.fatal.empty() ? faults.endsProcess : offer.fatal;
+    if (!fatal.empty()) {
+        return because(Play::kEndsProcess, "the library would end the process: " + fatal);
+    }
+    if (!faults.brokenData.empty()) return because(Play::kCodecDataBroken, faults.brokenData);
+    if (!offer.mime || isNotSupported(*offer.mime)) return notOffered(stream, offer, device);
+    if (stream.kind == Kind::kText) return because(Play::kPlays, "");
+    (void)facts;
+    if (!hasDecoder(device, *offer.mime)) {
+        return because(Play::kOfferedWithoutDecoder,
+                       "offered although the device has no decoder for " + *offer.mime);
+    }
+    const bool inSoftware = std::ranges::count(kSoftwareMimes, *offer.mime) > 0;
+    return because(inSoftware ? Play::kPlaysInSoftware : Play::kPlays, "");
+}
+
+std::string nameOf(const Stream& stream) {
+    return std::string(toString(stream.kind)) + " track " + std::to_string(stream.index);
 }
 
 }  // namespace
@@ -62,22 +164,66 @@ std::string remark(const Stream& stream, const std::string& mime, const host::De
 std::string_view toString(Play play) {
     switch (play) {
         case Play::kPlays: return "plays";
-        case Play::kPlaysInSoftware: return "plays in software";
-        case Play::kDoesNotPlay: return "does not play";
-        case Play::kEndsProcess: return "the library would end the process";
+        case Play::kPlaysInSoftware: return "plays-in-software";
+        case Play::kBeyondDecoder: return "beyond-decoder";
+        case Play::kOfferedWithoutDecoder: return "offered-without-decoder";
+        case Play::kNoDecoder: return "no-decoder";
+        case Play::kNotSupported: return "not-supported";
+        case Play::kEncrypted: return "encrypted";
+        case Play::kCodecDataBroken: return "codec-data-broken";
+        case Play::kNothingReadable: return "nothing-readable";
+        case Play::kEndsProcess: return "ends-process";
     }
     return "";
 }
 
-Verdict judge(const Stream& stream, const char* mime, const std::vector<host::LogLine>& log,
-              const host::Device& device) {
-    if (mime == nullptr) {
-        return {Play::kDoesNotPlay, "no MIME type stored; the library says: " + lastError(log)};
+bool plays(Play play) {
+    return play == Play::kPlays || play == Play::kPlaysInSoftware;
+}
+
+Verdict judge(const Stream& stream, bool hasWholeFrames, const TrackFacts& facts,
+              const TrackFaults& faults, const PretendedDevice& device) {
+    const Offer offer = offerOf(stream, hasWholeFrames, device.host);
+    Verdict verdict = withoutChain(stream, offer, facts, faults, device);
+    std::vector<Step> chain = chainOf(stream, offer, device);
+    chain.insert(chain.end(), verdict.chain.begin(), verdict.chain.end());
+    verdict.chain = std::move(chain);
+    return verdict;
+}
+
+std::string_view toString(FilePlay play) {
+    switch (play) {
+        case FilePlay::kPlays: return "plays";
+        case FilePlay::kPlaysInPart: return "plays-in-part";
+        case FilePlay::kDoesNotPlay: return "does-not-play";
+        case FilePlay::kNoParser: return "no-parser";
+        case FilePlay::kUnreadable: return "unreadable";
     }
-    const std::string type = mime;
-    if (isNotSupported(type)) return {Play::kDoesNotPlay, whyNot(stream, device)};
-    const bool inSoftware = std::ranges::count(kSoftwareMimes, type) > 0;
-    return {inSoftware ? Play::kPlaysInSoftware : Play::kPlays, remark(stream, type, device)};
+    return "";
+}
+
+FileVerdict judge(const Container& container, std::span<const TrackVerdict> tracks) {
+    if (container.fileKind == 0 && container.mime == nullptr) {
+        return {FilePlay::kNoParser, "no container parser reads this kind of file"};
+    }
+    bool hasPicturesOrSound = false;
+    bool hasOneThatPlays = false;
+    std::vector<std::string> lost;
+    for (const auto& [stream, verdict] : tracks) {
+        if (stream->kind == Kind::kOther) continue;
+        const bool isMain = stream->kind != Kind::kText;
+        hasPicturesOrSound |= isMain;
+        if (plays(verdict->play)) {
+            hasOneThatPlays |= isMain;
+        } else {
+            lost.push_back(nameOf(*stream) + ": " + verdict->reason);
+        }
+    }
+    if (!hasPicturesOrSound) return {FilePlay::kDoesNotPlay, "it has neither video nor audio"};
+    const std::string reason = joined(lost, "; ");
+    if (!hasOneThatPlays) return {FilePlay::kDoesNotPlay, reason};
+    if (lost.empty()) return {FilePlay::kPlays, ""};
+    return {FilePlay::kPlaysInPart, "lost: " + reason};
 }
 
 }  // namespace inspect

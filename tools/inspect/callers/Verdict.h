@@ -1,29 +1,71 @@
-// Whether a track plays on the pretended device, and if not, why.
+// Whether a track, and a file, plays on a device, and if not, why.
 
 #pragma once
 
-#include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "inspect/callers/PretendedDevice.h"
+#include "inspect/devices/TrackFacts.h"
 #include "inspect/media/MediaFile.h"
-#include "platform/Host.h"
 
 namespace inspect {
 
-enum class Play { kPlays, kPlaysInSoftware, kDoesNotPlay, kEndsProcess };
+enum class Play {
+    kPlays,
+    kPlaysInSoftware,
+    kBeyondDecoder,          // of a type that the device decodes, but not with these numbers
+    kOfferedWithoutDecoder,  // by the library, for a type of which the device has no decoder
+    kNoDecoder,
+    kNotSupported,  // by the library, whatever the device
+    kEncrypted,
+    kCodecDataBroken,
+    kNothingReadable,
+    kEndsProcess,
+};
+
+std::string_view toString(Play play);  // its stable code: "plays-in-software"
+bool plays(Play play);
+
+struct Step {
+    std::string what;
+    std::string answer;
+};
 
 struct Verdict {
-    Play play = Play::kDoesNotPlay;
+    Play play = Play::kNotSupported;
+    std::string reason;       // a sentence; empty when there is nothing to explain
+    std::string decoder;      // that takes the track; empty = none, or none is needed
+    std::vector<Step> chain;  // what led there
+};
+
+// What is wrong with a track wherever it is played; empty = nothing.
+struct TrackFaults {
+    std::string unreadable;   // no sample of it can be read
+    std::string brokenData;   // no decoder can start from its codec data
+    std::string endsProcess;  // the assertion that its codec data would fail
+};
+
+// The first that has to be mended: faults of the file, then of the device.
+Verdict judge(const Stream& stream, bool hasWholeFrames, const TrackFacts& facts,
+              const TrackFaults& faults, const PretendedDevice& device);
+
+enum class FilePlay { kPlays, kPlaysInPart, kDoesNotPlay, kNoParser, kUnreadable };
+
+std::string_view toString(FilePlay play);  // its stable code
+
+struct FileVerdict {
+    FilePlay play = FilePlay::kUnreadable;
     std::string reason;  // empty when there is nothing to explain
 };
 
-std::string_view toString(Play play);
+struct TrackVerdict {
+    const Stream* stream;
+    const Verdict* verdict;
+};
 
-// The verdict on a track that the library gave this MIME type, null for none, and wrote these log
-// lines about. Asks the library again, on other devices, for the reason.
-Verdict judge(const Stream& stream, const char* mime, const std::vector<host::LogLine>& log,
-              const host::Device& device);
+FileVerdict judge(const Container& container, std::span<const TrackVerdict> tracks);
 
 }  // namespace inspect

@@ -113,6 +113,10 @@ Json keyFramesToJson(const KeyFrames& frames) {
             {"firstDisputed", arrayOf(frames.firstDisputed, disputeToJson)}};
 }
 
+Json stepToJson(const Step& step) {
+    return {{"what", toText(step.what)}, {"answer", toText(step.answer)}};
+}
+
 Json trackToJson(const TrackReport& track) {
     Json json = {{"index", track.stream.index},
                  {"kind", toString(track.stream.kind)},
@@ -120,8 +124,12 @@ Json trackToJson(const TrackReport& track) {
     if (track.stream.kind == Kind::kOther) return json;
     json["codecType"] = track.stream.codecType;
     json["mime"] = mimeToJson(track.found.entries);
-    json["verdict"] = toString(track.found.verdict.play);
-    json["reason"] = textOrNull(track.found.verdict.reason);
+    const Verdict& verdict = track.verdicts.front();
+    json["verdict"] = toString(verdict.play);
+    json["plays"] = plays(verdict.play);
+    json["reason"] = textOrNull(verdict.reason);
+    json["decoder"] = textOrNull(verdict.decoder);
+    json["chain"] = arrayOf(verdict.chain, stepToJson);
     json["notes"] = arrayOf(track.found.notes, toText);
     const PcmFormat* pcm = findPcmFormat(track.stream);
     if (isPcm(track.stream))

@@ -54,9 +54,25 @@ void callGlue(TrackReport& track, Session& session, const Scope& scope) {
     for (host::LogLine& line : session.takeLog()) track.found.log.push_back(std::move(line));
 }
 
+void judgeTracks(FileReport& report, const MediaFile& file, const Scope& scope) {
+    for (const PretendedDevice& device : scope.devices) {
+        std::vector<TrackVerdict> verdicts;
+        for (TrackReport& track : report.tracks) {
+            const TrackFaults faults = {
+                    .unreadable = {}, .brokenData = {}, .endsProcess = track.found.fatal};
+            track.verdicts.push_back(judge(track.stream, file.container.hasWholeFrames, track.facts,
+                                           faults, device));
+        }
+        for (const TrackReport& track : report.tracks) {
+            verdicts.push_back({&track.stream, &track.verdicts.back()});
+        }
+        report.verdicts.push_back(judge(file.container, verdicts));
+    }
+}
+
 void fill(FileReport& report, const OpenFile& open, const Scope& scope, PictureFiles* pictures) {
     const MediaFile file = readMediaFile(open);
-    Session session(scope.device);
+    Session session(scope.devices.front().host);
     report.truncation = file.truncation;
     report.junk = file.junk;
     report.format = file.format;
@@ -65,6 +81,7 @@ void fill(FileReport& report, const OpenFile& open, const Scope& scope, PictureF
     for (const Stream& stream : file.streams) {
         report.tracks.push_back(reportTrack(stream, file, session, scope));
     }
+    judgeTracks(report, file, scope);
     report.tags = session.readTags(open);
     const auto keyFrames = scope.frames ? compareKeyFrames(open, file) : std::map<int, KeyFrames>{};
     for (TrackReport& track : report.tracks) {
@@ -93,6 +110,7 @@ FileReport makeReport(const std::string& path, const Scope& scope, PictureFiles*
         report = {};
         report.path = path;
         report.error = error.what();
+        report.verdicts.assign(scope.devices.size(), {FilePlay::kUnreadable, report.error});
     }
     return report;
 }

@@ -11,16 +11,17 @@
 #include "inspect/callers/PcmDump.h"
 #include "inspect/callers/Pictures.h"
 #include "inspect/callers/Session.h"
+#include "inspect/callers/Verdict.h"
 
 namespace inspect {
 
 // What a report looks at.
 struct Scope {
-    host::Device device = host::typicalPhone();
-    bool explain = false;    // codec data byte by byte
-    bool frames = false;     // key frames
-    bool component = false;  // what a component is sent
-    bool legacy = false;     // what older parsers get
+    std::vector<PretendedDevice> devices;  // at least one; the first is the one that is shown
+    bool explain = false;                  // codec data byte by byte
+    bool frames = false;                   // key frames
+    bool component = false;                // what a component is sent
+    bool legacy = false;                   // what older parsers get
     ComponentOptions componentOptions;
     std::string dumpWav;  // the file to write samples to; empty = none
     OutputRules outputs;
@@ -29,6 +30,8 @@ struct Scope {
 struct TrackReport {
     Stream stream;
     TrackFindings found;
+    TrackFacts facts;
+    std::vector<Verdict> verdicts;  // one a device
     std::optional<PcmDump> dump;
     std::vector<Record> explanations;
     std::optional<KeyFrames> keyFrames;  // of a video track
@@ -38,6 +41,7 @@ struct TrackReport {
 
 struct FileReport {
     std::string path;
+    std::vector<FileVerdict> verdicts;  // one a device
     std::string error;  // not empty: the file could not be read, and nothing else is set
     std::vector<std::string> outputErrors;  // why files could not be written, with their paths
     std::optional<std::string> truncation;

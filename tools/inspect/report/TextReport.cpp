@@ -69,10 +69,16 @@ private:
 };
 
 std::string verdictText(const Verdict& verdict, const TextStyle& style) {
-    std::string_view colour = kRed;
-    if (verdict.play == Play::kPlays) colour = kGreen;
-    if (verdict.play == Play::kPlaysInSoftware) colour = kYellow;
-    std::string text = paint(style, colour, std::string(toString(verdict.play)));
+    std::string text;
+    if (plays(verdict.play)) {
+        const bool isInSoftware = verdict.play == Play::kPlaysInSoftware;
+        text = paint(style, isInSoftware ? kYellow : kGreen,
+                     isInSoftware ? "plays in software" : "plays");
+    } else {
+        const std::string code(toString(verdict.play));
+        text = paint(style, kRed, "does not play (" + code + ")");
+    }
+    if (!verdict.decoder.empty()) text += " with " + escaped(verdict.decoder);
     if (!verdict.reason.empty()) text += ": " + escaped(verdict.reason);
     return text;
 }
@@ -103,7 +109,7 @@ void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
         return;
     }
     out << paint(style, kBold, padded(mimeOf(track.found.entries), mimeWidth)) << "  "
-        << verdictText(track.found.verdict, style) << '\n'
+        << verdictText(track.verdicts.front(), style) << '\n'
         << kIndent << Facts(track).text() << '\n';
     if (const PcmFormat* pcm = findPcmFormat(track.stream)) {
         out << kIndent << "conversion to 16 bits: " << pcm->conversion << '\n';

@@ -1,0 +1,23 @@
+// A device to judge files for: what its decoders can do, and how the platform on it answers.
+
+#pragma once
+
+#include <string>
+
+#include "inspect/devices/Decoder.h"
+#include "platform/Host.h"
+
+namespace inspect {
+
+struct PretendedDevice {
+    DeviceDescription description;
+    host::Device host;  // its decoders are those of the description: see nameDecoders
+};
+
+// Tells the platform the types of the decoders that count, each as the library spells it.
+void nameDecoders(PretendedDevice& device);
+
+// Whether two MIME types are the same, which is without regard to case (RFC 2045 5.1).
+bool isSameType(const std::string& one, const std::string& other);
+
+}  // namespace inspect
