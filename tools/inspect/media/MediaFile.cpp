@@ -2,10 +2,14 @@
 
 extern "C" {
 #include <libavutil/crc.h>
+#include <libavutil/display.h>
+#include <libavutil/pixdesc.h>
 }
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstring>
 #include <limits>
 
 #include "inspect/media/CodecMap.h"
@@ -33,6 +37,29 @@ uint32_t frameRateOf(AVFormatContext& context, AVStream& stream) {
     return atLeastZero<uint32_t>((int64_t{rate.num} + rate.den / 2) / rate.den);
 }
 
+double toDouble(AVRational rate) {
+    return rate.num > 0 && rate.den > 0 ? av_q2d(rate) : 0;
+}
+
+uint32_t bitDepthOf(const AVCodecParameters& codec) {
+    const AVPixFmtDescriptor* format =
+            av_pix_fmt_desc_get(static_cast<AVPixelFormat>(codec.format));
+    return atLeastZero<uint32_t>(format != nullptr ? format->comp[0].depth
+                                                   : codec.bits_per_raw_sample);
+}
+
+int rotationOf(const AVStream& stream) {
+    constexpr size_t kMatrixBytes = 9 * sizeof(int32_t);
+    size_t size = 0;
+    const uint8_t* data = av_stream_get_side_data(&stream, AV_PKT_DATA_DISPLAYMATRIX, &size);
+    if (data == nullptr || size < kMatrixBytes) return 0;
+    std::array<int32_t, 9> matrix{};
+    std::memcpy(matrix.data(), data, kMatrixBytes);
+    const double counterclockwise = av_display_rotation_get(matrix.data());
+    if (std::isnan(counterclockwise)) return 0;
+    return (720 - static_cast<int>(std::lround(counterclockwise))) % 360;
+}
+
 std::string tagOf(AVDictionary* dictionary, const char* key) {
     const AVDictionaryEntry* entry = av_dict_get(dictionary, key, nullptr, 0);
     return entry != nullptr ? entry->value : std::string();
@@ -57,7 +84,11 @@ void readVideo(Stream& out, const Demuxer& demuxer, AVStream& stream) {
                  .height = atLeastZero<uint32_t>(stream.codecpar->height),
                  .frameRate = frameRateOf(demuxer.context(), stream),
                  .storedWidth = atLeastZero<uint32_t>(storedWidth),
-                 .storedHeight = atLeastZero<uint32_t>(storedHeight)};
+                 .storedHeight = atLeastZero<uint32_t>(storedHeight),
+                 .bitDepth = bitDepthOf(*stream.codecpar),
+                 .averageFrameRate = toDouble(stream.avg_frame_rate),
+                 .baseFrameRate = toDouble(stream.r_frame_rate),
+                 .rotation = rotationOf(stream)};
 }
 
 void readAudio(Stream& out, const AVCodecParameters& codec) {
@@ -113,6 +144,9 @@ Stream readStream(const Demuxer& demuxer, AVStream& stream) {
     out.bitRate = atLeastZero<uint32_t>(codec.bit_rate);
     out.language = tagOf(stream.metadata, "language");
     out.durationUs = toMicroseconds(stream.duration, stream.time_base);
+    out.isDefault = (stream.disposition & AV_DISPOSITION_DEFAULT) != 0;
+    if (codec.profile >= 0) out.profile = codec.profile;
+    if (codec.level >= 0) out.level = codec.level;
     if (codec.extradata_size > 0) {
         out.privateData.assign(codec.extradata, codec.extradata + codec.extradata_size);
     }

@@ -25,6 +25,9 @@ struct Stream {
     uint32_t bitRate = 0;
     std::string language;  // empty = unknown
     std::optional<int64_t> durationUs;
+    bool isDefault = false;      // among the tracks of its kind, as the container has it
+    std::optional<int> profile;  // libavcodec's numbers
+    std::optional<int> level;
 
     struct Video {
         uint32_t width = 0;
@@ -32,6 +35,10 @@ struct Stream {
         uint32_t frameRate = 0;
         uint32_t storedWidth = 0;  // by the container alone; 0 = it tells none
         uint32_t storedHeight = 0;
+        uint32_t bitDepth = 0;        // of a sample; 0 = unknown
+        double averageFrameRate = 0;  // 0 = unknown
+        double baseFrameRate = 0;     // the least that holds every timestamp; 0 = unknown
+        int rotation = 0;             // by the container, in degrees clockwise: 0 to 359
     } video;
 
     struct Audio {

@@ -1,0 +1,67 @@
+#include "inspect/callers/TrackFacts.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "inspect/devices/Profiles.h"
+
+namespace inspect {
+namespace {
+
+std::optional<int64_t> known(int64_t number) {
+    return number > 0 ? std::optional(number) : std::nullopt;
+}
+
+std::optional<double> known(double rate) {
+    return rate > 0 ? std::optional(rate) : std::nullopt;
+}
+
+// Of the first record that has such a field.
+std::optional<int> fieldOf(const std::vector<Record>& records, std::string_view name) {
+    const auto found =
+            std::ranges::find_if(records, [&](const Record& each) { return each.has(name); });
+    if (found == records.end()) return {};
+    return static_cast<int>(found->number(name));
+}
+
+Indication indicationOf(const Stream& stream, const std::vector<Record>& records) {
+    Indication said = {.profile = stream.profile,
+                       .level = stream.level,
+                       .bitDepth = known(int64_t{stream.video.bitDepth})};
+    if (stream.codec == "vp9" && !said.level) said.level = fieldOf(records, "level");
+    if (stream.codec == "av1" && !said.level) said.level = fieldOf(records, "seq_level_idx_0");
+    said.constraints = static_cast<unsigned>(fieldOf(records, "profile_compatibility").value_or(0));
+    said.isHighTier = fieldOf(records, "general_tier_flag").value_or(0) != 0;
+    return said;
+}
+
+// ISO/IEC 11172-2 2.4.3.2: all ones stand for a variable rate.
+std::optional<int64_t> bitRateOf(const Stream& stream) {
+    constexpr uint32_t kVariable = 0x3FFFF * 400;
+    const bool isVariable = stream.codec == "mpeg1video" && stream.bitRate == kVariable;
+    return isVariable ? std::nullopt : known(int64_t{stream.bitRate});
+}
+
+}  // namespace
+
+TrackFacts factsOf(const Stream& stream, const std::vector<Record>& records) {
+    TrackFacts facts;
+    facts.codec = stream.codec;
+    facts.width = known(int64_t{stream.video.width});
+    facts.height = known(int64_t{stream.video.height});
+    facts.frameRate = known(stream.video.averageFrameRate);
+    facts.baseFrameRate = known(stream.video.baseFrameRate);
+    facts.bitRate = bitRateOf(stream);
+    facts.sampleRate = known(int64_t{stream.audio.sampleRate});
+    facts.channelCount = known(int64_t{stream.audio.channelCount});
+    facts.bitDepth = known(int64_t{stream.video.bitDepth});
+    const CodecProfiles* codec = profilesOfCodec(stream.codec);
+    if (codec == nullptr) return facts;
+    const Indication said = indicationOf(stream, records);
+    facts.codec = codec->name;
+    facts.profile = profileOf(*codec, said);
+    facts.level = levelOf(*codec, said);
+    return facts;
+}
+
+}  // namespace inspect
