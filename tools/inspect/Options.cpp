@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
-#include <numeric>
 #include <sstream>
 #include <string_view>
 
+#include "inspect/base/Distance.h"
 #include "inspect/callers/Offer.h"
 #include "zrcodecparser/MediaDefs.h"
 
@@ -72,21 +72,6 @@ CLI::Validator notEmpty() {
                 return text.empty() ? "is an empty name" : std::string();
             },
             "");
-}
-
-// How many characters have to be put in, left out or changed.
-size_t distance(std::string_view from, std::string_view to) {
-    std::vector<size_t> row(to.size() + 1);
-    std::iota(row.begin(), row.end(), size_t{0});
-    for (size_t i = 0; i < from.size(); i++) {
-        size_t diagonal = std::exchange(row[0], i + 1);
-        for (size_t j = 0; j < to.size(); j++) {
-            const size_t changed = diagonal + (from[i] == to[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({changed, row[j] + 1, diagonal + 1});
-        }
-    }
-    return row.back();
 }
 
 // Becomes the library's spelling of a type that it looks for. One more word may be good as well.

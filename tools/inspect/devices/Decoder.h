@@ -48,11 +48,12 @@ struct Limits {
 
 struct Decoder {
     std::string name;
-    std::string type;        // MIME type, as the description spells it
-    std::string whyIgnored;  // why it does not count for an ordinary file; empty = it counts
-    std::string remark;      // what to know when it is used; empty = nothing
+    std::string type;          // MIME type, as the description spells it
+    std::string whyIgnored{};  // why it does not count for an ordinary file; empty = it counts
+    std::string remark{};      // what to know when it is used; empty = nothing
+    std::vector<std::string> aliases{};  // names of earlier releases
     bool isSoftware = false;
-    Limits limits;
+    Limits limits{};
 };
 
 struct DeviceDescription {
