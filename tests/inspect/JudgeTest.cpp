@@ -96,7 +96,7 @@ TEST(Judge, ProfilesAndLevelsAgainstLists) {
         const char* told;
     } cases[] = {
         {"Video/AVC", {100, 40}, {{8, 0x800}}, "taken"},
-        {"video/avc", {100, 41}, {{8, 0x400}, {8, 0x800}},
+        {"video/avc", {100, 41}, {{8, 0x400}, {8, 0x800}, {8, 1}},
          "level: AVC High, level 4.1; x takes High up to 4.0"},
         {"video/avc", {110, 40}, {{1, 0x8000}, {8, 0x8000}, {0x80, 1}},
          "profile: AVC High 10, level 4.0; x takes Baseline and High up to 5.1, 0x80 up to 1.0"},
