@@ -136,14 +136,11 @@ bool takesProfile(const CodecProfiles& codec, int64_t listed, int64_t asked) {
 bool takesLevel(const CodecProfiles& codec, int64_t listed, int64_t asked) {
     if (codec.levels.empty()) return true;
     if (!codec.hasTiers) return listed >= asked;
-    if (listed <= 0 || asked <= 0) return false;
-    // One bit a level, those of the Main tier even.
-    const auto bitOf = [](int64_t number) {
-        return static_cast<int>(std::bit_width(static_cast<uint64_t>(number))) - 1;
+    // One bit a level, the first that of the Main tier.
+    const auto isHigh = [](int64_t number) {
+        return std::bit_width(static_cast<uint64_t>(number)) % 2 == 0;
     };
-    const int bit = bitOf(listed);
-    const int askedBit = bitOf(asked);
-    return bit / 2 >= askedBit / 2 && bit % 2 >= askedBit % 2;
+    return listed >= asked && (isHigh(listed) || !isHigh(asked));
 }
 
 int levelsBetween(const CodecProfiles& codec, int64_t listed, int64_t asked) {
