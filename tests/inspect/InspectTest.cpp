@@ -57,7 +57,7 @@ TEST(Inspect, VerdictFollowsTheDevice) {
             {"--only-decoders none video.mkv", 1, "audio/notsupport", no, "for audio/opus"},
             {"--only-decoders none video.mkv", 2, "application/x-subrip", "plays", "null"},
             {"video.avi", 0, "video/notsupport", no, "DivX alternative is off"},
-            {"--divx-alternative on video.avi", 0, "video/mp4v-es", "plays", "null"},
+            {"--divx-alternative on video.avi", 0, "video/mp4v-es", "plays-in-software", "null"},
             {"--decoder video/divx video.avi", 0, "video/divx", "plays", "null"},
             {"--decoder audio/x-zr-alac audio.m4a", 0, "audio/x-zr-alac", "plays-in-software", ""},
             {"--media-server dead video.mp4", 0, nullptr, no, "mediaserver is not alive"},
@@ -123,10 +123,10 @@ TEST(Inspect, TextShowsWhatAPersonLooksFor) {
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     for (const char* part :
-         {"video.mp4  video/mp4, QuickTime / MOV, 1.000 s\n",
-          "  0  video  video/avc        plays\n", " h264, 160x90, 25 fps, ",
+         {"video.mp4  video/mp4, QuickTime / MOV, 1.000 s: plays\n",
+          "  0  video  video/avc        plays with hw.avc\n", " h264, 160x90, 25 fps, ",
           " csd-avc  45 bytes  AVC High 1.1, 1 SPS, 1 PPS, 4-byte lengths\n",
-          " 1  audio  audio/mp4a-latm  plays\n", " aac, 44100 Hz, 1 channel, ",
+          " 1  audio  audio/mp4a-latm  plays with audio.aac\n", " aac, 44100 Hz, 1 channel, ",
           " esds  27 bytes  MPEG-4 audio, AudioSpecificConfig 12 08 ",
           " slice-height      int32   90\n", "\nvideo.h264  no container MIME type",
           ", 2-byte lengths\n",

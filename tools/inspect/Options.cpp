@@ -5,23 +5,12 @@
 #include <charconv>
 #include <filesystem>
 #include <sstream>
-#include <string_view>
 
-#include "inspect/base/Distance.h"
-#include "inspect/callers/Offer.h"
+#include "inspect/DeviceOptions.h"
 #include "zrcodecparser/MediaDefs.h"
 
 namespace inspect {
 namespace {
-
-struct DeviceOptions {
-    std::vector<std::string> add;
-    std::vector<std::string> remove;
-    std::vector<std::string> only;
-    std::string divxAlternative;
-    std::string mediaServer;
-    std::string codecInfo;
-};
 
 int32_t numberOf(const std::string& text) {
     int32_t number = 0;
@@ -31,13 +20,6 @@ int32_t numberOf(const std::string& text) {
         throw CLI::ConversionError(text, "--component-key, which takes a number of 32 bits");
     }
     return number;
-}
-
-// With one value each time.
-template <typename Target>
-CLI::Option* addOption(CLI::App& app, const char* name, Target& target, const char* type,
-                       const char* help) {
-    return app.add_option(name, target, help)->type_name(type)->allow_extra_args(false);
 }
 
 void addGlueOptions(CLI::App& app, Scope& scope) {
@@ -61,61 +43,12 @@ void addGlueOptions(CLI::App& app, Scope& scope) {
     app.add_flag("--legacy", scope.legacy, "Print the tracks as older parsers see them");
 }
 
-// Of these words; the help names them in the option's type already.
-CLI::Validator oneOf(std::vector<std::string> words) {
-    return CLI::Validator(CLI::IsMember(std::move(words))).description("");
-}
-
 CLI::Validator notEmpty() {
     return CLI::Validator(
             [](const std::string& text) {
                 return text.empty() ? "is an empty name" : std::string();
             },
             "");
-}
-
-// Becomes the library's spelling of a type that it looks for. One more word may be good as well.
-CLI::Validator mimeType(std::string_view otherWord = {}) {
-    const auto check = [otherWord](std::string& text) -> std::string {
-        const std::string wanted = CLI::detail::to_lower(CLI::detail::trim_copy(text));
-        std::set<std::string> known = knownDecoders();
-        if (!otherWord.empty()) known.emplace(otherWord);
-        const auto far = [&wanted](const std::string& mime) {
-            return distance(wanted, CLI::detail::to_lower(mime));
-        };
-        const std::string nearest = *std::ranges::min_element(known, {}, far);
-        if (far(nearest) > 0) {
-            return "the library never looks for a decoder of \"" + text + "\"; the nearest is " +
-                   nearest;
-        }
-        text = nearest;
-        return {};
-    };
-    return CLI::Validator(check, "");
-}
-
-void addDeviceOptions(CLI::App& app, DeviceOptions& device) {
-    CLI::Option* const all[] = {
-            addOption(app, "--decoder", device.add, "MIME", "Has a decoder for this MIME type too")
-                    ->transform(mimeType()),
-            addOption(app, "--no-decoder", device.remove, "MIME",
-                      "Has no decoder for this MIME type")
-                    ->transform(mimeType()),
-            addOption(app, "--only-decoders", device.only, "MIME,...",
-                      "Has these decoders and no others; \"none\"")
-                    ->delimiter(',')
-                    ->transform(mimeType("none")),
-            addOption(app, "--divx-alternative", device.divxAlternative, "on|off",
-                      "Plays DivX as MPEG-4")
-                    ->check(oneOf({"on", "off"})),
-            addOption(app, "--media-server", device.mediaServer, "alive|dead",
-                      "State of the media server")
-                    ->check(oneOf({"alive", "dead"})),
-            addOption(app, "--codec-info", device.codecInfo, "there|missing",
-                      "State of the codec list's information")
-                    ->check(oneOf({"there", "missing"})),
-    };
-    for (CLI::Option* each : all) each->group("The pretended device (a typical phone)");
 }
 
 void addOutputOptions(CLI::App& app, Options& options) {
@@ -138,18 +71,6 @@ void addOutputOptions(CLI::App& app, Options& options) {
     });
 }
 
-void shape(host::Device& device, const DeviceOptions& options) {
-    if (!options.only.empty()) {
-        device.decoders = options.only;
-        std::erase(device.decoders, "none");
-    }
-    for (const std::string& mime : options.remove) std::erase(device.decoders, mime);
-    device.decoders.insert(device.decoders.end(), options.add.begin(), options.add.end());
-    if (!options.divxAlternative.empty()) device.divxAlternative = options.divxAlternative == "on";
-    device.mediaServerAlive = options.mediaServer != "dead";
-    device.codecInfoAvailable = options.codecInfo != "missing";
-}
-
 // Names of files that look like options.
 std::string hintOnDash(const std::vector<std::string>& unexpected) {
     const auto exists = [](const std::string& name) {
@@ -169,7 +90,8 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
             "zrinspect");
     app.footer(
             "Exit status: 0 when every file was described, 1 when one could not be read or is "
-            "truncated,\nor a file could not be written, 2 for a wrong command line.");
+            "truncated,\nor a file could not be written, 2 for a wrong command line, 3 when "
+            "--check is not met.");
     app.set_version_flag("--version", android::ZRCODECPARSER_VERSION,
                          "Print the library's version");
     app.add_option("FILE", options.files, "Files to look at; - is standard input")
@@ -177,6 +99,12 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
             ->required();
     app.add_flag("--json", options.json, "Print one JSON document with every key");
     app.add_flag("--keys", options.keys, "Print every key that the library stored");
+    app.add_flag("--fix", options.scope.fix,
+                 "Print what to change in a file that does not play, as a command for ffmpeg");
+    app.add_flag("--check{all}", options.check,
+                 "Exit with status 3 when something does not play: =video, =audio or =all")
+            ->check(CLI::IsMember({"video", "audio", "all"}).description(""));
+    app.add_flag("--quiet,-q", options.quiet, "Print errors only");
     app.add_flag("--log", options.log, "Print what the library wrote to its log");
     app.add_flag("--explain", options.scope.explain, "Print the codec data byte by byte");
     addGlueOptions(app, options.scope);
@@ -192,15 +120,12 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
         if (app.exit(error, text, text) == 0) return CommandLineEnd{0, text.str()};
         return CommandLineEnd{kExitUsage, error.what() + hintOnDash(app.remaining())};
     }
-    PretendedDevice pretended;
-    pretended.host = host::typicalPhone();
-    for (const std::string& mime : pretended.host.decoders) {
-        Decoder decoder;
-        decoder.type = mime;
-        pretended.description.decoders.push_back(decoder);
+    try {
+        options.scope.devices = readDevices(device);
+    } catch (const FileError& error) {
+        return CommandLineEnd{kExitFileError, error.what()};
     }
-    shape(pretended.host, device);
-    options.scope.devices.push_back(pretended);
+    options.isCompared = !device.compared.empty();
     options.scope.outputs.inputs = options.files;
     return {};
 }

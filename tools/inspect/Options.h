@@ -12,13 +12,17 @@ namespace inspect {
 
 inline constexpr int kExitFileError = 1;
 inline constexpr int kExitUsage = 2;
+inline constexpr int kExitDoesNotPlay = 3;
 
 struct Options {
     std::vector<std::string> files;
     bool json = false;
     bool keys = false;
     bool log = false;
-    std::string pictures;  // the folder to write pictures to; empty = none
+    bool quiet = false;
+    bool isCompared = false;  // a table of devices by files
+    std::string check;        // "video", "audio", "all"; empty = nothing has to play
+    std::string pictures;     // the folder to write pictures to; empty = none
     Scope scope;
 };
 

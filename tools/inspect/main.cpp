@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -14,6 +15,7 @@
 #include "inspect/Options.h"
 #include "inspect/base/Progress.h"
 #include "inspect/base/Utf8.h"
+#include "inspect/report/Comparison.h"
 #include "inspect/report/JsonReport.h"
 #include "inspect/report/TextReport.h"
 
@@ -55,28 +57,65 @@ bool complain(const FileReport& report) {
     return !text.empty() || !report.outputErrors.empty();
 }
 
-int inspectFiles(const Options& options, PictureFiles* pictures) {
+// Whether all plays on every device that --check asks for.
+bool meets(const std::string& check, const FileReport& report) {
+    if (check.empty()) return true;
+    if (check == "all") {
+        return std::ranges::all_of(report.verdicts, [](const FileVerdict& verdict) {
+            return verdict.play == FilePlay::kPlays;
+        });
+    }
+    return std::ranges::all_of(report.tracks, [&](const TrackReport& track) {
+        return toString(track.stream.kind) != check ||
+               std::ranges::all_of(track.verdicts, plays, &Verdict::play);
+    });
+}
+
+// Returns whether all of it is written.
+bool show(const Options& options, const FileReport& report, bool isFirst) {
+    if (options.quiet || options.json || options.isCompared || !report.error.empty()) return true;
     const TextStyle style{.colour = wantsColour(), .keys = options.keys, .log = options.log};
+    std::ostringstream text;
+    if (!isFirst) text << '\n';
+    printText(text, report, style);
+    return print(forTerminal(text.str()));
+}
+
+bool showAll(const Options& options, const std::vector<FileReport>& reports) {
+    if (options.quiet) return true;
+    if (options.json) return print(jsonReport(options.scope.devices, reports));
+    if (!options.isCompared) return true;
+    const TextStyle style{.colour = wantsColour()};
+    std::ostringstream text;
+    printComparison(text, options.scope.devices, reports, terminalColumns(STDOUT_FILENO), style);
+    return print(text.str());
+}
+
+int inspectFiles(const Options& options, PictureFiles* pictures) {
     std::vector<FileReport> reports;
-    int status = EXIT_SUCCESS;
+    bool isComplete = true;
+    bool isMet = true;
     bool isFirst = true;
     for (const std::string& path : options.files) {
         FileReport report = makeReport(path, options.scope, pictures);
-        if (!options.json && report.error.empty()) {
-            std::ostringstream text;
-            if (!isFirst) text << '\n';
-            printText(text, report, style);
-            if (!print(forTerminal(text.str()))) return kExitFileError;
-            isFirst = false;
-        }
-        if (complain(report)) status = kExitFileError;
-        if (options.json) reports.push_back(std::move(report));
+        if (!show(options, report, isFirst)) return kExitFileError;
+        if (report.error.empty()) isFirst = false;
+        if (complain(report)) isComplete = false;
+        if (!meets(options.check, report)) isMet = false;
+        if (options.json || options.isCompared) reports.push_back(std::move(report));
     }
-    if (!options.json) return status;
-    return print(jsonReport(reports)) ? status : kExitFileError;
+    if (!showAll(options, reports) || !isComplete) return kExitFileError;
+    return isMet ? EXIT_SUCCESS : kExitDoesNotPlay;
+}
+
+void warnOfDevices(const Options& options) {
+    for (const PretendedDevice& device : options.scope.devices) {
+        for (const std::string& warning : device.description.warnings) complain(warning);
+    }
 }
 
 int run(const Options& options) {
+    warnOfDevices(options);
     if (options.pictures.empty()) return inspectFiles(options, nullptr);
     try {
         PictureFiles pictures(options.pictures, options.scope.outputs);
@@ -107,7 +146,8 @@ int main(int count, char** arguments) {
     if (!end) return run(options);
     if (end->status != EXIT_SUCCESS) {
         complain(end->text);
-        writeText(STDERR_FILENO, "Run with --help for more information.\n");
+        if (end->status == kExitUsage)
+            writeText(STDERR_FILENO, "Run with --help for more information.\n");
         return end->status;
     }
     return print(forTerminal(end->text)) ? EXIT_SUCCESS : kExitFileError;

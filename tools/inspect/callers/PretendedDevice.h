@@ -2,8 +2,6 @@
 
 #pragma once
 
-#include <string>
-
 #include "inspect/devices/Decoder.h"
 #include "platform/Host.h"
 
@@ -16,8 +14,5 @@ struct PretendedDevice {
 
 // Tells the platform the types of the decoders that count, each as the library spells it.
 void nameDecoders(PretendedDevice& device);
-
-// Whether two MIME types are the same, which is without regard to case (RFC 2045 5.1).
-bool isSameType(const std::string& one, const std::string& other);
 
 }  // namespace inspect

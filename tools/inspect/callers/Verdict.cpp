@@ -4,6 +4,7 @@
 #include <array>
 
 #include "inspect/callers/Offer.h"
+#include "inspect/devices/Judge.h"
 #include "inspect/media/CodecMap.h"
 #include "platform/Log.h"
 #include "zrcodecparser/CodecType.h"
@@ -48,6 +49,13 @@ bool hasDecoder(const PretendedDevice& device, const std::string& mime) {
     return std::ranges::count(device.host.decoders, mime) > 0;
 }
 
+// "AVC High 10, level 4.0"
+std::string askedOf(const Refusal& refusal) {
+    std::vector<std::string> asked;
+    for (const Shortfall& each : refusal.judgement.beyond) asked.push_back(each.asked);
+    return listed(asked);
+}
+
 std::vector<Step> chainOf(const Stream& stream, const Offer& offer, const PretendedDevice& device) {
     std::vector<Step> chain = {
             {stream.codec,
@@ -88,12 +96,23 @@ std::set<std::string> nearTypes(const std::set<std::string>& wanted,
     return near;
 }
 
+bool isOfferedWithDivx(const Stream& stream, const PretendedDevice& device) {
+    host::Device other = device.host;
+    other.divxAlternative = true;
+    return isOffered(stream, other);
+}
+
+std::string whatHelps(const Stream& stream, const std::set<std::string>& wanted,
+                      const PretendedDevice& device) {
+    const std::string decoder = "a decoder for " + joined(wanted, " or ");
+    return isOfferedWithDivx(stream, device) ? "its DivX alternative switched on, or " + decoder
+                                             : decoder;
+}
+
 std::string whyNoDecoder(const Stream& stream, const std::set<std::string>& wanted,
                          const PretendedDevice& device) {
     std::string text = "the device has no decoder for " + joined(wanted, " or ");
-    host::Device withDivx = device.host;
-    withDivx.divxAlternative = true;
-    if (isOffered(stream, withDivx)) text += ", and its DivX alternative is off";
+    if (isOfferedWithDivx(stream, device)) text += ", and its DivX alternative is off";
     const std::set<std::string> near = nearTypes(wanted, device);
     if (!near.empty()) {
         text += "; it has one for " + joined(near, ", ") + ", for which the library does not ask";
@@ -104,41 +123,68 @@ std::string whyNoDecoder(const Stream& stream, const std::set<std::string>& want
     return text;
 }
 
+// Of a track of whose type the device has decoders.
+Verdict chosen(const std::string& mime, const TrackFacts& facts, const PretendedDevice& device) {
+    const Choice choice = chooseDecoder(facts, mime, device.description.decoders);
+    Verdict verdict;
+    std::vector<std::string> reasons;
+    for (const Refusal& each : choice.refused) {
+        verdict.chain.push_back({each.decoder->name, sentence(each)});
+        if (each.decoder->whyIgnored.empty()) reasons.push_back(sentence(each));
+    }
+    if (choice.taken == nullptr) {
+        verdict.play = Play::kBeyondDecoder;
+        verdict.reason = "beyond the decoder: " + joined(reasons, "; ");
+        verdict.lack = "a decoder for " + mime + " that takes " + askedOf(choice.refused.front());
+        return verdict;
+    }
+    const Decoder& taken = *choice.taken;
+    const bool inSoftware = taken.isSoftware || std::ranges::count(kSoftwareMimes, mime) > 0;
+    verdict.play = inSoftware ? Play::kPlaysInSoftware : Play::kPlays;
+    verdict.decoder = taken.name;
+    verdict.notKnown = choice.judgement.unknown;
+    if (!taken.remark.empty()) verdict.notKnown.push_back(taken.remark);
+    verdict.chain.push_back({taken.name, "takes it"});
+    return verdict;
+}
+
+Verdict because(Play play, std::string reason, std::string lack = {}) {
+    Verdict verdict;
+    verdict.play = play;
+    verdict.reason = std::move(reason);
+    verdict.lack = std::move(lack);
+    return verdict;
+}
+
 // Of a track that the library does not offer.
 Verdict notOffered(const Stream& stream, const Offer& offer, const PretendedDevice& device) {
     if (hasNoCode(stream)) {
-        return {Play::kNotSupported,
-                "no codec code of the library stands for " + stream.codec,
-                {},
-                {}};
+        return because(Play::kNotSupported,
+                       "no codec code of the library stands for " + stream.codec);
     }
     if (!offer.mime) {
-        const auto texts = complaints(offer);
-        return {Play::kNoDecoder,
-                "no MIME type stored; the library says: " +
-                        (texts.empty() ? std::string("nothing") : texts.back()),
-                {},
-                {}};
+        const std::vector<std::string> texts = complaints(offer);
+        return because(Play::kNoDecoder,
+                       "no MIME type stored; the library says: " +
+                               (texts.empty() ? "nothing" : texts.back()),
+                       "a media server that answers with its codec list");
     }
     if (stream.kind == Kind::kText) {
-        return {Play::kNotSupported, "subtitles of this kind cannot be shown", {}, {}};
+        return because(Play::kNotSupported, "subtitles of this kind cannot be shown");
     }
     const std::set<std::string> wanted = decodersThatHelp(stream, device.host);
     if (wanted.empty()) {
-        return {Play::kNotSupported,
-                "the library never offers this codec, whatever decoder there is",
-                {},
-                {}};
+        return because(Play::kNotSupported,
+                       "the library does not offer this codec, whatever decoders there are");
     }
-    return {Play::kNoDecoder, whyNoDecoder(stream, wanted, device), {}, {}};
+    return because(Play::kNoDecoder, whyNoDecoder(stream, wanted, device),
+                   whatHelps(stream, wanted, device));
 }
 
 Verdict withoutChain(const Stream& stream, const Offer& offer, const TrackFacts& facts,
                      const TrackFaults& faults, const PretendedDevice& device) {
-    const auto because = [](Play play, const std::string& reason) {
-        return Verdict{play, reason, {}, {}};
-    };
     if (!faults.unreadable.empty()) return because(Play::kNothingReadable, faults.unreadable);
+    if (!faults.encrypted.empty()) return because(Play::kEncrypted, faults.encrypted);
     const std::string& fatal = offer.fatal.empty() ? faults.endsProcess : offer.fatal;
     if (!fatal.empty()) {
         return because(Play::kEndsProcess, "the library would end the process: " + fatal);
@@ -146,20 +192,17 @@ Verdict withoutChain(const Stream& stream, const Offer& offer, const TrackFacts&
     if (!faults.brokenData.empty()) return because(Play::kCodecDataBroken, faults.brokenData);
     if (!offer.mime || isNotSupported(*offer.mime)) return notOffered(stream, offer, device);
     if (stream.kind == Kind::kText) return because(Play::kPlays, "");
-    (void)facts;
-    if (!hasDecoder(device, *offer.mime)) {
-        return because(Play::kOfferedWithoutDecoder,
-                       "offered although the device has no decoder for " + *offer.mime);
-    }
-    const bool inSoftware = std::ranges::count(kSoftwareMimes, *offer.mime) > 0;
-    return because(inSoftware ? Play::kPlaysInSoftware : Play::kPlays, "");
+    if (hasDecoder(device, *offer.mime)) return chosen(*offer.mime, facts, device);
+    return because(Play::kOfferedWithoutDecoder,
+                   "offered although the device has no decoder for " + *offer.mime,
+                   "a decoder for " + *offer.mime);
 }
+
+}  // namespace
 
 std::string nameOf(const Stream& stream) {
     return std::string(toString(stream.kind)) + " track " + std::to_string(stream.index);
 }
-
-}  // namespace
 
 std::string_view toString(Play play) {
     switch (play) {
@@ -185,9 +228,8 @@ Verdict judge(const Stream& stream, bool hasWholeFrames, const TrackFacts& facts
               const TrackFaults& faults, const PretendedDevice& device) {
     const Offer offer = offerOf(stream, hasWholeFrames, device.host);
     Verdict verdict = withoutChain(stream, offer, facts, faults, device);
-    std::vector<Step> chain = chainOf(stream, offer, device);
-    chain.insert(chain.end(), verdict.chain.begin(), verdict.chain.end());
-    verdict.chain = std::move(chain);
+    const std::vector<Step> chain = chainOf(stream, offer, device);
+    verdict.chain.insert(verdict.chain.begin(), chain.begin(), chain.end());
     return verdict;
 }
 
@@ -202,14 +244,14 @@ std::string_view toString(FilePlay play) {
     return "";
 }
 
-FileVerdict judge(const Container& container, std::span<const TrackVerdict> tracks) {
+FileVerdict judge(const Container& container, std::span<const JudgedTrack> tracks) {
     if (container.fileKind == 0 && container.mime == nullptr) {
         return {FilePlay::kNoParser, "no container parser reads this kind of file"};
     }
     bool hasPicturesOrSound = false;
     bool hasOneThatPlays = false;
     std::vector<std::string> lost;
-    for (const auto& [stream, verdict] : tracks) {
+    for (const auto& [stream, facts, verdict] : tracks) {
         if (stream->kind == Kind::kOther) continue;
         const bool isMain = stream->kind != Kind::kText;
         hasPicturesOrSound |= isMain;

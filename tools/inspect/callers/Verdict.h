@@ -36,14 +36,17 @@ struct Step {
 
 struct Verdict {
     Play play = Play::kNotSupported;
-    std::string reason;       // a sentence; empty when there is nothing to explain
-    std::string decoder;      // that takes the track; empty = none, or none is needed
+    std::string reason;                 // a sentence; empty when there is nothing to explain
+    std::string decoder;                // that takes the track; empty = none, or none is needed
+    std::vector<std::string> notKnown;  // what could be judged if it were known; remarks
+    std::string lack;         // what the device would need to play it; empty = nothing helps
     std::vector<Step> chain;  // what led there
 };
 
 // What is wrong with a track wherever it is played; empty = nothing.
 struct TrackFaults {
-    std::string unreadable;   // no sample of it can be read
+    std::string unreadable;  // no sample of it can be read
+    std::string encrypted;
     std::string brokenData;   // no decoder can start from its codec data
     std::string endsProcess;  // the assertion that its codec data would fail
 };
@@ -61,11 +64,14 @@ struct FileVerdict {
     std::string reason;  // empty when there is nothing to explain
 };
 
-struct TrackVerdict {
+struct JudgedTrack {
     const Stream* stream;
+    const TrackFacts* facts;
     const Verdict* verdict;
 };
 
-FileVerdict judge(const Container& container, std::span<const TrackVerdict> tracks);
+FileVerdict judge(const Container& container, std::span<const JudgedTrack> tracks);
+
+std::string nameOf(const Stream& stream);  // "video track 0"
 
 }  // namespace inspect

@@ -9,24 +9,33 @@ namespace {
 
 constexpr std::string_view kVideo = R"(
 video/avc hw.avc                # up to 5.2
-    size=96x96-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
+    size=64x64-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
     can-swap-width-height=1 blocks-per-second=1-1958400 frame-rate=1-480 bitrate=1-220000000
     profile/levels=0x10000/0x10000,1/0x10000,2/0x10000,0x80000/0x10000,8/0x10000
 video/hevc hw.hevc              # Main, Main 10 up to 5.1, High tier
-    size=96x96-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
+    size=64x64-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
     can-swap-width-height=1 blocks-per-second=1-1958400 frame-rate=1-480 bitrate=1-220000000
     profile/levels=1/0x20000,4/0x20000,2/0x20000,0x1000/0x20000,0x2000/0x20000
 video/x-vnd.on2.vp9 hw.vp9      # profiles 0 and 2 up to 5.1
-    size=96x96-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
+    size=64x64-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
     can-swap-width-height=1 blocks-per-second=1-1958400 frame-rate=1-480 bitrate=1-120000000
     profile/levels=1/0x200,4/0x200,0x1000/0x200
 video/av01 hw.av1               # Main up to 5.1
-    size=96x96-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
+    size=64x64-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
     can-swap-width-height=1 blocks-per-second=1-1958400 frame-rate=1-480 bitrate=1-120000000
     profile/levels=1/0x2000,2/0x2000,0x1000/0x2000,0x2000/0x2000
 video/x-vnd.on2.vp8 hw.vp8
-    size=96x96-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
+    size=64x64-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
     can-swap-width-height=1 blocks-per-second=1-972000 frame-rate=1-240 bitrate=1-80000000
+video/avc sw.avc software=1     # small pictures
+    size=2x2-2048x2048 alignment=2x2 block-size=16x16 block-count=1-16384
+    blocks-per-second=1-491520 profile/levels=0x10000/0x4000,1/0x4000,2/0x4000,8/0x4000
+video/hevc sw.hevc software=1
+    size=2x2-2048x2048 alignment=2x2 block-size=8x8 block-count=1-65536
+    blocks-per-second=1-1966080 profile/levels=1/0x10000
+video/x-vnd.on2.vp9 sw.vp9 software=1
+    size=2x2-2048x2048 alignment=2x2 block-size=16x16 block-count=1-16384
+    blocks-per-second=1-491520 profile/levels=1/0x100
 video/mp4v-es sw.mpeg4 software=1  # Simple up to 3
     size=2x2-352x288 alignment=2x2 block-size=16x16 block-count=1-396
     can-swap-width-height=1 blocks-per-second=1-11880 profile/levels=1/0x10
@@ -36,19 +45,19 @@ video/3gpp sw.h263 software=1   # Baseline up to 30 and 45
 )";
 
 constexpr std::string_view kAudio = R"(
-audio/mp4a-latm sw.aac software=1  # LC, HE, ER LC and Scalable, LD, HE v2, ELD
+audio/mp4a-latm audio.aac # LC, HE, ER LC and Scalable, LD, HE v2, ELD
     channel-count=1-8 sample-rate=7350,8000,11025,12000,16000,22050,24000,32000,44100,48000
     profile/levels=2/0,5/0,17/0,20/0,23/0,29/0,39/0
-audio/mpeg sw.mp3 software=1
+audio/mpeg audio.mp3
     channel-count=1-2 sample-rate=8000,11025,12000,16000,22050,24000,32000,44100,48000
-audio/3gpp sw.amrnb software=1       channel-count=1 sample-rate=8000
-audio/amr-wb sw.amrwb software=1     channel-count=1 sample-rate=16000
-audio/g711-alaw sw.alaw software=1   channel-count=1-6 sample-rate=8000-48000
-audio/g711-mlaw sw.mlaw software=1   channel-count=1-6 sample-rate=8000-48000
-audio/vorbis sw.vorbis software=1    channel-count=1-8 sample-rate=8000-96000
-audio/opus sw.opus software=1        channel-count=1-8 sample-rate=8000,12000,16000,24000,48000
-audio/flac sw.flac software=1        channel-count=1-8 sample-rate=1-655350
-audio/raw sw.raw software=1          channel-count=1-8 sample-rate=8000-192000
+audio/3gpp audio.amrnb channel-count=1 sample-rate=8000
+audio/amr-wb audio.amrwb channel-count=1 sample-rate=16000
+audio/g711-alaw audio.alaw channel-count=1-6 sample-rate=8000-48000
+audio/g711-mlaw audio.mlaw channel-count=1-6 sample-rate=8000-48000
+audio/vorbis audio.vorbis channel-count=1-8 sample-rate=8000-96000
+audio/opus audio.opus channel-count=1-8 sample-rate=8000,12000,16000,24000,48000
+audio/flac audio.flac channel-count=1-8 sample-rate=1-655350
+audio/raw audio.raw channel-count=1-8 sample-rate=8000-192000
 )";
 
 constexpr std::string_view kVideo2016 = R"(
@@ -109,10 +118,10 @@ constexpr std::string_view kBare = R"(
 video/avc sw.avc software=1     # Baseline up to 3
     size=16x16-720x576 alignment=2x2 block-size=16x16 block-count=1-1620
     can-swap-width-height=1 blocks-per-second=1-40500 bitrate=1-10000000 profile/levels=0x10000/0x100,1/0x100
-audio/mp4a-latm sw.aac software=1  # LC
+audio/mp4a-latm audio.aac # LC
     channel-count=1-2 sample-rate=8000-48000 profile/levels=2/0
-audio/mpeg sw.mp3 software=1         channel-count=1-2 sample-rate=8000-48000
-audio/raw sw.raw software=1          channel-count=1-2 sample-rate=8000-48000
+audio/mpeg audio.mp3 channel-count=1-2 sample-rate=8000-48000
+audio/raw audio.raw channel-count=1-2 sample-rate=8000-48000
 )";
 
 constexpr auto kDevices = std::to_array<BuiltInDevice>({

@@ -13,6 +13,9 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+// Grows when a key goes or changes its meaning, not when one comes.
+constexpr int kSchemaVersion = 1;
+
 // As it is; what is no UTF-8 as if it were ISO-8859-1.
 Json toText(const std::string& text) {
     return toUtf8(text);
@@ -113,23 +116,55 @@ Json keyFramesToJson(const KeyFrames& frames) {
             {"firstDisputed", arrayOf(frames.firstDisputed, disputeToJson)}};
 }
 
+Json verdictToJson(const Verdict& verdict) {
+    return {{"verdict", toString(verdict.play)},
+            {"plays", plays(verdict.play)},
+            {"reason", textOrNull(verdict.reason)},
+            {"decoder", textOrNull(verdict.decoder)},
+            {"notKnown", arrayOf(verdict.notKnown, toText)}};
+}
+
+Json verdictToJson(const FileVerdict& verdict) {
+    return {{"verdict", toString(verdict.play)},
+            {"plays", verdict.play == FilePlay::kPlays},
+            {"reason", textOrNull(verdict.reason)}};
+}
+
+// By the device's name.
+template <typename Verdicts>
+Json verdictsToJson(std::span<const PretendedDevice> devices, const Verdicts& verdicts) {
+    Json array = Json::array();
+    for (size_t i = 0; i < verdicts.size(); i++) {
+        Json json = {{"name", toText(devices[i].description.name)}};
+        json.update(verdictToJson(verdicts[i]));
+        array.push_back(std::move(json));
+    }
+    return array;
+}
+
+Json fixToJson(const std::optional<Fix>& fix) {
+    if (!fix) return {};
+    Json commands = Json::array();
+    if (!fix->command.empty()) commands.push_back(toText(fix->command));
+    return {{"sentence", toText(fix->sentence)},
+            {"commands", commands},
+            {"device", textOrNull(fix->device)}};
+}
+
 Json stepToJson(const Step& step) {
     return {{"what", toText(step.what)}, {"answer", toText(step.answer)}};
 }
 
-Json trackToJson(const TrackReport& track) {
+Json trackToJson(const TrackReport& track, std::span<const PretendedDevice> devices) {
     Json json = {{"index", track.stream.index},
                  {"kind", toString(track.stream.kind)},
                  {"codec", toText(track.stream.codec)}};
     if (track.stream.kind == Kind::kOther) return json;
     json["codecType"] = track.stream.codecType;
     json["mime"] = mimeToJson(track.found.entries);
-    const Verdict& verdict = track.verdicts.front();
-    json["verdict"] = toString(verdict.play);
-    json["plays"] = plays(verdict.play);
-    json["reason"] = textOrNull(verdict.reason);
-    json["decoder"] = textOrNull(verdict.decoder);
-    json["chain"] = arrayOf(verdict.chain, stepToJson);
+    json.update(verdictToJson(track.verdicts.front()));
+    json["chain"] = arrayOf(track.verdicts.front().chain, stepToJson);
+    json["devices"] = verdictsToJson(devices, track.verdicts);
     json["notes"] = arrayOf(track.found.notes, toText);
     const PcmFormat* pcm = findPcmFormat(track.stream);
     if (isPcm(track.stream))
@@ -169,9 +204,23 @@ Json tagToJson(const Tag& tag) {
             {"log", arrayOf(tag.log, lineToJson)}};
 }
 
-Json fileToJson(const FileReport& report) {
+Json deviceToJson(const PretendedDevice& device) {
+    const DeviceDescription& description = device.description;
+    return {{"name", toText(description.name)},
+            {"decoders", description.decoders.size()},
+            {"missingFiles", arrayOf(description.missingFiles, toText)},
+            {"warnings", arrayOf(description.warnings, toText)}};
+}
+
+Json fileToJson(const FileReport& report, std::span<const PretendedDevice> devices) {
     Json json;
     addPath(json, "path", report.path);
+    json.update(verdictToJson(report.verdicts.front()));
+    json["devices"] = verdictsToJson(devices, report.verdicts);
+    if (!report.fixes.empty()) json["fix"] = fixToJson(report.fixes.front());
+    for (size_t i = 0; i < report.fixes.size(); i++) {
+        json["devices"][i]["fix"] = fixToJson(report.fixes[i]);
+    }
     json["error"] = textOrNull(report.error);
     if (!report.error.empty()) return json;
     json["truncated"] = textOrNull(report.truncation.value_or(""));
@@ -180,17 +229,23 @@ Json fileToJson(const FileReport& report) {
                          {"name", report.formatName},
                          {"mime", mimeToJson(report.entries)},
                          {"keys", keysToJson(report.entries)}};
-    json["tracks"] = arrayOf(report.tracks, trackToJson);
+    json["tracks"] = arrayOf(report.tracks,
+                             [&](const TrackReport& track) { return trackToJson(track, devices); });
     if (report.tags.areLookedFor) json["tags"] = arrayOf(report.tags.list, tagToJson);
     return json;
 }
 
 }  // namespace
 
-std::string jsonReport(const std::vector<FileReport>& reports) {
+std::string jsonReport(std::span<const PretendedDevice> devices,
+                       const std::vector<FileReport>& reports) {
     constexpr int kSpaces = 2;
-    const Json document = {{"version", android::ZRCODECPARSER_VERSION},
-                           {"files", arrayOf(reports, fileToJson)}};
+    const Json document = {{"schemaVersion", kSchemaVersion},
+                           {"version", android::ZRCODECPARSER_VERSION},
+                           {"devices", arrayOf(devices, deviceToJson)},
+                           {"files", arrayOf(reports, [&](const auto& file) {
+                                return fileToJson(file, devices);
+                            })}};
     return escapedJson(document.dump(kSpaces, ' ', false, Json::error_handler_t::replace)) + '\n';
 }
 

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,7 @@ namespace inspect {
 // whose 8-bit encoding is unknown. "explanations" and "keyFrames" of a track are there when they
 // were asked for, so "component" and "legacy"; the "bytes" of a record's rows, joined, are the
 // buffer, and a row that is a number has it as "number".
-std::string jsonReport(const std::vector<FileReport>& reports);
+std::string jsonReport(std::span<const PretendedDevice> devices,
+                       const std::vector<FileReport>& reports);
 
 }  // namespace inspect

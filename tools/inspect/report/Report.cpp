@@ -4,6 +4,7 @@
 #include <map>
 
 #include "inspect/callers/OlderParsers.h"
+#include "inspect/callers/TrackFacts.h"
 
 namespace inspect {
 namespace {
@@ -39,6 +40,7 @@ TrackReport reportTrack(const Stream& stream, const MediaFile& file, Session& se
     TrackReport track;
     track.stream = stream;
     track.found = session.describeTrack(stream, file.container.hasWholeFrames);
+    track.facts = factsOf(stream, track.found.records);
     if (scope.explain) track.explanations = track.found.records;
     return track;
 }
@@ -54,20 +56,21 @@ void callGlue(TrackReport& track, Session& session, const Scope& scope) {
     for (host::LogLine& line : session.takeLog()) track.found.log.push_back(std::move(line));
 }
 
-void judgeTracks(FileReport& report, const MediaFile& file, const Scope& scope) {
-    for (const PretendedDevice& device : scope.devices) {
-        std::vector<TrackVerdict> verdicts;
-        for (TrackReport& track : report.tracks) {
-            const TrackFaults faults = {
-                    .unreadable = {}, .brokenData = {}, .endsProcess = track.found.fatal};
-            track.verdicts.push_back(judge(track.stream, file.container.hasWholeFrames, track.facts,
-                                           faults, device));
-        }
-        for (const TrackReport& track : report.tracks) {
-            verdicts.push_back({&track.stream, &track.verdicts.back()});
-        }
-        report.verdicts.push_back(judge(file.container, verdicts));
+void judgeFor(const PretendedDevice& device, FileReport& report, const MediaFile& file,
+              bool isFixed) {
+    std::vector<JudgedTrack> tracks;
+    for (TrackReport& track : report.tracks) {
+        TrackFaults faults;
+        faults.endsProcess = track.found.fatal;
+        track.verdicts.push_back(
+                judge(track.stream, file.container.hasWholeFrames, track.facts, faults, device));
+        tracks.push_back({&track.stream, &track.facts, &track.verdicts.back()});
     }
+    const FileVerdict verdict = judge(file.container, tracks);
+    report.verdicts.push_back(verdict);
+    if (!isFixed) return;
+    const bool isGood = verdict.play == FilePlay::kPlays;
+    report.fixes.push_back(isGood ? std::nullopt : std::optional(proposeFix(file, tracks, device)));
 }
 
 void fill(FileReport& report, const OpenFile& open, const Scope& scope, PictureFiles* pictures) {
@@ -81,7 +84,9 @@ void fill(FileReport& report, const OpenFile& open, const Scope& scope, PictureF
     for (const Stream& stream : file.streams) {
         report.tracks.push_back(reportTrack(stream, file, session, scope));
     }
-    judgeTracks(report, file, scope);
+    for (const PretendedDevice& device : scope.devices) {
+        judgeFor(device, report, file, scope.fix);
+    }
     report.tags = session.readTags(open);
     const auto keyFrames = scope.frames ? compareKeyFrames(open, file) : std::map<int, KeyFrames>{};
     for (TrackReport& track : report.tracks) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "inspect/callers/Component.h"
+#include "inspect/callers/Fix.h"
 #include "inspect/callers/KeyFrames.h"
 #include "inspect/callers/PcmDump.h"
 #include "inspect/callers/Pictures.h"
@@ -18,6 +19,7 @@ namespace inspect {
 // What a report looks at.
 struct Scope {
     std::vector<PretendedDevice> devices;  // at least one; the first is the one that is shown
+    bool fix = false;                      // what to change
     bool explain = false;                  // codec data byte by byte
     bool frames = false;                   // key frames
     bool component = false;                // what a component is sent
@@ -41,7 +43,9 @@ struct TrackReport {
 
 struct FileReport {
     std::string path;
-    std::vector<FileVerdict> verdicts;  // one a device
+    std::vector<FileVerdict> verdicts;      // one a device
+    std::vector<std::optional<Fix>> fixes;  // one a device when they were asked for; none for what
+                                            // plays
     std::string error;  // not empty: the file could not be read, and nothing else is set
     std::vector<std::string> outputErrors;  // why files could not be written, with their paths
     std::optional<std::string> truncation;

@@ -83,6 +83,25 @@ std::string verdictText(const Verdict& verdict, const TextStyle& style) {
     return text;
 }
 
+// " plays in part", as the file's first line ends.
+std::string verdictText(const FileVerdict& verdict, const TextStyle& style) {
+    std::string words(toString(verdict.play));
+    std::ranges::replace(words, '-', ' ');
+    const bool isGood = verdict.play == FilePlay::kPlays;
+    const bool isHalf = verdict.play == FilePlay::kPlaysInPart;
+    return paint(style, isGood ? kGreen : isHalf ? kYellow : kRed, words);
+}
+
+// What led to a verdict that is not good, in one line.
+void printChain(std::ostream& out, const Verdict& verdict, const TextStyle& style) {
+    if (plays(verdict.play) || verdict.chain.empty()) return;
+    std::string text;
+    for (const auto& [what, answer] : verdict.chain) {
+        text += (text.empty() ? "" : "; ") + what + ": " + answer;
+    }
+    out << kIndent << paint(style, kDim, escaped(text)) << '\n';
+}
+
 void printCodecData(std::ostream& out, const std::vector<CodecDatum>& data) {
     size_t keyWidth = 0;
     size_t sizeWidth = 0;
@@ -111,6 +130,7 @@ void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
     out << paint(style, kBold, padded(mimeOf(track.found.entries), mimeWidth)) << "  "
         << verdictText(track.verdicts.front(), style) << '\n'
         << kIndent << Facts(track).text() << '\n';
+    printChain(out, track.verdicts.front(), style);
     if (const PcmFormat* pcm = findPcmFormat(track.stream)) {
         out << kIndent << "conversion to 16 bits: " << pcm->conversion << '\n';
     }
@@ -130,6 +150,15 @@ void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
     if (style.log) printLog(out, track.found.log, style);
 }
 
+void printFix(std::ostream& out, const Fix& fix, const TextStyle& style) {
+    const std::string indent = "      ";
+    out << indent << paint(style, kBold, "fix") << ": " << escaped(fix.sentence) << '\n';
+    if (!fix.command.empty()) out << indent << escaped(fix.command) << '\n';
+    if (!fix.device.empty()) {
+        out << indent << "or what the device lacks: " << escaped(fix.device) << '\n';
+    }
+}
+
 }  // namespace
 
 void printText(std::ostream& out, const FileReport& report, const TextStyle& style) {
@@ -139,7 +168,7 @@ void printText(std::ostream& out, const FileReport& report, const TextStyle& sty
         << escaped(report.formatName);
     const auto* duration = findValue<int64_t>(report.entries, AMEDIAFORMAT_KEY_DURATION);
     if (duration != nullptr) out << ", " << durationText(*duration);
-    out << '\n';
+    out << ": " << verdictText(report.verdicts.front(), style) << '\n';
     if (report.truncation) {
         out << "      " << paint(style, kRed, "truncated") << ": " << *report.truncation << '\n';
     }
@@ -153,6 +182,9 @@ void printText(std::ostream& out, const FileReport& report, const TextStyle& sty
         mimeWidth = std::max(mimeWidth, mimeOf(track.found.entries).size());
     }
     for (const TrackReport& track : report.tracks) printTrack(out, track, mimeWidth, style);
+    if (!report.fixes.empty() && report.fixes.front()) {
+        printFix(out, *report.fixes.front(), style);
+    }
     printTags(out, report.tags, style);
 }
 

@@ -1,0 +1,221 @@
+#include "inspect/callers/Fix.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+
+#include "inspect/callers/Targets.h"
+#include "inspect/callers/TrackFacts.h"
+#include "inspect/media/ContainerMap.h"
+#include "inspect/media/LibAv.h"
+#include "zrcodecparser/CodecType.h"
+
+namespace inspect {
+namespace {
+
+using namespace android;
+
+// What a file can be written as: by its extension, with the name of the demuxer that reads it.
+struct Muxer {
+    std::string_view extension;
+    std::string_view format;
+};
+constexpr auto kMuxers = std::to_array<Muxer>({
+        {"mp4", "mov"},
+        {"m4a", "mov"},
+        {"mov", "mov"},
+        {"3gp", "mov"},
+        {"mkv", "matroska"},
+        {"webm", "matroska"},
+        {"mka", "matroska"},
+        {"ts", "mpegts"},
+        {"avi", "avi"},
+        {"flv", "flv"},
+        {"ogg", "ogg"},
+        {"wav", "wav"},
+        {"flac", "flac"},
+        {"mp3", "mp3"},
+});
+
+std::string extensionOf(const std::string& path) {
+    std::string extension = std::filesystem::path(path).extension().string();
+    return extension.empty() ? extension : extension.substr(1);
+}
+
+// The file's own first, and then those that hold nearly everything.
+std::vector<Muxer> muxersFor(const MediaFile& file) {
+    const std::string own = extensionOf(file.path);
+    const bool hasVideo = std::ranges::any_of(
+            file.streams, [](const Stream& each) { return each.kind == Kind::kVideo; });
+    std::vector<Muxer> muxers;
+    for (const Muxer& each : kMuxers) {
+        if (each.extension == own && each.format == file.format) muxers.push_back(each);
+    }
+    const auto last = hasVideo ? std::to_array<Muxer>({{"mp4", "mov"}, {"mkv", "matroska"}})
+                               : std::to_array<Muxer>({{"m4a", "mov"}, {"mka", "matroska"}});
+    muxers.insert(muxers.end(), last.begin(), last.end());
+    return muxers;
+}
+
+bool holds(const Muxer& muxer, const Stream& stream) {
+    const std::string name = "x." + std::string(muxer.extension);
+    const AVOutputFormat* format = av_guess_format(nullptr, name.c_str(), nullptr);
+    const AVCodecDescriptor* codec = avcodec_descriptor_get_by_name(stream.codec.c_str());
+    return format != nullptr && codec != nullptr &&
+           avformat_query_codec(format, codec->id, FF_COMPLIANCE_NORMAL) == 1;
+}
+
+// For a POSIX shell.
+std::string quoted(const std::string& word) {
+    constexpr std::string_view kPlain =
+            "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-+=:,./@%";
+    if (!word.empty() && word.find_first_not_of(kPlain) == word.npos) return word;
+    std::string text = "'";
+    for (const char c : word) text += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return text + "'";
+}
+
+// A name that neither an option nor a protocol can be taken for.
+std::string fileWord(const std::string& path) {
+    return path.starts_with('-') || path.find(':') != path.npos ? "file:" + path : path;
+}
+
+// A command in the making, and what will come of it.
+class Plan {
+public:
+    Plan(const MediaFile& file, const Muxer& muxer, const PretendedDevice& device)
+        : mFile(file), mMuxer(muxer), mDevice(device) {
+        mOut.format = muxer.format;
+    }
+
+    // Copied when it plays, else converted. Returns false when neither can be.
+    bool add(const JudgedTrack& track) {
+        const Stream& stream = *track.stream;
+        if (plays(track.verdict->play) && holds(mMuxer, stream)) return copy(track);
+        const auto target = findTarget(
+                stream, mDevice, [&](const Stream& converted) { return holds(mMuxer, converted); });
+        if (!target) return false;
+        note(nameOf(stream) + " becomes " + target->words);
+        mIsTurned |= stream.video.rotation != 0;
+        take(stream, target->stream, factsOf(target->stream, {}), target->options);
+        return true;
+    }
+
+    void leaveOut(const Stream& stream) { note(nameOf(stream) + " is left out"); }
+
+    // Whether all of it plays.
+    bool isGood() {
+        mOut.container = containerOf(mOut);
+        std::vector<Verdict> verdicts;
+        for (size_t i = 0; i < mOut.streams.size(); i++) {
+            verdicts.push_back(
+                    judge(mOut.streams[i], mOut.container.hasWholeFrames, mFacts[i], {}, mDevice));
+        }
+        std::vector<JudgedTrack> tracks;
+        for (size_t i = 0; i < verdicts.size(); i++) {
+            tracks.push_back({&mOut.streams[i], &mFacts[i], &verdicts[i]});
+        }
+        return judge(mOut.container, tracks).play == FilePlay::kPlays;
+    }
+
+    Fix fix() const {
+        std::filesystem::path out = mFile.path;
+        out.replace_extension("fixed." + std::string(mMuxer.extension));
+        Fix fix;
+        fix.command = "ffmpeg";
+        // What is converted would be turned, and its sides with it.
+        if (mIsTurned) fix.command += " -noautorotate";
+        if (mFile.container.fileKind == 0 && mFile.container.mime == nullptr) {
+            fix.command += " -fflags +genpts";  // raw video has no timestamps
+        }
+        fix.command += " -i " + quoted(fileWord(mFile.path)) + mMaps + mOptions + " " +
+                       quoted(fileWord(out.string()));
+        fix.sentence = mNotes.empty() ? "another container, and nothing is converted" : mNotes;
+        return fix;
+    }
+
+private:
+    void note(const std::string& text) { mNotes += (mNotes.empty() ? "" : "; ") + text; }
+
+    bool copy(const JudgedTrack& track) {
+        Stream stream = *track.stream;
+        const bool losesHeaders =
+                stream.codecType == kCodecTypeAacAdts && mMuxer.format != "mpegts";
+        if (losesHeaders) stream.codecType = kCodecTypeAac;
+        take(*track.stream, stream, *track.facts, {"-c", "copy"});
+        return true;
+    }
+
+    void take(const Stream& from, const Stream& to, const TrackFacts& facts,
+              const std::vector<std::string>& options) {
+        const std::string index = std::to_string(mOut.streams.size());
+        mMaps += " -map 0:" + std::to_string(from.index);
+        for (size_t i = 0; i + 1 < options.size(); i += 2) {
+            mOptions += " " + options[i] + ":" + index + " " + quoted(options[i + 1]);
+        }
+        mOut.streams.push_back(to);
+        mFacts.push_back(facts);
+    }
+
+    const MediaFile& mFile;
+    Muxer mMuxer;
+    const PretendedDevice& mDevice;
+    std::string mMaps;
+    std::string mOptions;
+    std::string mNotes;
+    MediaFile mOut;
+    std::vector<TrackFacts> mFacts;
+    bool mIsTurned = false;
+};
+
+std::optional<Fix> planFor(const MediaFile& file, std::span<const JudgedTrack> tracks,
+                           const Muxer& muxer, const PretendedDevice& device, bool canLeaveOut) {
+    Plan plan(file, muxer, device);
+    for (const JudgedTrack& track : tracks) {
+        if (track.stream->kind == Kind::kOther || plan.add(track)) continue;
+        if (!canLeaveOut || track.stream->kind != Kind::kText) return {};
+        plan.leaveOut(*track.stream);
+    }
+    if (!plan.isGood()) return {};
+    return plan.fix();
+}
+
+// Why no conversion can be told for a track; empty = one may be found.
+std::string whyBeyondRepair(const JudgedTrack& track) {
+    const std::string name = nameOf(*track.stream) + ": ";
+    switch (track.verdict->play) {
+        case Play::kEncrypted:
+            return name + "wants the key of its owner; no conversion goes without";
+        case Play::kCodecDataBroken:
+            return name + "no decoder starts from it, nor a converter; get or write the file anew";
+        case Play::kNothingReadable: return name + "is not in the file; get the whole file";
+        default: return {};
+    }
+}
+
+}  // namespace
+
+Fix proposeFix(const MediaFile& file, std::span<const JudgedTrack> tracks,
+               const PretendedDevice& device) {
+    for (const JudgedTrack& track : tracks) {
+        const std::string why = whyBeyondRepair(track);
+        if (!why.empty()) return {why, {}, {}};
+    }
+    std::string lack;
+    for (const JudgedTrack& track : tracks) {
+        const std::string& each = track.verdict->lack;
+        if (!each.empty() && lack.find(each) == lack.npos)
+            lack += (lack.empty() ? "" : "; ") + each;
+    }
+    for (const bool canLeaveOut : {false, true}) {
+        for (const Muxer& muxer : muxersFor(file)) {
+            if (auto fix = planFor(file, tracks, muxer, device, canLeaveOut)) {
+                fix->device = lack;
+                return *fix;
+            }
+        }
+    }
+    return {"no conversion is known to this program that the device takes", {}, lack};
+}
+
+}  // namespace inspect
