@@ -3,17 +3,16 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <utility>
 
 #include "inspect/callers/Targets.h"
 #include "inspect/callers/TrackFacts.h"
+#include "inspect/media/CodecMap.h"
 #include "inspect/media/ContainerMap.h"
 #include "inspect/media/LibAv.h"
-#include "zrcodecparser/CodecType.h"
 
 namespace inspect {
 namespace {
-
-using namespace android;
 
 // What a file can be written as: by its extension, with the name of the demuxer that reads it.
 struct Muxer {
@@ -57,12 +56,31 @@ std::vector<Muxer> muxersFor(const MediaFile& file) {
     return muxers;
 }
 
-bool holds(const Muxer& muxer, const Stream& stream) {
+const AVOutputFormat* outputOf(const Muxer& muxer) {
     const std::string name = "x." + std::string(muxer.extension);
-    const AVOutputFormat* format = av_guess_format(nullptr, name.c_str(), nullptr);
+    return av_guess_format(nullptr, name.c_str(), nullptr);
+}
+
+AVCodecID codecOf(const Stream& stream) {
     const AVCodecDescriptor* codec = avcodec_descriptor_get_by_name(stream.codec.c_str());
-    return format != nullptr && codec != nullptr &&
-           avformat_query_codec(format, codec->id, FF_COMPLIANCE_NORMAL) == 1;
+    return codec != nullptr ? codec->id : AV_CODEC_ID_NONE;
+}
+
+bool holds(const Muxer& muxer, const Stream& stream) {
+    const AVOutputFormat* format = outputOf(muxer);
+    const AVCodecID codec = codecOf(stream);
+    return format != nullptr && codec != AV_CODEC_ID_NONE &&
+           avformat_query_codec(format, codec, FF_COMPLIANCE_NORMAL) == 1;
+}
+
+// The stream as a parser of another container names it: the same video may be DivX in one.
+Stream movedTo(const Muxer& muxer, Stream stream) {
+    const AVOutputFormat* format = outputOf(muxer);
+    const AVCodecID codec = codecOf(stream);
+    const uint32_t tag = format != nullptr ? av_codec_get_tag(format->codec_tag, codec) : 0;
+    if (stream.kind == Kind::kText) return stream;
+    stream.codecType = codecTypeOf(codec, tag, stream.profile.value_or(FF_PROFILE_UNKNOWN));
+    return stream;
 }
 
 // For a POSIX shell.
@@ -80,6 +98,8 @@ std::string fileWord(const std::string& path) {
     return path.starts_with('-') || path.find(':') != path.npos ? "file:" + path : path;
 }
 
+constexpr bool kHasWholeFrames = true;
+
 // A command in the making, and what will come of it.
 class Plan {
 public:
@@ -88,20 +108,34 @@ public:
         mOut.format = muxer.format;
     }
 
-    // Copied when it plays, else converted. Returns false when neither can be.
+    // Copied where that plays, else converted. Returns false when neither can be.
     bool add(const JudgedTrack& track) {
         const Stream& stream = *track.stream;
-        if (plays(track.verdict->play) && holds(mMuxer, stream)) return copy(track);
+        if (holds(mMuxer, stream)) {
+            const bool isMoved = mMuxer.format != mFile.format;
+            const Stream copy = isMoved ? movedTo(mMuxer, stream) : stream;
+            if (plays(judge(copy, kHasWholeFrames, *track.facts, {}, mDevice).play)) {
+                take(stream, copy, *track.facts, {"-c", "copy"});
+                return true;
+            }
+        }
         const auto target = findTarget(
                 stream, mDevice, [&](const Stream& converted) { return holds(mMuxer, converted); });
         if (!target) return false;
+        mConverted++;
         note(nameOf(stream) + " becomes " + target->words);
         mIsTurned |= stream.video.rotation != 0;
         take(stream, target->stream, factsOf(target->stream, {}), target->options);
         return true;
     }
 
-    void leaveOut(const Stream& stream) { note(nameOf(stream) + " is left out"); }
+    void leaveOut(const Stream& stream) {
+        mLeftOut++;
+        note(nameOf(stream) + " is left out");
+    }
+
+    // The less, the better.
+    std::pair<int, int> cost() const { return {mLeftOut, mConverted}; }
 
     // Whether all of it plays.
     bool isGood() {
@@ -137,15 +171,6 @@ public:
 private:
     void note(const std::string& text) { mNotes += (mNotes.empty() ? "" : "; ") + text; }
 
-    bool copy(const JudgedTrack& track) {
-        Stream stream = *track.stream;
-        const bool losesHeaders =
-                stream.codecType == kCodecTypeAacAdts && mMuxer.format != "mpegts";
-        if (losesHeaders) stream.codecType = kCodecTypeAac;
-        take(*track.stream, stream, *track.facts, {"-c", "copy"});
-        return true;
-    }
-
     void take(const Stream& from, const Stream& to, const TrackFacts& facts,
               const std::vector<std::string>& options) {
         const std::string index = std::to_string(mOut.streams.size());
@@ -166,18 +191,20 @@ private:
     MediaFile mOut;
     std::vector<TrackFacts> mFacts;
     bool mIsTurned = false;
+    int mLeftOut = 0;
+    int mConverted = 0;
 };
 
-std::optional<Fix> planFor(const MediaFile& file, std::span<const JudgedTrack> tracks,
-                           const Muxer& muxer, const PretendedDevice& device, bool canLeaveOut) {
+std::optional<Plan> planFor(const MediaFile& file, std::span<const JudgedTrack> tracks,
+                            const Muxer& muxer, const PretendedDevice& device) {
     Plan plan(file, muxer, device);
     for (const JudgedTrack& track : tracks) {
         if (track.stream->kind == Kind::kOther || plan.add(track)) continue;
-        if (!canLeaveOut || track.stream->kind != Kind::kText) return {};
+        if (track.stream->kind != Kind::kText) return {};
         plan.leaveOut(*track.stream);
     }
     if (!plan.isGood()) return {};
-    return plan.fix();
+    return plan;
 }
 
 // Why no conversion can be told for a track; empty = one may be found.
@@ -207,13 +234,15 @@ Fix proposeFix(const MediaFile& file, std::span<const JudgedTrack> tracks,
         if (!each.empty() && lack.find(each) == lack.npos)
             lack += (lack.empty() ? "" : "; ") + each;
     }
-    for (const bool canLeaveOut : {false, true}) {
-        for (const Muxer& muxer : muxersFor(file)) {
-            if (auto fix = planFor(file, tracks, muxer, device, canLeaveOut)) {
-                fix->device = lack;
-                return *fix;
-            }
-        }
+    std::optional<Plan> best;
+    for (const Muxer& muxer : muxersFor(file)) {
+        auto plan = planFor(file, tracks, muxer, device);
+        if (plan && (!best || plan->cost() < best->cost())) best.emplace(*plan);
+    }
+    if (best) {
+        Fix fix = best->fix();
+        fix.device = lack;
+        return fix;
     }
     return {"no conversion is known to this program that the device takes", {}, lack};
 }

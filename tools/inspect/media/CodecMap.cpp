@@ -155,17 +155,21 @@ bool isSsaScript(const AVCodecParameters& codec) {
 
 }  // namespace
 
+uint32_t codecTypeOf(AVCodecID id, uint32_t codecTag, int profile) {
+    const auto found = std::ranges::find_if(kRows, [&](const Row& row) {
+        return row.id == id && (row.tag == kAnyTag || row.tag == capitals(codecTag)) &&
+               (row.profile == kAnyProfile || row.profile == profile);
+    });
+    if (found != kRows.end()) return static_cast<uint32_t>(found->type);
+    if (isPcm(id)) return kCodecTypePcm;
+    return noCodec(avcodec_get_type(id));
+}
+
 uint32_t codecTypeOf(const AVStream& stream) {
     const AVCodecParameters& codec = *stream.codecpar;
     if (isSsaScript(codec)) return kCodecTypeSsa;
-    const auto found = std::ranges::find_if(kRows, [&](const Row& row) {
-        return row.id == codec.codec_id &&
-               (row.tag == kAnyTag || row.tag == capitals(codec.codec_tag)) &&
-               (row.profile == kAnyProfile || row.profile == codec.profile);
-    });
-    if (found != kRows.end()) return static_cast<uint32_t>(found->type);
-    if (isPcm(codec.codec_id)) return kCodecTypePcm;
-    return noCodec(codec.codec_type);
+    if (codec.codec_id == AV_CODEC_ID_NONE) return noCodec(codec.codec_type);
+    return codecTypeOf(codec.codec_id, codec.codec_tag, codec.profile);
 }
 
 }  // namespace inspect

@@ -15,4 +15,7 @@ inline constexpr uint32_t kNoSubtitleCodec = 300;
 // kNoSubtitleCodec.
 uint32_t codecTypeOf(const AVStream& stream);
 
+// The same of a stream that is to come; tag: the four-character code, 0 = none.
+uint32_t codecTypeOf(AVCodecID id, uint32_t tag, int profile);
+
 }  // namespace inspect
