@@ -9,23 +9,23 @@ namespace {
 
 constexpr std::string_view kVideo = R"(
 video/avc hw.avc                # up to 5.2
-    size=96x96-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
+    size=16x16-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
     can-swap-width-height=1 blocks-per-second=1-1958400 frame-rate=1-480 bitrate=1-220000000
     profile/levels=0x10000/0x10000,1/0x10000,2/0x10000,0x80000/0x10000,8/0x10000
 video/hevc hw.hevc              # Main, Main 10 up to 5.1, High tier
-    size=96x96-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
+    size=16x16-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
     can-swap-width-height=1 blocks-per-second=1-1958400 frame-rate=1-480 bitrate=1-220000000
     profile/levels=1/0x20000,4/0x20000,2/0x20000,0x1000/0x20000,0x2000/0x20000
 video/x-vnd.on2.vp9 hw.vp9      # profiles 0 and 2 up to 5.1
-    size=96x96-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
+    size=16x16-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
     can-swap-width-height=1 blocks-per-second=1-1958400 frame-rate=1-480 bitrate=1-120000000
     profile/levels=1/0x200,4/0x200,0x1000/0x200
 video/av01 hw.av1               # Main up to 5.1
-    size=96x96-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
+    size=16x16-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
     can-swap-width-height=1 blocks-per-second=1-1958400 frame-rate=1-480 bitrate=1-120000000
     profile/levels=1/0x2000,2/0x2000,0x1000/0x2000,0x2000/0x2000
 video/x-vnd.on2.vp8 hw.vp8
-    size=96x96-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
+    size=16x16-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
     can-swap-width-height=1 blocks-per-second=1-972000 frame-rate=1-240 bitrate=1-80000000
 video/mp4v-es sw.mpeg4 software=1  # Simple up to 3
     size=2x2-352x288 alignment=2x2 block-size=16x16 block-count=1-396
