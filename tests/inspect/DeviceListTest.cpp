@@ -45,6 +45,7 @@ std::string show(const Decoder& decoder) {
     append(text, "bit/s", limits.bitRate);
     append(text, "channels", limits.channelCount);
     for (const Range& each : limits.sampleRates) append(text, "Hz", each);
+    if (limits.profileLevels && limits.profileLevels->empty()) text += " no profiles";
     for (const auto& [profile, level] : limits.profileLevels.value_or(std::vector<ProfileLevel>()))
         text += ' ' + std::to_string(profile) + '/' + std::to_string(level);
     if (!decoder.whyIgnored.empty()) text += "; not counted: " + decoder.whyIgnored;
@@ -124,17 +125,19 @@ TEST_F(DeviceList, DecodersInXml) {
     EXPECT_EQ(loadDecoders(R"(<MediaCodec name="a" enabled="false"><Alias name="b"/>
 <Type name="v/a"/><Type name="v/b"><Limit name="frame-rate" range="1-9"/></Type>
 <Limit name="frame-rate" range="1-5"/></MediaCodec>
-<MediaCodec name="b" update="true"><Type name="v/a"><Limit name="bitrate" range="1-7"/></Type></MediaCodec>
-<MediaCodec name="a" type="v/c" update="true"/><MediaCodec name="c" type="v/a" domain="tv" variant="m"/>
-<MediaCodec name="d"/><MediaCodec name="e" type="v/&x;" domain="on"/></Decoders><Encoders><MediaCodec
-name="f" type="v/a"/></Encoders><Settings><Domain name="on" enabled="true"/></Settings><Decoders>)"),
+<MediaCodec name="b" update="true"><Type name="v/a"><Limit name="bitrate" range="1-7"/></Type>
+</MediaCodec><MediaCodec name="a" type="v/c" update="true"/>
+<MediaCodec name="c" type="v/a" domain="tv" variant="m"/>
+<MediaCodec name="d"/><MediaCodec name="e" type="v/&x;" domain="on"/></Decoders>
+<Encoders><MediaCodec name="f" type="v/a"/></Encoders>
+<Settings><Domain name="on" enabled="true"/></Settings><Decoders>)"),
               "v/a a=b fps 1-5 bit/s 1-7; not counted: is switched off\n"
               "v/b a=b fps 1-9; not counted: is switched off\n"
               "v/a c; not counted: is of the domain \"tv\", which is off; is there on models of "
               "the variant \"m\" only\n"
               "v/&x; e\n"
               "! list:7: there is no decoder \"a\" of \"v/c\" to update\n"
-              "! list:8: \"d\" has no type\n");
+              "! list:9: \"d\" has no type\n");
 }
 
 TEST_F(DeviceList, FolderWithIncludes) {
@@ -183,6 +186,7 @@ Media type 'video/hevc':
         string size-range = "96x98-3840x2160" }
 Media type 'audio/x':
   Decoder "a" supports
+    profile/levels: [ ]
     details: AMessage(what = 0x00000000) {
         string max-channel-count = "6"
         string sample-rate-ranges = "7350,8000-48000"
@@ -196,7 +200,7 @@ DUMP OF SERVICE next = 1
             "4096/65536\n"
             "audio/x a bit/s 1- channels 0-6 Hz 7350-7350 Hz 8000-48000; not counted: serves only "
             "what asks for tunneled-playback\n"
-            "! d:26: frame-rate-range has the value \"x\"\n";
+            "! d:27: frame-rate-range has the value \"x\"\n";
     EXPECT_EQ(load(write("d", text)), expected);
     std::string wide = "\xFF\xFE";
     for (const char c : text) wide += {c, '\0'};
