@@ -9,39 +9,32 @@ namespace {
 
 constexpr std::string_view kVideo = R"(
 video/avc hw.avc                # up to 5.2
-    size=64x64-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
+    size=16x16-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
     can-swap-width-height=1 blocks-per-second=1-1958400 frame-rate=1-480 bitrate=1-220000000
     profile/levels=0x10000/0x10000,1/0x10000,2/0x10000,0x80000/0x10000,8/0x10000
 video/hevc hw.hevc              # Main, Main 10 up to 5.1, High tier
-    size=64x64-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
+    size=16x16-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
     can-swap-width-height=1 blocks-per-second=1-1958400 frame-rate=1-480 bitrate=1-220000000
     profile/levels=1/0x20000,4/0x20000,2/0x20000,0x1000/0x20000,0x2000/0x20000
 video/x-vnd.on2.vp9 hw.vp9      # profiles 0 and 2 up to 5.1
-    size=64x64-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
+    size=16x16-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
     can-swap-width-height=1 blocks-per-second=1-1958400 frame-rate=1-480 bitrate=1-120000000
     profile/levels=1/0x200,4/0x200,0x1000/0x200
 video/av01 hw.av1               # Main up to 5.1
-    size=64x64-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
+    size=16x16-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
     can-swap-width-height=1 blocks-per-second=1-1958400 frame-rate=1-480 bitrate=1-120000000
     profile/levels=1/0x2000,2/0x2000,0x1000/0x2000,0x2000/0x2000
 video/x-vnd.on2.vp8 hw.vp8
-    size=64x64-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
+    size=16x16-4096x2304 alignment=2x2 block-size=16x16 block-count=1-36864
     can-swap-width-height=1 blocks-per-second=1-972000 frame-rate=1-240 bitrate=1-80000000
-video/avc sw.avc software=1     # small pictures
-    size=2x2-2048x2048 alignment=2x2 block-size=16x16 block-count=1-16384
-    blocks-per-second=1-491520 profile/levels=0x10000/0x4000,1/0x4000,2/0x4000,8/0x4000
-video/hevc sw.hevc software=1
-    size=2x2-2048x2048 alignment=2x2 block-size=8x8 block-count=1-65536
-    blocks-per-second=1-1966080 profile/levels=1/0x10000
-video/x-vnd.on2.vp9 sw.vp9 software=1
-    size=2x2-2048x2048 alignment=2x2 block-size=16x16 block-count=1-16384
-    blocks-per-second=1-491520 profile/levels=1/0x100
 video/mp4v-es sw.mpeg4 software=1  # Simple up to 3
     size=2x2-352x288 alignment=2x2 block-size=16x16 block-count=1-396
-    can-swap-width-height=1 blocks-per-second=1-11880 profile/levels=1/0x10
+    can-swap-width-height=1 blocks-per-second=1-11880
+    profile/levels=1/0x10
 video/3gpp sw.h263 software=1   # Baseline up to 30 and 45
     size=2x2-352x288 alignment=2x2 block-size=16x16 block-count=1-396
-    can-swap-width-height=1 blocks-per-second=1-11880 profile/levels=1/4,1/0x10,8/4,8/0x10
+    can-swap-width-height=1 blocks-per-second=1-11880
+    profile/levels=1/4,1/0x10,8/4,8/0x10
 )";
 
 constexpr std::string_view kAudio = R"(
@@ -74,13 +67,16 @@ video/x-vnd.on2.vp8 hw.vp8
     can-swap-width-height=1 blocks-per-second=1-245760 bitrate=1-20000000
 video/x-vnd.on2.vp9 sw.vp9 software=1  # profile 0 up to 4
     size=2x2-1920x1088 alignment=2x2 block-size=16x16 block-count=1-8160
-    can-swap-width-height=1 blocks-per-second=1-245760 bitrate=1-20000000 profile/levels=1/0x40
+    can-swap-width-height=1 blocks-per-second=1-245760 bitrate=1-20000000
+    profile/levels=1/0x40
 video/mp4v-es hw.mpeg4          # Simple, Advanced Simple up to 5
     size=64x64-1920x1088 alignment=2x2 block-size=16x16 block-count=1-8160
-    can-swap-width-height=1 blocks-per-second=1-245760 bitrate=1-20000000 profile/levels=1/0x80,0x8000/0x80
+    can-swap-width-height=1 blocks-per-second=1-245760 bitrate=1-20000000
+    profile/levels=1/0x80,0x8000/0x80
 video/3gpp sw.h263 software=1   # Baseline up to 30 and 45
     size=2x2-352x288 alignment=2x2 block-size=16x16 block-count=1-396
-    can-swap-width-height=1 blocks-per-second=1-11880 profile/levels=1/4,1/0x10,8/4,8/0x10
+    can-swap-width-height=1 blocks-per-second=1-11880
+    profile/levels=1/4,1/0x10,8/4,8/0x10
 )";
 
 // The types that the library asks for and a typical phone has not, its own first.
@@ -117,7 +113,8 @@ video/theora maker.theora software=1
 constexpr std::string_view kBare = R"(
 video/avc sw.avc software=1     # Baseline up to 3
     size=16x16-720x576 alignment=2x2 block-size=16x16 block-count=1-1620
-    can-swap-width-height=1 blocks-per-second=1-40500 bitrate=1-10000000 profile/levels=0x10000/0x100,1/0x100
+    can-swap-width-height=1 blocks-per-second=1-40500 bitrate=1-10000000
+    profile/levels=0x10000/0x100,1/0x100
 audio/mp4a-latm audio.aac # LC
     channel-count=1-2 sample-rate=8000-48000 profile/levels=2/0
 audio/mpeg audio.mp3 channel-count=1-2 sample-rate=8000-48000

@@ -64,8 +64,9 @@ private:
         if (const size_t at = line.find(kSoftware); at != line.npos) {
             decoder.isSoftware = trimmed(line.substr(at + kSoftware.size())).starts_with('1');
         }
-        if (line.starts_with(kProfileLevels)) {
-            decoder.limits.profileLevels = readProfileLevels(brackets(line));
+        if (line.starts_with(kProfileLevels)) {  // an empty list says nothing
+            auto pairs = readProfileLevels(brackets(line));
+            if (!pairs.empty()) decoder.limits.profileLevels = std::move(pairs);
         } else if (line.starts_with(kAliases)) {
             readAliases(brackets(line), decoder);
         } else {
