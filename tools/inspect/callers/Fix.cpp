@@ -10,9 +10,12 @@
 #include "inspect/media/CodecMap.h"
 #include "inspect/media/ContainerMap.h"
 #include "inspect/media/LibAv.h"
+#include "zrcodecparser/CodecType.h"
 
 namespace inspect {
 namespace {
+
+using namespace android;
 
 // What a file can be written as: by its extension, with the name of the demuxer that reads it.
 struct Muxer {
@@ -78,7 +81,8 @@ Stream movedTo(const Muxer& muxer, Stream stream) {
     const AVOutputFormat* format = outputOf(muxer);
     const AVCodecID codec = codecOf(stream);
     const uint32_t tag = format != nullptr ? av_codec_get_tag(format->codec_tag, codec) : 0;
-    if (stream.kind == Kind::kText) return stream;
+    // Dolby Vision is a matter of the four-character code, which not every container can keep.
+    if (stream.kind == Kind::kText || stream.codecType == kCodecTypeDolbyVision) return stream;
     stream.codecType = codecTypeOf(codec, tag, stream.profile.value_or(FF_PROFILE_UNKNOWN));
     return stream;
 }
@@ -216,8 +220,11 @@ std::string whyBeyondRepair(const JudgedTrack& track) {
         case Play::kCodecDataBroken:
             return name + "no decoder starts from it, nor a converter; get or write the file anew";
         case Play::kNothingReadable: return name + "is not in the file; get the whole file";
-        default: return {};
+        default: break;
     }
+    const bool isConverted = !plays(track.verdict->play) && track.stream->kind != Kind::kText;
+    if (!isConverted || avcodec_find_decoder(codecOf(*track.stream)) != nullptr) return {};
+    return name + "no converter is known for " + track.stream->codec;
 }
 
 }  // namespace

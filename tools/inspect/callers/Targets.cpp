@@ -222,6 +222,8 @@ constexpr std::array<uint32_t, 6> kSampleRates = {0, 96000, 48000, 44100, 22050,
 std::optional<Target> audioTarget(const Stream& from, const AudioTarget& target, uint32_t channels,
                                   uint32_t rate) {
     const bool isFewer = channels > 0 && channels < from.audio.channelCount;
+    constexpr uint32_t kMostPlaced = 8;  // loudspeakers whose places their number tells
+    if (isFewer && from.audio.channelCount > kMostPlaced) return {};
     if ((channels > 0 && !isFewer) || rate == from.audio.sampleRate) return {};
     Target out{{"-c", target.encoder}, target.words, from};
     const auto add = [&](const char* name, const std::string& value) {
