@@ -12,6 +12,7 @@ extern "C" {
 #include "inspect/media/ContainerMap.h"
 #include "inspect/media/Demuxer.h"
 #include "inspect/media/PrivateData.h"
+#include "inspect/media/Protection.h"
 
 namespace inspect {
 namespace {
@@ -159,6 +160,7 @@ MediaFile readMediaFile(const OpenFile& open) {
         file.streams.push_back(readStream(demuxer, *each));
         if (isMisled) file.streams.back().durationUs.reset();
     }
+    findProtection(open, context, file.streams);
     findAdtsHeaders(context, file.streams);
     for (Stream& each : file.streams) {
         if (each.boxName == "vp09") each.privateData = readVp9Record(open.input(), each.index);

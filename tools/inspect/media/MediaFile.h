@@ -15,6 +15,12 @@ enum class Kind { kVideo, kAudio, kText, kOther };
 
 const char* toString(Kind kind);  // "video"
 
+// Of an encrypted track.
+struct Protection {
+    std::string scheme;  // "cenc"; from the file, where it names one
+    std::string keyId;   // in hexadecimal digits; empty = unknown
+};
+
 struct Stream {
     int index = 0;
     Kind kind = Kind::kOther;
@@ -25,6 +31,7 @@ struct Stream {
     uint32_t bitRate = 0;
     std::string language;  // empty = unknown
     std::optional<int64_t> durationUs;
+    std::optional<Protection> protection;
 
     struct Video {
         uint32_t width = 0;
