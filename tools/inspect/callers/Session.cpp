@@ -1,11 +1,11 @@
 #include "inspect/callers/Session.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <iterator>
 #include <utility>
 
+#include "inspect/callers/BrokenData.h"
 #include "inspect/callers/PcmFormat.h"
 #include "inspect/records/Contradictions.h"
 #include "inspect/records/Records.h"
@@ -107,19 +107,10 @@ std::string failureNote(status_t status, const std::vector<host::LogLine>& log, 
 
 constexpr const char* kPassedOn =
         "codec data: a finished HEVC record, which is passed on as it is; that is meant";
-constexpr const char* kNoCodecData =
-        "codec data: missing in the file, and no decoder starts without";
 
 bool isFinishedHevcRecord(uint32_t codecType, const std::vector<Record>& records) {
     return codecType == kCodecTypeHevc && !records.empty() &&
            isConfiguration(codecType, records.front());
-}
-
-bool lacksCodecData(const Stream& stream, bool hasWholeFrames) {
-    static constexpr auto kWanting = std::to_array<uint32_t>(
-            {kCodecTypeAvc, kCodecTypeHevc, kCodecTypeAac, kCodecTypeVorbis, kCodecTypeAlac});
-    return hasWholeFrames && stream.privateData.empty() &&
-           std::ranges::count(kWanting, stream.codecType) > 0;
 }
 
 }  // namespace
@@ -179,7 +170,8 @@ TrackFindings Session::describeTrack(const Stream& stream, bool hasWholeFrames) 
             note = isMeant ? kPassedOn : note + "; stored unchanged all the same";
         }
         if (!note.empty()) found.notes.push_back(note);
-        if (lacksCodecData(stream, hasWholeFrames)) found.notes.emplace_back(kNoCodecData);
+        const std::string why = whyNoDecoderStarts(stream, found.records, hasWholeFrames);
+        if (!why.empty()) found.notes.push_back("no decoder can start: " + why);
         found.codecData = describeCodecData(stream, found.records, change);
         std::ranges::move(contradictions(stream, found.records), std::back_inserter(found.notes));
     } catch (const LibraryFatal& fatal) {
