@@ -29,6 +29,7 @@ std::optional<int64_t> toMicroseconds(int64_t time, AVRational base) {
 }
 
 uint32_t frameRateOf(AVFormatContext& context, AVStream& stream) {
+    if (stream.codecpar->width <= 0) return 0;  // nothing is known of its frames
     const AVRational rate = av_guess_frame_rate(&context, &stream, nullptr);
     if (rate.num <= 0 || rate.den <= 0) return 0;
     return atLeastZero<uint32_t>((int64_t{rate.num} + rate.den / 2) / rate.den);
