@@ -49,7 +49,8 @@ TEST(BrokenFiles, MissingCodecDataAreSaid) {
     std::string file = readFile(SAMPLES "video.mp4");
     file.replace(file.find("avcC"), 4, "none");
     const json track = json::parse(inspectBytes("--json", file).out)["files"][0]["tracks"][0];
-    expectContains(track["notes"].dump(), "missing in the file");
+    EXPECT_EQ(track["verdict"], "codec-data-broken");
+    expectContains(track["reason"], "missing in the file");
     expectContains(inspect("--frames video.hevc").out, "the library does not examine this codec\n");
     expectContains(inspect("--component audio.m4a video.mp4").out,
                    "does not apply; it sets up ADIF");

@@ -30,6 +30,12 @@ uint64_t ByteCursor::little(size_t sizeBytes) {
     return mOk ? value : 0;
 }
 
+bool startsWith(Bytes data, std::string_view text) {
+    return data.size() >= text.size() &&
+           std::ranges::equal(data.first(text.size()), text, {},
+                              [](uint8_t byte) { return static_cast<char>(byte); });
+}
+
 std::string hex(Bytes data, std::string_view separator) {
     static constexpr std::string_view kDigits = "0123456789abcdef";
     std::string text;

@@ -43,6 +43,8 @@ private:
     bool mOk = true;
 };
 
+bool startsWith(Bytes data, std::string_view text);
+
 // "01 64 00", and "016400" without a separator.
 std::string hex(Bytes data, std::string_view separator);
 

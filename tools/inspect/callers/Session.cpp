@@ -1,10 +1,10 @@
 #include "inspect/callers/Session.h"
 
 #include <algorithm>
-#include <array>
 #include <iterator>
 #include <utility>
 
+#include "inspect/callers/BrokenData.h"
 #include "inspect/callers/Offer.h"
 #include "inspect/callers/PcmFormat.h"
 #include "inspect/records/Contradictions.h"
@@ -12,6 +12,7 @@
 #include "platform/Log.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
+#include "zrcodecparser/MediaDefs.h"
 #include "zrcodecparser/TrackInfo.h"
 
 namespace inspect {
@@ -50,19 +51,19 @@ std::string failureNote(status_t status, const std::vector<host::LogLine>& log, 
 
 constexpr const char* kPassedOn =
         "codec data: a finished HEVC record, which is passed on as it is; that is meant";
-constexpr const char* kNoCodecData =
-        "codec data: missing in the file, and no decoder starts without";
 
 bool isFinishedHevcRecord(uint32_t codecType, const std::vector<Record>& records) {
     return codecType == kCodecTypeHevc && !records.empty() &&
            isConfiguration(codecType, records.front());
 }
 
-bool lacksCodecData(const Stream& stream, bool hasWholeFrames) {
-    static constexpr auto kWanting = std::to_array<uint32_t>(
-            {kCodecTypeAvc, kCodecTypeHevc, kCodecTypeAac, kCodecTypeVorbis, kCodecTypeAlac});
-    return hasWholeFrames && stream.privateData.empty() &&
-           std::ranges::count(kWanting, stream.codecType) > 0;
+// A container parser's own part: the library has the types, and no code for what is behind them.
+void storeScrambled(const Stream& stream, const Format& format) {
+    const bool isVideo = stream.kind == Kind::kVideo;
+    if (!isVideo && stream.kind != Kind::kAudio) return;
+    AMediaFormat_setString(
+            format.get(), AMEDIAFORMAT_KEY_MIME,
+            isVideo ? ZRE_MEDIA_MIMETYPE_VIDEO_SCRAMBLED : ZRE_MEDIA_MIMETYPE_AUDIO_SCRAMBLED);
 }
 
 }  // namespace
@@ -101,6 +102,7 @@ TrackFindings Session::describeTrack(const Stream& stream, bool hasWholeFrames) 
     } catch (const LibraryFatal&) {
         // Depends on the device; the verdict tells.
     }
+    if (stream.protection) storeScrambled(stream, format);
     if (stream.durationUs) mHelper->setDuration(*stream.durationUs, format.get());
     if (stream.codecType == kCodecTypeAacAdts) {
         AMediaFormat_setInt32(format.get(), ZREAMEDIAFORMAT_KEY_ISADTS, 1);
@@ -110,7 +112,7 @@ TrackFindings Session::describeTrack(const Stream& stream, bool hasWholeFrames) 
     } catch (const LibraryFatal& fatal) {
         found.fatal = fatal.what();
     }
-    if (lacksCodecData(stream, hasWholeFrames)) found.notes.emplace_back(kNoCodecData);
+    found.brokenData = whyNoDecoderStarts(stream, found.records, hasWholeFrames);
     if (isPcm(stream) && findPcmFormat(stream) == nullptr) {
         found.notes.push_back(whyNotTo16(stream, *mHelper));
     }

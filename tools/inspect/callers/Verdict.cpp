@@ -181,15 +181,21 @@ Verdict notOffered(const Stream& stream, const Offer& offer, const PretendedDevi
                    whatHelps(stream, wanted, device));
 }
 
+std::string words(const Protection& protection) {
+    const std::string key = protection.keyId.empty() ? "" : ", key " + protection.keyId;
+    return "encrypted: " + protection.scheme + key;
+}
+
 Verdict withoutChain(const Stream& stream, const Offer& offer, const TrackFacts& facts,
                      const TrackFaults& faults, const PretendedDevice& device) {
     if (!faults.unreadable.empty()) return because(Play::kNothingReadable, faults.unreadable);
-    if (!faults.encrypted.empty()) return because(Play::kEncrypted, faults.encrypted);
+    if (stream.protection) return because(Play::kEncrypted, words(*stream.protection));
     const std::string& fatal = offer.fatal.empty() ? faults.endsProcess : offer.fatal;
     if (!fatal.empty()) {
         return because(Play::kEndsProcess, "the library would end the process: " + fatal);
     }
-    if (!faults.brokenData.empty()) return because(Play::kCodecDataBroken, faults.brokenData);
+    if (!faults.brokenData.empty())
+        return because(Play::kCodecDataBroken, "no decoder can start: " + faults.brokenData);
     if (!offer.mime || isNotSupported(*offer.mime)) return notOffered(stream, offer, device);
     if (stream.kind == Kind::kText) return because(Play::kPlays, "");
     if (hasDecoder(device, *offer.mime)) return chosen(*offer.mime, facts, device);

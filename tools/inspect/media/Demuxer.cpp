@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <new>
 
+#include "inspect/media/Scrambling.h"
+
 namespace inspect {
 namespace {
 
@@ -11,7 +13,9 @@ int refuseOtherFiles(AVFormatContext*, AVIOContext**, const char*, int, AVDictio
     return AVERROR(EPERM);
 }
 
+// Codec data tell of a track even when they are broken.
 bool isKnown(const AVCodecParameters& codec) {
+    if (codec.extradata_size > 0) return true;
     switch (codec.codec_type) {
         case AVMEDIA_TYPE_VIDEO: return codec.width > 0;
         case AVMEDIA_TYPE_AUDIO: return codec.sample_rate > 0;
@@ -47,7 +51,10 @@ Demuxer::Demuxer(const OpenFile& file, Samples samples) : mStream(file.input(), 
         status = avformat_find_stream_info(context, nullptr);
         mStream.lift();
     }
-    const auto isStreamKnown = [](const AVStream* each) { return isKnown(*each->codecpar); };
+    // Nobody can see into packets that are scrambled.
+    const auto isStreamKnown = [scrambled = scrambledStreams(file)](const AVStream* each) {
+        return isKnown(*each->codecpar) || scrambled.contains(each->id);
+    };
     // Codec data that are missing fail the second step, though the headers tell of the tracks.
     if (mContext != nullptr && std::ranges::any_of(streams(), isStreamKnown)) return;
 

@@ -16,6 +16,7 @@ extern "C" {
 #include "inspect/media/ContainerMap.h"
 #include "inspect/media/Demuxer.h"
 #include "inspect/media/PrivateData.h"
+#include "inspect/media/Protection.h"
 
 namespace inspect {
 namespace {
@@ -32,6 +33,7 @@ std::optional<int64_t> toMicroseconds(int64_t time, AVRational base) {
 }
 
 uint32_t frameRateOf(AVFormatContext& context, AVStream& stream) {
+    if (stream.codecpar->width <= 0) return 0;  // nothing is known of its frames
     const AVRational rate = av_guess_frame_rate(&context, &stream, nullptr);
     if (rate.num <= 0 || rate.den <= 0) return 0;
     return atLeastZero<uint32_t>((int64_t{rate.num} + rate.den / 2) / rate.den);
@@ -193,6 +195,7 @@ MediaFile readMediaFile(const OpenFile& open) {
         file.streams.push_back(readStream(demuxer, *each));
         if (isMisled) file.streams.back().durationUs.reset();
     }
+    findProtection(open, context, file.streams);
     findAdtsHeaders(context, file.streams);
     for (Stream& each : file.streams) {
         if (each.boxName == "vp09") each.privateData = readVp9Record(open.input(), each.index);

@@ -15,6 +15,12 @@ enum class Kind { kVideo, kAudio, kText, kOther };
 
 const char* toString(Kind kind);  // "video"
 
+// Of an encrypted track.
+struct Protection {
+    std::string scheme;  // "cenc"; from the file, where it names one
+    std::string keyId;   // in hexadecimal digits; empty = unknown
+};
+
 struct Stream {
     int index = 0;
     Kind kind = Kind::kOther;
@@ -28,6 +34,7 @@ struct Stream {
     bool isDefault = false;      // among the tracks of its kind, as the container has it
     std::optional<int> profile;  // libavcodec's numbers
     std::optional<int> level;
+    std::optional<Protection> protection;
 
     struct Video {
         uint32_t width = 0;

@@ -1,11 +1,9 @@
 #include "inspect/media/PrivateData.h"
 
-#include <algorithm>
-#include <array>
 #include <optional>
 #include <set>
-#include <string_view>
 
+#include "inspect/media/Boxes.h"
 #include "zrcodecparser/CodecType.h"
 
 namespace inspect {
@@ -14,12 +12,6 @@ namespace {
 using namespace android;
 
 constexpr int kMaxPackets = 1000;
-
-bool startsWith(Bytes data, std::string_view text) {
-    return data.size() >= text.size() &&
-           std::ranges::equal(data.first(text.size()), text, {},
-                              [](uint8_t byte) { return static_cast<char>(byte); });
-}
 
 // RFC 9639 8: the marker, then a metadata block header: last block, type 0, 24-bit size.
 void adaptFlac(ByteVector& data) {
@@ -42,31 +34,6 @@ void adaptOpus(Stream& stream) {
     stream.audio.seekPreRollNs = 80'000'000;
 }
 
-struct Range {
-    uint64_t begin;
-    uint64_t end;
-};
-
-// ISO/IEC 14496-12 4.2: the content of the nth box of this type among these, the first being 0.
-std::optional<Range> findBox(const InputFile& file, Range boxes, std::string_view type, int nth) {
-    constexpr int kMaxBoxes = 1 << 12;
-    uint64_t offset = boxes.begin;
-    for (int count = 0; count < kMaxBoxes && offset < boxes.end; count++) {
-        std::array<uint8_t, 16> header{};
-        if (file.readAt(static_cast<int64_t>(offset), header) < 8) return {};
-        ByteCursor cursor(header);
-        uint64_t size = cursor.be32();
-        const bool isSought = startsWith(cursor.take(4), type);
-        const bool isLarge = size == 1;
-        if (isLarge) size = cursor.be64();
-        const uint64_t headerSize = isLarge ? 16 : 8;
-        if (size < headerSize || size > boxes.end - offset) return {};
-        if (isSought && nth-- == 0) return Range{offset + headerSize, offset + size};
-        offset += size;
-    }
-    return {};
-}
-
 // ISO/IEC 13818-7 6.2.1: a sync word of twelve ones, and no layer.
 bool hasAdtsHeader(const AVPacket& packet) {
     return packet.size >= 2 && packet.data[0] == 0xFF && (packet.data[1] & 0xF6) == 0xF0;
@@ -80,24 +47,11 @@ bool mayHaveAdtsHeaders(const Stream& stream) {
 }  // namespace
 
 ByteVector readVp9Record(const InputFile& file, int track) {
-    struct Step {
-        std::string_view type;
-        int nth;
-        uint64_t fields;  // bytes before the boxes inside
-    };
-    const Step steps[] = {{"moov", 0, 0}, {"trak", track, 0}, {"mdia", 0, 0},  {"minf", 0, 0},
-                          {"stbl", 0, 0}, {"stsd", 0, 8},     {"vp09", 0, 78}, {"vpcC", 0, 0}};
-    Range range = {0, static_cast<uint64_t>(file.size())};
-    for (const Step& step : steps) {
-        const auto found = findBox(file, range, step.type, step.nth);
-        if (!found || found->end - found->begin < step.fields) return {};
-        range = {found->begin + step.fields, found->end};
-    }
-    constexpr uint64_t kMostBytes = 1 << 16;
-    ByteVector record(std::min(range.end - range.begin, kMostBytes));
-    const int64_t count = file.readAt(static_cast<int64_t>(range.begin), record);
-    record.resize(static_cast<size_t>(std::max<int64_t>(count, 0)));
-    return record;
+    constexpr uint64_t kVisualFields = 78;
+    const auto entries = findSampleEntries(file, track);
+    const auto entry = entries ? findBox(file, *entries, "vp09") : std::nullopt;
+    const auto record = entry ? findBox(file, entry->behind(kVisualFields), "vpcC") : std::nullopt;
+    return record ? readContent(file, *record) : ByteVector();
 }
 
 void findAdtsHeaders(AVFormatContext& file, std::span<Stream> streams) {

@@ -60,8 +60,9 @@ void judgeFor(const PretendedDevice& device, FileReport& report, const MediaFile
               bool isFixed) {
     std::vector<JudgedTrack> tracks;
     for (TrackReport& track : report.tracks) {
-        TrackFaults faults;
-        faults.endsProcess = track.found.fatal;
+        const TrackFaults faults = {.unreadable = {},
+                                    .brokenData = track.found.brokenData,
+                                    .endsProcess = track.found.fatal};
         track.verdicts.push_back(
                 judge(track.stream, file.container.hasWholeFrames, track.facts, faults, device));
         tracks.push_back({&track.stream, &track.facts, &track.verdicts.back()});
