@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "inspect/callers/Hooks.h"
-#include "inspect/records/Parameters.h"
+#include "inspect/records/Record.h"
 #include "platform/Message.h"
 #include "platform/OmxNode.h"
 #include "zrcodecparser/CodecType.h"

@@ -7,8 +7,7 @@
 #include <utility>
 
 #include "inspect/callers/PcmFormat.h"
-#include "inspect/records/Contradictions.h"
-#include "inspect/records/Records.h"
+#include "inspect/records/Record.h"
 #include "platform/Log.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
@@ -111,8 +110,7 @@ constexpr const char* kNoCodecData =
         "codec data: missing in the file, and no decoder starts without";
 
 bool isFinishedHevcRecord(uint32_t codecType, const std::vector<Record>& records) {
-    return codecType == kCodecTypeHevc && !records.empty() &&
-           isConfiguration(codecType, records.front());
+    return codecType == kCodecTypeHevc && !records.empty() && records.front().isConfiguration();
 }
 
 bool lacksCodecData(const Stream& stream, bool hasWholeFrames) {
@@ -180,7 +178,7 @@ TrackFindings Session::describeTrack(const Stream& stream, bool hasWholeFrames) 
         }
         if (!note.empty()) found.notes.push_back(note);
         if (lacksCodecData(stream, hasWholeFrames)) found.notes.emplace_back(kNoCodecData);
-        found.codecData = describeCodecData(stream, found.records, change);
+        found.codecData = describeCodecData(found.records, change);
         std::ranges::move(contradictions(stream, found.records), std::back_inserter(found.notes));
     } catch (const LibraryFatal& fatal) {
         found.verdict = {Play::kEndsProcess, fatal.what()};
