@@ -11,9 +11,7 @@ std::string byteCount(uint64_t count) {
 
 std::string wordsFor(const Words& words, uint64_t value) {
     if (const auto* text = std::get_if<const char*>(&words)) return *text;
-    if (const auto* names = std::get_if<std::span<const char* const>>(&words)) {
-        return value < names->size() ? (*names)[value] : "";
-    }
+    if (const auto* names = std::get_if<NameList>(&words)) return nameOf(*names, value, "");
     const auto* function = std::get_if<std::string (*)(uint64_t)>(&words);
     return function != nullptr ? (*function)(value) : std::string();
 }
@@ -55,18 +53,13 @@ bool Annotator::take(std::string_view name, uint64_t bits) {
 }
 
 uint64_t Annotator::read(const Field& field, bool isLittle) {
-    size_t position = mPosition;
+    const size_t first = mPosition;
     if (!take(field.name, field.bits) || field.bits > 64) return 0;
+    const bool isTurned = isLittle && field.bits % 8 == 0;
     uint64_t value = 0;
-    for (unsigned bit = 0; bit < field.bits; bit++, position++) {
-        value = value << 1 | (mBytes[position / 8] >> (7 - position % 8) & 1u);
-    }
-    if (isLittle && field.bits % 8 == 0) {
-        uint64_t turned = 0;
-        for (unsigned shift = 0; shift < field.bits; shift += 8) {
-            turned = turned << 8 | (value >> shift & 0xFF);
-        }
-        value = turned;
+    for (unsigned bit = 0; bit < field.bits; bit++) {
+        const size_t at = first + (isTurned ? field.bits - 8 - bit / 8 * 8 + bit % 8 : bit);
+        value = value << 1 | (mBytes[at / 8] >> (7 - at % 8) & 1u);
     }
     mRecord.rows.back().value = std::to_string(value);
     mRecord.rows.back().number = value;

@@ -13,13 +13,13 @@
 
 #include "inspect/base/Bytes.h"
 #include "inspect/records/Record.h"
+#include "inspect/records/StandardNames.h"
 
 namespace inspect {
 
 // What explains a number: a text, names for the values from 0 on (empty ones say nothing), or a
 // function that knows.
-using Words = std::variant<std::monostate, const char*, std::span<const char* const>,
-                           std::string (*)(uint64_t value)>;
+using Words = std::variant<std::monostate, const char*, NameList, std::string (*)(uint64_t value)>;
 
 struct Field {
     std::string_view name;

@@ -45,21 +45,18 @@ private:
     }
 
     void readEs() {
-        const auto [isDependent, hasUrl, hasClock, priority] = readEsHead();
+        const auto [id, isDependent, hasUrl, hasClock, priority] =
+                mOut.big({{"ES_ID", 16},
+                          {"streamDependenceFlag", 1},
+                          {"URL_Flag", 1},
+                          {"OCRstreamFlag", 1},
+                          {"streamPriority", 5}});
         if (isDependent != 0) mOut.big("dependsOn_ES_ID", 16);
         if (hasUrl != 0) mOut.text("URLstring", mOut.big("URLlength", 8));
         if (hasClock != 0) mOut.big("OCR_ES_Id", 16);
         descriptor(4, "DecoderConfigDescriptor", &EsReader::readDecoderConfig);
         mOut.rest("further descriptors");
         mIsWhole = mIsWhole && mOut.ok();
-    }
-
-    std::array<uint64_t, 4> readEsHead() {
-        mOut.big("ES_ID", 16);
-        return mOut.big({{"streamDependenceFlag", 1},
-                         {"URL_Flag", 1},
-                         {"OCRstreamFlag", 1},
-                         {"streamPriority", 5}});
     }
 
     void readDecoderConfig() {

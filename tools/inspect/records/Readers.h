@@ -38,8 +38,7 @@ std::string readAdpcm(Annotator& out);              // ADPCMWAVEFORMAT, IMAADPCM
 // ISO/IEC 14496-3 1.6.2.1, inside a descriptor.
 std::string readAudioConfig(Annotator& out);
 
-// What stands behind the start codes 00 00 01, and their names in one line. part reads what follows
-// such a code, and may add to its name.
+// Rows of the parts behind start codes 00 00 01; their names in one line, the first eight at most.
 using StartCodeName = std::string (*)(uint64_t code);
 std::string readStartCodeParts(Annotator& out, StartCodeName nameOf);
 

@@ -1,11 +1,8 @@
 #include "inspect/records/StandardNames.h"
 
-#include <algorithm>
 #include <array>
 #include <cinttypes>
 #include <cstdio>
-#include <span>
-#include <string_view>
 
 #include "inspect/media/LibAv.h"
 
@@ -16,42 +13,6 @@ extern "C" {
 
 namespace inspect {
 namespace {
-
-struct Name {
-    uint64_t number;
-    std::string_view text;
-};
-
-constexpr auto kHevcUnits = std::to_array<Name>({
-        {32, "VPS"},
-        {33, "SPS"},
-        {34, "PPS"},
-        {39, "SEI"},
-        {40, "suffix SEI"},
-});
-
-constexpr auto kVisualStartCodes = std::to_array<Name>({
-        {0xB0, "visual_object_sequence"},
-        {0xB1, "visual_object_sequence_end"},
-        {0xB2, "user_data"},
-        {0xB3, "group_of_vop"},
-        {0xB5, "visual_object"},
-        {0xB6, "vop"},
-});
-
-constexpr auto kMpeg2StartCodes = std::to_array<Name>({
-        {0x00, "picture"},
-        {0xB2, "user_data"},
-        {0xB3, "sequence_header"},
-        {0xB5, "extension"},
-        {0xB7, "sequence_end"},
-        {0xB8, "group_of_pictures"},
-});
-
-std::string nameOf(std::span<const Name> names, uint64_t number, const std::string& otherwise) {
-    const auto found = std::ranges::find(names, number, &Name::number);
-    return found != names.end() ? std::string(found->text) : otherwise;
-}
 
 std::string numbered(std::string what, uint64_t number) {
     return what.append(" ").append(std::to_string(number));
@@ -71,6 +32,11 @@ std::string nameBelow(Number end, uint64_t number, const char* (*nameOf)(Number)
 }
 
 }  // namespace
+
+std::string nameOf(NameList names, uint64_t number, const std::string& otherwise) {
+    const std::string name = number < names.size() ? names[number] : "";
+    return name.empty() ? otherwise : name;
+}
 
 std::string tenthsText(uint64_t tenths) {
     return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10);
@@ -101,12 +67,13 @@ std::string hevcLevelText(uint64_t levelIdc) {
 }
 
 std::string hevcUnitName(uint64_t unitType) {
-    return nameOf(kHevcUnits, unitType, numbered("unit of type", unitType));
+    constexpr const char* kFrom32[] = {"VPS", "SPS", "PPS", "", "", "", "", "SEI", "suffix SEI"};
+    return nameOf(kFrom32, unitType - 32, numbered("unit of type", unitType));
 }
 
 std::string chromaText(uint64_t chromaFormatIdc) {
-    constexpr auto kFormats = std::to_array<const char*>({"monochrome", "4:2:0", "4:2:2", "4:4:4"});
-    return chromaFormatIdc < kFormats.size() ? kFormats[chromaFormatIdc] : "reserved";
+    constexpr const char* kFormats[] = {"monochrome", "4:2:0", "4:2:2", "4:4:4"};
+    return nameOf(kFormats, chromaFormatIdc, "reserved");
 }
 
 std::string primariesText(uint64_t colourPrimaries) {
@@ -148,13 +115,23 @@ std::string visualProfileName(uint64_t indication) {
 }
 
 std::string visualStartCodeName(uint64_t code) {
+    constexpr const char* kFromB0[] = {"visual_object_sequence",
+                                       "visual_object_sequence_end",
+                                       "user_data",
+                                       "group_of_vop",
+                                       "",
+                                       "visual_object",
+                                       "vop"};
     if (code < 0x20) return numbered("video_object", code);
     if (code < 0x30) return numbered("video_object_layer", code - 0x20);
-    return nameOf(kVisualStartCodes, code, numbered("start code", code));
+    return nameOf(kFromB0, code - 0xB0, numbered("start code", code));
 }
 
 std::string mpeg2StartCodeName(uint64_t code) {
-    return nameOf(kMpeg2StartCodes, code, numbered("start code", code));
+    constexpr const char* kFromB2[] = {"user_data",    "sequence_header",  "", "extension", "",
+                                       "sequence_end", "group_of_pictures"};
+    if (code == 0) return "picture";
+    return nameOf(kFromB2, code - 0xB2, numbered("start code", code));
 }
 
 std::string channelText(uint64_t channels) {

@@ -3,9 +3,14 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 
 namespace inspect {
+
+// Of the numbers from 0 on; empty ones are not there.
+using NameList = std::span<const char* const>;
+std::string nameOf(NameList names, uint64_t number, const std::string& otherwise);
 
 std::string tenthsText(uint64_t tenths);  // "1.3"
 std::string hexText(uint64_t flags);      // "0x1f"

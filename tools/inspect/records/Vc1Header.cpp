@@ -12,10 +12,6 @@ std::string profileText(uint64_t profile) {
     return profile == 0 ? "simple" : profile == 1 ? "main" : "advanced or unknown";
 }
 
-void readUnits(Annotator& out) {
-    readStartCodeParts(out, unitName);
-}
-
 // SMPTE 421M Annex J, STRUCT_C
 void readStructC(Annotator& out) {
     if (out.remaining() == 0) return;
@@ -46,11 +42,9 @@ std::string readHeader(Annotator& out, bool hasSize, void (*readSequenceHeader)(
     const size_t behind = hasSize ? 4 + 4 + 1 : 1;
     const bool isWhole = out.remaining() >= behind;
     const Bytes header = out.ahead().first(isWhole ? out.remaining() - behind : 0);
-    if (hasSize) {
+    {
         const auto part = out.group("sequence header", header.size());
         readSequenceHeader(out);
-    } else {
-        out.bytes("sequence header", header.size());
     }
     std::string size;
     if (hasSize) {
@@ -67,7 +61,7 @@ std::string readHeader(Annotator& out, bool hasSize, void (*readSequenceHeader)(
 }  // namespace
 
 std::string readVc1Header(Annotator& out) {
-    return readHeader(out, true, readUnits);
+    return readHeader(out, true, [](Annotator& part) { readStartCodeParts(part, unitName); });
 }
 
 std::string readWmv9Header(Annotator& out) {
@@ -75,7 +69,7 @@ std::string readWmv9Header(Annotator& out) {
 }
 
 std::string readWmv7Header(Annotator& out) {
-    return readHeader(out, false, nullptr);
+    return readHeader(out, false, [](Annotator& part) { part.rest("data"); });
 }
 
 }  // namespace inspect

@@ -8,31 +8,32 @@
 namespace inspect {
 namespace {
 
-// An element whose number is a fact, whichever codec has it.
-struct FactElement {
+// An element, whichever codec has it, and what its number is.
+struct KnownElement {
     std::string_view name;
     uint64_t VideoFacts::*fact;
+    std::string (*words)(uint64_t value) = nullptr;
     uint64_t bias = 0;
 };
 
-constexpr auto kFacts = std::to_array<FactElement>({
-        {"profile_idc", &VideoFacts::profile},
-        {"general_profile_idc", &VideoFacts::profile},
+constexpr auto kElements = std::to_array<KnownElement>({
+        {"profile_idc", &VideoFacts::profile, avcProfileName},
+        {"general_profile_idc", &VideoFacts::profile, hevcProfileName},
         {"seq_profile", &VideoFacts::profile},
         {"level_idc", &VideoFacts::level},
-        {"general_level_idc", &VideoFacts::level},
+        {"general_level_idc", &VideoFacts::level, hevcLevelText},
         {"seq_level_idx[0]", &VideoFacts::level},
         {"pic_width_in_luma_samples", &VideoFacts::codedWidth},
         {"pic_height_in_luma_samples", &VideoFacts::codedHeight},
-        {"max_frame_width_minus_1", &VideoFacts::codedWidth, 1},
-        {"max_frame_height_minus_1", &VideoFacts::codedHeight, 1},
-        {"bit_depth_luma_minus8", &VideoFacts::bitDepth, 8},
-        {"bit_depth_chroma_minus8", &VideoFacts::chromaBitDepth, 8},
-        {"chroma_format_idc", &VideoFacts::chroma},
-        {"colour_primaries", &VideoFacts::primaries},
-        {"color_primaries", &VideoFacts::primaries},
-        {"transfer_characteristics", &VideoFacts::transfer},
-        {"matrix_coefficients", &VideoFacts::matrix},
+        {"max_frame_width_minus_1", &VideoFacts::codedWidth, nullptr, 1},
+        {"max_frame_height_minus_1", &VideoFacts::codedHeight, nullptr, 1},
+        {"bit_depth_luma_minus8", &VideoFacts::bitDepth, nullptr, 8},
+        {"bit_depth_chroma_minus8", &VideoFacts::chromaBitDepth, nullptr, 8},
+        {"chroma_format_idc", &VideoFacts::chroma, chromaText},
+        {"colour_primaries", &VideoFacts::primaries, primariesText},
+        {"color_primaries", &VideoFacts::primaries, primariesText},
+        {"transfer_characteristics", &VideoFacts::transfer, transferText},
+        {"matrix_coefficients", &VideoFacts::matrix, matrixText},
         {"video_full_range_flag", &VideoFacts::isFullRange},
         {"color_range", &VideoFacts::isFullRange},
         {"time_scale", &VideoFacts::frames},
@@ -40,6 +41,10 @@ constexpr auto kFacts = std::to_array<FactElement>({
         {"num_units_in_tick", &VideoFacts::seconds},
         {"vui_num_units_in_tick", &VideoFacts::seconds},
         {"num_units_in_display_tick", &VideoFacts::seconds},
+        {"nal_unit_type", nullptr,
+         [](uint64_t type) { return type < 32 ? "" : hevcUnitName(type); }},
+        {"max_display_mastering_luminance", nullptr, luminanceText},
+        {"min_display_mastering_luminance", nullptr, luminanceText},
 });
 
 struct LevelLimit {
@@ -84,9 +89,10 @@ const SyntaxElement* find(Elements elements, std::string_view name) {
 
 VideoFacts numbersOf(Elements elements) {
     VideoFacts facts;
-    for (const auto& [name, fact, bias] : kFacts) {
-        const SyntaxElement* element = find(elements, name);
-        if (element != nullptr) facts.*fact = static_cast<uint64_t>(element->value) + bias;
+    for (const KnownElement& each : kElements) {
+        const auto* element = each.fact != nullptr ? find(elements, each.name) : nullptr;
+        if (element == nullptr) continue;
+        facts.*each.fact = static_cast<uint64_t>(element->value) + each.bias;
     }
     return facts;
 }
@@ -117,6 +123,17 @@ void crop(VideoFacts& facts, Elements sps, const std::string& window, uint64_t f
 uint64_t valueOf(Elements elements, std::string_view name) {
     const SyntaxElement* element = find(elements, name);
     return element != nullptr ? static_cast<uint64_t>(element->value) : 0;
+}
+
+std::string wordsFor(const SyntaxElement& element, Elements unit) {
+    const auto value = static_cast<uint64_t>(element.value);
+    if (element.name == "level_idc") {
+        const bool isSet3 = valueOf(unit, "constraint_set3_flag") != 0;
+        return avcLevelText(valueOf(unit, "profile_idc"), isSet3 ? 0x10 : 0, value);
+    }
+    const auto* known = std::ranges::find(kElements, element.name, &KnownElement::name);
+    const bool hasWords = known != kElements.end() && known->words != nullptr;
+    return hasWords ? known->words(value) : std::string();
 }
 
 std::optional<VideoFacts> avcFacts(Elements unit) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "inspect/media/HeaderTrace.h"
@@ -47,5 +48,6 @@ std::optional<VideoFacts> av1Facts(Elements unit);   // AV1 5.5
 
 // The value of the first of that name.
 uint64_t valueOf(Elements elements, std::string_view name);
+std::string wordsFor(const SyntaxElement& element, Elements unit);  // that explain its value
 
 }  // namespace inspect

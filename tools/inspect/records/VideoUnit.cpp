@@ -2,39 +2,9 @@
 #include <array>
 
 #include "inspect/records/Readers.h"
-#include "inspect/records/StandardNames.h"
 
 namespace inspect {
 namespace {
-
-struct ElementWords {
-    std::string_view name;
-    std::string (*words)(uint64_t value);
-};
-
-constexpr auto kWords = std::to_array<ElementWords>({
-        {"profile_idc", avcProfileName},
-        {"general_profile_idc", hevcProfileName},
-        {"general_level_idc", hevcLevelText},
-        {"nal_unit_type", [](uint64_t type) { return type < 32 ? "" : hevcUnitName(type); }},
-        {"chroma_format_idc", chromaText},
-        {"colour_primaries", primariesText},
-        {"color_primaries", primariesText},
-        {"transfer_characteristics", transferText},
-        {"matrix_coefficients", matrixText},
-        {"max_display_mastering_luminance", luminanceText},
-        {"min_display_mastering_luminance", luminanceText},
-});
-
-std::string wordsFor(const SyntaxElement& element, Elements all) {
-    const auto value = static_cast<uint64_t>(element.value);
-    if (element.name == "level_idc") {
-        const bool isSet3 = valueOf(all, "constraint_set3_flag") != 0;
-        return avcLevelText(valueOf(all, "profile_idc"), isSet3 ? 0x10 : 0, value);
-    }
-    const auto row = std::ranges::find(kWords, element.name, &ElementWords::name);
-    return row != kWords.end() ? row->words(value) : std::string();
-}
 
 std::string_view baseName(std::string_view name) {
     return name.substr(0, name.find_last_of('['));
@@ -55,8 +25,7 @@ std::string nameOf(Elements same) {
     const std::string& first = same.front().name;
     const std::string& last = same.back().name;
     if (first == last) return first;
-    const size_t index = baseName(last).size();
-    return first.substr(0, first.size() - 1) + ".." + last.substr(index + 1);
+    return first.substr(0, first.size() - 1) + ".." + last.substr(baseName(last).size() + 1);
 }
 
 // The offsets in the unit's payload before which emulation prevention bytes stand.
@@ -73,7 +42,8 @@ std::vector<size_t> preventionBytes(Bytes unit) {
 
 class ElementRows {
 public:
-    explicit ElementRows(Annotator& out) : mOut(out), mPrevention(preventionBytes(out.ahead())) {}
+    ElementRows(Annotator& out, std::vector<size_t> prevention)
+        : mOut(out), mPrevention(std::move(prevention)) {}
 
     void write(Elements all) {
         for (Elements left = all; !left.empty() && mOut.ok();) {
@@ -104,29 +74,26 @@ private:
         mPayloadBits += bits;
         while (mInside < mPrevention.size() && mPrevention[mInside] * 8 < mPayloadBits) mInside++;
         bits += 8 * (mInside - before);
-        const SyntaxElement& first = same.front();
-        if (same.size() == 1) {
-            const bool isNegative = first.value < 0;
-            const auto number = static_cast<uint64_t>(first.value);
-            mOut.known(first.name, bits, std::to_string(first.value),
-                       isNegative ? std::nullopt : std::optional(number));
-            mOut.say(wordsFor(first, all));
-        } else if (first.bits == 1) {
-            addFlags(same, bits);
-        } else {
-            mOut.known(nameOf(same), bits, "", {});  // bytes speak for themselves
-        }
+        writeRow(same, all, bits);
     }
 
-    void addFlags(Elements flags, size_t bits) {
-        std::string digits;
+    void writeRow(Elements same, Elements all, size_t bits) {
+        const SyntaxElement& first = same.front();
+        if (same.size() == 1) {
+            const auto number = static_cast<uint64_t>(first.value);
+            mOut.known(first.name, bits, std::to_string(first.value),
+                       first.value < 0 ? std::nullopt : std::optional(number));
+            mOut.say(wordsFor(first, all));
+            return;
+        }
+        std::string digits;  // bytes speak for themselves
         uint64_t number = 0;
-        for (const SyntaxElement& each : flags) {
+        for (const SyntaxElement& each : same.first(first.bits == 1 ? same.size() : 0)) {
             digits += each.value != 0 ? '1' : '0';
             number = number << 1 | (each.value != 0 ? 1u : 0u);
         }
-        mOut.known(nameOf(flags), bits, digits,
-                   digits.size() <= 64 ? std::optional(number) : std::nullopt);
+        const bool isNumber = !digits.empty() && digits.size() <= 64;
+        mOut.known(nameOf(same), bits, digits, isNumber ? std::optional(number) : std::nullopt);
     }
 
     Annotator& mOut;
@@ -180,7 +147,9 @@ void tellFacts(Annotator& out, const VideoFacts& facts) {
 
 void readUnit(Annotator& out, HeaderTrace& trace, VideoFactsReader readFacts) {
     const std::vector<SyntaxElement> elements = trace.read(out.ahead());
-    ElementRows(out).write(elements);
+    const auto prevention =
+            trace.isOfNalUnits() ? preventionBytes(out.ahead()) : std::vector<size_t>();
+    ElementRows(out, prevention).write(elements);
     out.rest("rest of the unit");
     const auto facts = readFacts(elements);
     if (!facts || !out.ok()) return;

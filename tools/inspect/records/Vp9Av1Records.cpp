@@ -3,9 +3,11 @@
 namespace inspect {
 namespace {
 
-constexpr const char* kSubsamplings[] = {"4:2:0 vertical", "4:2:0 colocated", "4:2:2",
-                                         "4:4:4",          "4:4:0",           "reserved",
-                                         "reserved",       "reserved"};
+std::string subsamplingText(uint64_t value) {
+    constexpr const char* kNames[] = {"4:2:0 vertical", "4:2:0 colocated", "4:2:2", "4:4:4",
+                                      "4:4:0"};
+    return nameOf(kNames, value, "reserved");
+}
 
 }  // namespace
 
@@ -15,7 +17,7 @@ std::string readVp9Record(Annotator& out) {
              {"profile", 8},
              {"level", 8, tenthsText},
              {"bitDepth", 4},
-             {"chromaSubsampling", 3, kSubsamplings},
+             {"chromaSubsampling", 3, subsamplingText},
              {"videoFullRangeFlag", 1},
              {"colourPrimaries", 8, primariesText},
              {"transferCharacteristics", 8, transferText},
