@@ -26,6 +26,9 @@ TEST(Sps, SaysWhatTheEncoderWasTold) {
               {"reference frames", "4; the level allows 5"},
               {"colour", "bt2020 primaries, smpte2084 transfer, bt2020nc matrix, limited range"},
               {"max_display_mastering_luminance", "9000000 (900 cd/m2)"}}},
+            // no emulation prevention, and a range that goes without saying
+            {"178x98 -pix_fmt gbrp -c:v libaom-av1 -cpu-used 8 -color_trc iec61966-2-1",
+             {{"colour", "bt709 primaries, iec61966-2-1 transfer, gbr matrix, full range"}}},
     };
     const std::string path = fs::temp_directory_path() / ("zr" + std::to_string(getpid()) + ".mp4");
     for (const auto& [options, expected] : cases) {

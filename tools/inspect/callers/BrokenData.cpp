@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "inspect/records/Records.h"
-#include "inspect/records/StandardNames.h"
+#include "inspect/records/Record.h"
 #include "platform/MediaFormat.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
@@ -33,6 +32,16 @@ const Record& recordOf(const Records& records, std::string_view key) {
     static const Record kNone;
     const auto found = std::ranges::find(records, key, &Record::key);
     return found != records.end() ? *found : kNone;
+}
+
+uint64_t numberOf(const Record& record, std::string_view name) {
+    const Row* row = record.first(name);
+    return row != nullptr ? row->number.value_or(0) : 0;
+}
+
+bool isText(const Record& record, std::string_view name, std::string_view text) {
+    const Row* row = record.first(name);
+    return row != nullptr && std::string(row->bytes.begin(), row->bytes.end()) == text;
 }
 
 uint64_t countNalUnits(const Record& record, uint64_t wanted) {
@@ -65,13 +74,13 @@ Why whyNoPicture(const std::optional<VideoFacts>& facts) {
                         facts->height <= kMostSamples;
     if (isSane) return {};
     return "the SPS in the configuration record tells a picture of " +
-           sizeText(facts->width, facts->height);
+           std::to_string(facts->width) + "x" + std::to_string(facts->height);
 }
 
 // ISO/IEC 14496-15 5.3.3.1.2, 8.3.3.1.2
 Why whyNoRecord(const Stream& stream, const Record& record, bool isWhole,
                 const std::vector<ParameterSets>& sets) {
-    const uint64_t version = record.number("configurationVersion");
+    const uint64_t version = numberOf(record, "configurationVersion");
     if (version != 1) {
         return "the configuration record has version " + std::to_string(version) + " instead of 1";
     }
@@ -80,7 +89,7 @@ Why whyNoRecord(const Stream& stream, const Record& record, bool isWhole,
     const bool hasSps =
             std::ranges::any_of(sets, [](const ParameterSets& each) { return each.count > 0; });
     if (!why.empty() || !hasSps) return why;
-    return whyNoPicture(videoFacts(stream.codecType, record));
+    return whyNoPicture(record.facts);
 }
 
 Why whyNotAvc(const Stream& stream, const Records&) {
@@ -88,10 +97,10 @@ Why whyNotAvc(const Stream& stream, const Records&) {
     const Record record =
             readRecord(stream.codecType, AMEDIAFORMAT_KEY_CSD_AVC, stream.privateData);
     // The fields behind are often left out.
-    const bool isWhole = record.isWhole() || record.has("chroma_format");
+    const bool isWhole = record.isWhole() || record.first("chroma_format") != nullptr;
     return whyNoRecord(stream, record, isWhole,
-                       {{"SPS", record.number("numOfSequenceParameterSets")},
-                        {"PPS", record.number("numOfPictureParameterSets")}});
+                       {{"SPS", numberOf(record, "numOfSequenceParameterSets")},
+                        {"PPS", numberOf(record, "numOfPictureParameterSets")}});
 }
 
 Why whyNotHevc(const Stream& stream, const Records&) {
@@ -133,16 +142,16 @@ Why whyNotAac(const Stream&, const Records& records) {
     const Record& record = recordOf(records, AMEDIAFORMAT_KEY_ESDS);
     const std::string config = "the AudioSpecificConfig ";
     if (record.rows.empty()) return {};
-    if (!record.has("channelConfiguration")) return config + "is cut short";
-    if (record.number("audioObjectType") == 0) return config + "has the object type 0";
+    if (!record.first("channelConfiguration")) return config + "is cut short";
+    if (numberOf(record, "audioObjectType") == 0) return config + "has the object type 0";
     for (const char* name : {"samplingFrequencyIndex", "extensionSamplingFrequencyIndex"}) {
-        const uint64_t index = record.number(name);
+        const uint64_t index = numberOf(record, name);
         if (index >= kFirstReserved && index < kExplicit) {
             return config + "has the reserved sampling frequency index " + std::to_string(index);
         }
     }
-    const bool isZero = record.number("samplingFrequencyIndex") == kExplicit &&
-                        record.number("samplingFrequency") == 0;
+    const bool isZero = numberOf(record, "samplingFrequencyIndex") == kExplicit &&
+                        numberOf(record, "samplingFrequency") == 0;
     return isZero ? config + "has a sampling frequency of 0 Hz" : "";
 }
 
@@ -151,28 +160,28 @@ Why whyNotVorbis(const Stream&, const Records& records) {
     const Record& header = recordOf(records, AMEDIAFORMAT_KEY_CSD_0);
     const Record& setup = recordOf(records, AMEDIAFORMAT_KEY_CSD_1);
     const auto isHeader = [](const Record& record, uint64_t type) {
-        return record.number("packet_type") == type && record["signature"].holds("vorbis");
+        return numberOf(record, "packet_type") == type && isText(record, "signature", "vorbis");
     };
     if (!isHeader(header, 1)) return "the identification header of Vorbis is missing";
     if (!isHeader(setup, 5)) return "the setup header of Vorbis is missing";
-    const uint64_t shortBlock = header.number("blocksize_0");
-    const uint64_t longBlock = header.number("blocksize_1");
-    const bool isSane = header.number("vorbis_version") == 0 &&
-                        header.number("audio_channels") > 0 &&
-                        header.number("audio_sample_rate") > 0 && shortBlock >= 6 &&
-                        longBlock >= shortBlock && header.number("framing_flag") == 1;
+    const uint64_t shortBlock = numberOf(header, "blocksize_0");
+    const uint64_t longBlock = numberOf(header, "blocksize_1");
+    const bool isSane = numberOf(header, "vorbis_version") == 0 &&
+                        numberOf(header, "audio_channels") > 0 &&
+                        numberOf(header, "audio_sample_rate") > 0 && shortBlock >= 6 &&
+                        longBlock >= shortBlock && numberOf(header, "framing_flag") == 1;
     return isSane ? "" : "the identification header of Vorbis makes no sense";
 }
 
 // RFC 7845 5.1
 Why whyNotOpus(const Stream&, const Records& records) {
     const Record& head = recordOf(records, AMEDIAFORMAT_KEY_CSD_0);
-    if (!head["signature"].holds("OpusHead")) return "the OpusHead is missing";
-    const uint64_t channels = head.number("output channel count");
-    const uint64_t family = head.number("channel mapping family");
+    if (!isText(head, "signature", "OpusHead")) return "the OpusHead is missing";
+    const uint64_t channels = numberOf(head, "output channel count");
+    const uint64_t family = numberOf(head, "channel mapping family");
     if (!head.isWhole()) return "the OpusHead is cut short";
-    const bool isMapped = family == 0 ? channels <= 2 : head.number("stream count") > 0;
-    const bool isSane = head.number("version") < 16 && channels > 0 && isMapped;
+    const bool isMapped = family == 0 ? channels <= 2 : numberOf(head, "stream count") > 0;
+    const bool isSane = numberOf(head, "version") < 16 && channels > 0 && isMapped;
     return isSane ? "" : "the OpusHead makes no sense";
 }
 
@@ -180,11 +189,11 @@ Why whyNotOpus(const Stream&, const Records& records) {
 Why whyNotFlac(const Stream&, const Records& records) {
     const Record& record = recordOf(records, ZREAMEDIAFORMAT_KEY_FLACCOECSPECIFICDATA);
     if (record.rows.empty()) return {};
-    if (!record.has("total samples")) return "the STREAMINFO of FLAC is missing or cut short";
-    const uint64_t least = record.number("minimum block size");
-    const bool isSane = record.number("sample rate") > 0 && least >= 16 &&
-                        record.number("maximum block size") >= least &&
-                        record.number("bits per sample less one") >= 3;
+    if (!record.first("total samples")) return "the STREAMINFO of FLAC is missing or cut short";
+    const uint64_t least = numberOf(record, "minimum block size");
+    const bool isSane = numberOf(record, "sample rate") > 0 && least >= 16 &&
+                        numberOf(record, "maximum block size") >= least &&
+                        numberOf(record, "bits per sample less one") >= 3;
     return isSane ? "" : "the STREAMINFO of FLAC makes no sense";
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "inspect/records/Records.h"
 #include "inspect/records/StandardNames.h"
 #include "zrcodecparser/FormatKeys.h"
 
@@ -54,12 +53,12 @@ std::vector<Record> readCodecData(const Stream& stream, const FormatChange& chan
     return records;
 }
 
-std::vector<CodecDatum> describeCodecData(const Stream& stream, const std::vector<Record>& records,
+std::vector<CodecDatum> describeCodecData(const std::vector<Record>& records,
                                           const FormatChange& change) {
     std::vector<CodecDatum> data;
     for (const Record& each : records) {
         if (each.key == kPrivateData) return addedNumbers(change);
-        data.push_back({each.key, each.sizeBytes, summarise(stream.codecType, each)});
+        data.push_back({each.key, each.sizeBytes, each.summary});
     }
     return data.empty() ? addedNumbers(change) : data;
 }

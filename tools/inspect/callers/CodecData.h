@@ -30,7 +30,7 @@ struct FormatChange {
 std::vector<Record> readCodecData(const Stream& stream, const FormatChange& change);
 
 // The buffers among these in words; the numbers that the operation added where it added none.
-std::vector<CodecDatum> describeCodecData(const Stream& stream, const std::vector<Record>& records,
+std::vector<CodecDatum> describeCodecData(const std::vector<Record>& records,
                                           const FormatChange& change);
 
 }  // namespace inspect

@@ -6,7 +6,7 @@
 
 #include "inspect/callers/Hooks.h"
 #include "inspect/callers/Offer.h"
-#include "inspect/records/Parameters.h"
+#include "inspect/records/Record.h"
 #include "platform/Message.h"
 #include "platform/OmxNode.h"
 #include "zrcodecparser/CodecType.h"

@@ -7,8 +7,7 @@
 #include "inspect/callers/BrokenData.h"
 #include "inspect/callers/Offer.h"
 #include "inspect/callers/PcmFormat.h"
-#include "inspect/records/Contradictions.h"
-#include "inspect/records/Records.h"
+#include "inspect/records/Record.h"
 #include "platform/Log.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
@@ -53,8 +52,7 @@ constexpr const char* kPassedOn =
         "codec data: a finished HEVC record, which is passed on as it is; that is meant";
 
 bool isFinishedHevcRecord(uint32_t codecType, const std::vector<Record>& records) {
-    return codecType == kCodecTypeHevc && !records.empty() &&
-           isConfiguration(codecType, records.front());
+    return codecType == kCodecTypeHevc && !records.empty() && records.front().isConfiguration();
 }
 
 // A container parser's own part: the library has the types, and no code for what is behind them.
@@ -134,7 +132,7 @@ void Session::takeCodecData(const Stream& stream, TrackInfo& info, const Format&
         note = isMeant ? kPassedOn : note + "; stored unchanged all the same";
     }
     if (!note.empty()) found.notes.push_back(note);
-    found.codecData = describeCodecData(stream, found.records, change);
+    found.codecData = describeCodecData(found.records, change);
     std::ranges::move(contradictions(stream, found.records), std::back_inserter(found.notes));
 }
 

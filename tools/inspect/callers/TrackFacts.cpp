@@ -18,10 +18,11 @@ std::optional<double> known(double rate) {
 
 // Of the first record that has such a field.
 std::optional<int> fieldOf(const std::vector<Record>& records, std::string_view name) {
-    const auto found =
-            std::ranges::find_if(records, [&](const Record& each) { return each.has(name); });
-    if (found == records.end()) return {};
-    return static_cast<int>(found->number(name));
+    for (const Record& each : records) {
+        const Row* row = each.first(name);
+        if (row != nullptr && row->number) return static_cast<int>(*row->number);
+    }
+    return {};
 }
 
 // ISO/IEC 14496-3 1.6.2.1. LC may be more than it says: then the demuxer has found out.

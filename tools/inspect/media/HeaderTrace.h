@@ -26,6 +26,8 @@ public:
     // count. However many units there are, the elements have an end.
     std::vector<SyntaxElement> read(Bytes unit);
 
+    bool isOfNalUnits() const { return mHasStartCodes; }  // which hold emulation prevention bytes
+
 private:
     const bool mHasStartCodes;
     size_t mBudget;

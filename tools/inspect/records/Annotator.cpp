@@ -9,182 +9,137 @@ std::string byteCount(uint64_t count) {
     return std::to_string(count) + (count == 1 ? " byte" : " bytes");
 }
 
+std::string wordsFor(const Words& words, uint64_t value) {
+    if (const auto* text = std::get_if<const char*>(&words)) return *text;
+    if (const auto* names = std::get_if<NameList>(&words)) return nameOf(*names, value, "");
+    const auto* function = std::get_if<std::string (*)(uint64_t)>(&words);
+    return function != nullptr ? (*function)(value) : std::string();
+}
+
 }  // namespace
 
-bool Row::holds(std::string_view text) const {
-    return std::ranges::equal(bytes, text, {}, {}, [](char c) { return static_cast<uint8_t>(c); });
-}
-
-Annotator::Annotator(Bytes record) : mRecord(record), mParts{{.end = record.size()}} {}
+Annotator::Annotator(Bytes record)
+    : mBytes(record), mParts{{.end = record.size() * 8}}, mRecord{.sizeBytes = record.size()} {}
 
 Bytes Annotator::ahead() const {
-    return mRecord.subspan(mPosition, mParts.back().end - mPosition);
+    const size_t first = (mPosition + 7) / 8;
+    return mBytes.subspan(first, mParts.back().end / 8 - first);
 }
 
-size_t Annotator::beforeStartCode(size_t from) const {
-    constexpr std::array<uint8_t, 3> kPrefix = {0, 0, 1};
-    const auto tail = ahead().subspan(std::min(from, remaining()));
-    const auto found = std::search(tail.begin(), tail.end(), kPrefix.begin(), kPrefix.end());
-    return tail.end() - found > std::ssize(kPrefix)
-                   ? from + static_cast<size_t>(found - tail.begin())
-                   : remaining();
+Row& Annotator::add(std::string_view name) {
+    const size_t offset = isInByte() ? mRecord.rows[mRun].offset : mPosition / 8;
+    mRecord.rows.push_back({.offset = offset, .depth = mDepth, .name = std::string(name)});
+    return mRecord.rows.back();
 }
 
-Bytes Annotator::take(uint64_t sizeBytes) {
+bool Annotator::take(std::string_view name, uint64_t bits) {
     Part& part = mParts.back();
-    if (part.isCut) return {};
-    const size_t available = part.end - mPosition;
-    if (sizeBytes > available) {
-        part.isCut = true;
-        part.missing = sizeBytes - available;
-        sizeBytes = available;
-    }
-    const Bytes taken = mRecord.subspan(mPosition, static_cast<size_t>(sizeBytes));
-    mPosition += taken.size();
-    return taken;
+    if (part.isCut) return false;
+    const uint64_t taken = std::min<uint64_t>(bits, part.end - mPosition);
+    part.isCut = taken < bits;
+    part.missing = (bits - taken + 7) / 8;
+    if (taken == 0) return !part.isCut;
+    if (!isInByte()) mRun = mRecord.rows.size();
+    Row& row = add(name);
+    row.bits = taken;
+    if (part.isCut) row.value = "cut short";
+    mPosition += taken;
+    if (isInByte()) return true;
+    Row& first = mRecord.rows[mRun];
+    const Bytes shared = mBytes.subspan(first.offset, mPosition / 8 - first.offset);
+    first.bytes.assign(shared.begin(), shared.end());
+    if (&first == &row) row.bits = 0;
+    return !part.isCut;
 }
 
-Row& Annotator::add(size_t offset, Bytes bytes, const std::string& name) {
-    mRows.push_back({.offset = offset,
-                     .bytes = ByteVector(bytes.begin(), bytes.end()),
-                     .bits = 0,
-                     .depth = mDepth,
-                     .name = name,
-                     .value = {},
-                     .number = {},
-                     .words = {}});
-    return mRows.back();
-}
-
-Bytes Annotator::read(const std::string& name, uint64_t sizeBytes) {
-    const size_t offset = mPosition;
-    const Bytes taken = take(sizeBytes);
-    if (!taken.empty()) add(offset, taken, name);
-    if (!taken.empty() && !ok()) mRows.back().value = "cut short";
-    return taken;
-}
-
-uint64_t Annotator::big(const std::string& name, size_t sizeBytes) {
+uint64_t Annotator::read(const Field& field, bool isLittle) {
+    const size_t first = mPosition;
+    if (!take(field.name, field.bits) || field.bits > 64) return 0;
+    const bool isTurned = isLittle && field.bits % 8 == 0;
     uint64_t value = 0;
-    for (const uint8_t byte : read(name, sizeBytes)) value = value << 8 | byte;
-    show(value);
-    return ok() ? value : 0;
-}
-
-uint64_t Annotator::little(const std::string& name, size_t sizeBytes) {
-    uint64_t value = 0;
-    unsigned shift = 0;
-    for (const uint8_t byte : read(name, sizeBytes)) {
-        value |= uint64_t{byte} << shift;
-        shift += 8;
+    for (unsigned bit = 0; bit < field.bits; bit++) {
+        const size_t at = first + (isTurned ? field.bits - 8 - bit / 8 * 8 + bit % 8 : bit);
+        value = value << 1 | (mBytes[at / 8] >> (7 - at % 8) & 1u);
     }
-    show(value);
-    return ok() ? value : 0;
+    mRecord.rows.back().value = std::to_string(value);
+    mRecord.rows.back().number = value;
+    say(wordsFor(field.words, value));
+    return value;
 }
 
-Bytes Annotator::bytes(const std::string& name, size_t sizeBytes) {
-    return read(name, sizeBytes);
+uint64_t Annotator::big(std::string_view name, unsigned bits, const Words& words) {
+    return read({name, bits, words}, false);
 }
 
-void Annotator::text(const std::string& name, size_t sizeBytes) {
-    const Bytes taken = read(name, sizeBytes);
-    if (!taken.empty()) say('"' + std::string(taken.begin(), taken.end()) + '"');
+uint64_t Annotator::little(std::string_view name, unsigned bits, const Words& words) {
+    return read({name, bits, words}, true);
 }
 
-void Annotator::rest(const std::string& name) {
-    read(name, remaining());
+void Annotator::known(std::string_view name, uint64_t bits, const std::string& value,
+                      std::optional<uint64_t> number) {
+    if (!take(name, bits)) return;
+    mRecord.rows.back().value = value;
+    mRecord.rows.back().number = number;
 }
 
-void Annotator::readPacked(std::span<const BitField> fields, std::span<uint64_t> values) {
-    unsigned bits = 0;
-    for (const BitField& field : fields) bits += field.bits;
-    if (remaining() * 8 < bits) {
-        read(fields[0].name, bits / 8);  // cuts the part
-        return;
-    }
-    BitRun run(*this);
-    for (size_t i = 0; i < fields.size(); i++) values[i] = run.take(fields[i]);
+void Annotator::heading(std::string_view name, const std::string& value,
+                        std::optional<uint64_t> number) {
+    if (!ok()) return;
+    Row& row = add(name);
+    row.value = value;
+    row.number = number;
 }
 
-void Annotator::show(const BitField& field, uint64_t value) {
-    mRows.back().bits = field.bits;
-    show(value);
-    if (field.words != nullptr) say(field.words(static_cast<unsigned>(value)));
+void Annotator::align() {
+    if (isInByte()) big("rest of the byte", 8 - mPosition % 8);
 }
 
-void Annotator::show(uint64_t value) {
-    if (!ok() || mRows.empty()) return;
-    mRows.back().value = std::to_string(value);
-    mRows.back().number = value;
+void Annotator::bytes(std::string_view name, uint64_t sizeBytes) {
+    align();
+    take(name, sizeBytes * 8);
 }
 
-uint64_t Annotator::BitRun::take(const BitField& field) {
-    if (!mOut.ok()) return 0;
-    const Bytes ahead = mOut.ahead();
-    const size_t left = ahead.size() * 8 - mBits;
-    const size_t bits = std::min<size_t>(field.bits, left);
-    uint64_t value = 0;
-    for (size_t i = 0; i < bits; i++, mBits++) {
-        value = value << 1 | (ahead[mBits / 8] >> (7 - mBits % 8) & 1u);
-    }
-    if (bits > 0) mOut.add(mOut.mPosition, {}, field.name);
-    if (bits == field.bits) {
-        mOut.show(field, value);
-        return value;
-    }
-    if (bits > 0) mOut.mRows.back().value = "cut short";
-    if (bits > 0) mOut.mRows.back().bits = static_cast<unsigned>(bits);
-    mOut.mParts.back().isCut = true;
-    mOut.mParts.back().missing = (field.bits - bits + 7) / 8;
-    return 0;
+std::string Annotator::text(std::string_view name, uint64_t sizeBytes) {
+    align();
+    const Bytes before = ahead();
+    if (!take(name, sizeBytes * 8) || sizeBytes == 0) return {};
+    const Bytes taken = before.first(static_cast<size_t>(sizeBytes));
+    const std::string text(taken.begin(), taken.end());
+    say('"' + text + '"');
+    return text;
 }
 
-Annotator::BitRun::~BitRun() {
-    if (mBits % 8 != 0) take({"rest of the byte", static_cast<unsigned>(8 - mBits % 8)});
-    const Bytes taken = mOut.mRecord.subspan(mOut.mPosition, mBits / 8);
-    mOut.mPosition += taken.size();
-    if (taken.empty()) return;
-    Row& first = mOut.mRows[mFirstRow];
-    first.bytes.assign(taken.begin(), taken.end());
-    if (mFirstRow + 1 == mOut.mRows.size()) first.bits = 0;
+void Annotator::rest(std::string_view name) {
+    align();
+    bytes(name, remaining());
 }
 
 void Annotator::say(const std::string& words) {
-    if (!ok() || mRows.empty() || words.empty()) return;
-    std::string& value = mRows.back().value;
+    if (!ok() || mRecord.rows.empty() || words.empty()) return;
+    std::string& value = mRecord.rows.back().value;
     value += value.empty() ? words : " (" + words + ")";
-    mRows.back().words = words;
 }
 
-void Annotator::number(uint64_t value) {
-    if (ok() && !mRows.empty()) mRows.back().number = value;
+void Annotator::keep(const VideoFacts& facts) {
+    if (!mRecord.facts) mRecord.facts = facts;
 }
 
-void Annotator::decoded(std::optional<int64_t> value) {
-    if (!ok() || mRows.empty()) return;
-    mRows.back().value = value ? std::to_string(*value) : "";
-    mRows.back().number.reset();
-    if (value >= 0) mRows.back().number = static_cast<uint64_t>(*value);
-}
-
-Annotator::Group Annotator::group(const std::string& heading) {
-    if (ok()) add(mPosition, {}, heading);
+Annotator::Group Annotator::group(std::string_view name) {
+    align();
+    heading(name);
     mDepth++;
     return {*this, false};
 }
 
-Annotator::Group Annotator::group(const std::string& heading, uint64_t sizeBytes) {
-    if (ok()) {
-        Row& row = add(mPosition, {}, heading);
-        row.value = byteCount(sizeBytes);
-        row.number = sizeBytes;
-    }
+Annotator::Group Annotator::group(std::string_view name, uint64_t sizeBytes) {
+    align();
+    heading(name, byteCount(sizeBytes), sizeBytes);
     mDepth++;
     Part part = mParts.back();
     if (!part.isCut) {
-        const size_t available = part.end - mPosition;
+        const size_t available = remaining();
         part.lacking = sizeBytes > available ? sizeBytes - available : 0;
-        part.end = mPosition + static_cast<size_t>(std::min<uint64_t>(sizeBytes, available));
+        part.end = mPosition + 8 * static_cast<size_t>(std::min<uint64_t>(sizeBytes, available));
     }
     mParts.push_back(part);
     return {*this, true};
@@ -192,31 +147,29 @@ Annotator::Group Annotator::group(const std::string& heading, uint64_t sizeBytes
 
 void Annotator::leave(bool isPart) {
     if (isPart) {
-        const Part part = mParts.back();
-        mParts.back().isCut = false;
-        close(part);
+        closePart();
+        const uint64_t lacking = mParts.back().lacking;
         mParts.pop_back();
-        if (part.lacking > 0 && ok()) {
+        if (lacking > 0 && ok()) {
             mParts.back().isCut = true;
-            mParts.back().missing = part.lacking;
+            mParts.back().missing = lacking;
         }
     }
     mDepth--;
 }
 
 // The part that holds this one tells of its missing bytes when they are missing there too.
-void Annotator::close(const Part& part) {
+void Annotator::closePart() {
+    Part& part = mParts.back();
     const bool isTold = part.isCut && part.lacking == 0 &&
                         (mParts.size() < 2 || !mParts[mParts.size() - 2].isCut);
     if (!part.isCut) rest("further bytes");
-    if (isTold) add(mPosition, {}, "missing " + byteCount(part.missing)).isGap = true;
+    if (isTold) add("missing " + byteCount(part.missing));
 }
 
-std::vector<Row> Annotator::finish() {
-    const Part part = mParts.back();
-    mParts.back().isCut = false;
-    close(part);
-    return std::move(mRows);
+Record Annotator::finish() {
+    closePart();
+    return std::move(mRecord);
 }
 
 }  // namespace inspect

@@ -5,39 +5,26 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 #include "inspect/base/Bytes.h"
+#include "inspect/records/Record.h"
+#include "inspect/records/StandardNames.h"
 
 namespace inspect {
 
-// A named part of a record. The rows that have bytes follow one another without gap or overlap,
-// from the first byte of the record to its last.
-struct Row {
-    size_t offset = 0;
-    ByteVector bytes;   // none: a heading, or a field whose first row has its bytes
-    unsigned bits = 0;  // of a field that is no whole number of bytes; else 0
-    unsigned depth = 0;
-    std::string name;
-    std::string value;
-    // Of a field that is one, and not negative; of a heading, the part's size.
-    std::optional<uint64_t> number;
-    std::string words;   // that explain the number
-    bool isGap = false;  // tells that bytes are missing
+// What explains a number: a text, names for the values from 0 on (empty ones say nothing), or a
+// function that knows.
+using Words = std::variant<std::monostate, const char*, NameList, std::string (*)(uint64_t value)>;
 
-    bool isHeading() const { return bytes.empty() && bits == 0 && !isGap; }
-    bool holds(std::string_view text) const;
-};
-
-using Words = std::string (*)(unsigned value);  // explains a value
-
-// A run of bits, the most significant first.
-struct BitField {
-    const char* name;
-    unsigned bits;
-    Words words = nullptr;
+struct Field {
+    std::string_view name;
+    unsigned bits = 32;
+    Words words = {};
 };
 
 // Every read writes a row. A read past the end writes what there is, and "missing N bytes" ends the
@@ -47,45 +34,41 @@ class Annotator {
 public:
     explicit Annotator(Bytes record);
 
-    uint8_t u8(const std::string& name) { return static_cast<uint8_t>(big(name, 1)); }
-    uint64_t big(const std::string& name, size_t sizeBytes);     // at most 8 bytes
-    uint64_t little(const std::string& name, size_t sizeBytes);  // the same
-    Bytes bytes(const std::string& name, size_t sizeBytes);
-    void text(const std::string& name, size_t sizeBytes);
-    // What is left of the part; no row when that is nothing.
-    void rest(const std::string& name);
+    // A number, the most significant bit first; above 64 bits only bytes, and 0. Fields that share
+    // bytes have these in the first row.
+    uint64_t big(std::string_view name, unsigned bits, const Words& words = {});
+    // The same, the least significant byte first when it is whole bytes.
+    uint64_t little(std::string_view name, unsigned bits, const Words& words = {});
 
-    // Fields that together fill whole bytes, at most eight of them.
+    // One after the other.
     template <size_t N>
-    std::array<uint64_t, N> packed(const BitField (&fields)[N]) {
+    std::array<uint64_t, N> big(const Field (&fields)[N]) {
         std::array<uint64_t, N> values{};
-        readPacked(fields, values);
+        for (size_t i = 0; i < N; i++) values[i] = read(fields[i], false);
+        return values;
+    }
+    template <size_t N>
+    std::array<uint64_t, N> little(const Field (&fields)[N]) {
+        std::array<uint64_t, N> values{};
+        for (size_t i = 0; i < N; i++) values[i] = read(fields[i], true);
         return values;
     }
 
-    // Fields whose widths follow from one another. What they leave of their last byte becomes a row
-    // when the run goes; nothing else is read before.
-    class BitRun {
-    public:
-        explicit BitRun(Annotator& out) : mOut(out), mFirstRow(out.mRows.size()) {}
-        ~BitRun();
-        BitRun(const BitRun&) = delete;
-        BitRun& operator=(const BitRun&) = delete;
+    // Bits of which the caller knows what they say.
+    void known(std::string_view name, uint64_t bits, const std::string& value,
+               std::optional<uint64_t> number);
+    void heading(std::string_view name, const std::string& value = {},
+                 std::optional<uint64_t> number = {});
 
-        uint64_t take(const BitField& field);
-
-    private:
-        Annotator& mOut;
-        size_t mFirstRow;
-        size_t mBits = 0;
-    };
+    // What is left of a byte that was begun becomes a row. So do these, which take whole bytes.
+    void align();
+    void bytes(std::string_view name, uint64_t sizeBytes);
+    std::string text(std::string_view name, uint64_t sizeBytes);
+    void rest(std::string_view name);  // of the part; no row when that is nothing
 
     // Explains the value of the last row, unless that was cut.
     void say(const std::string& words);
-    void number(uint64_t value);  // the same for its number, which words do not tell
-    // What its bits stand for, where these are no binary number; nothing: they are no number at
-    // all.
-    void decoded(std::optional<int64_t> value);
+    void keep(const VideoFacts& facts);  // the first count
 
     // Rows written while the group lives stand under its heading. One with a size is a part of its
     // own: reads end where it ends, and what it leaves unread becomes a row when it goes.
@@ -100,43 +83,38 @@ public:
         Annotator& mOut;
         bool mIsPart;
     };
-    [[nodiscard]] Group group(const std::string& heading);
-    [[nodiscard]] Group group(const std::string& heading, uint64_t sizeBytes);
+    [[nodiscard]] Group group(std::string_view name);
+    [[nodiscard]] Group group(std::string_view name, uint64_t sizeBytes);
 
     bool ok() const { return !mParts.back().isCut; }
-    std::span<const Row> rowsSoFar() const { return mRows; }
-    // What is left of the part, unread.
+    // The bytes that are left of the part, none of them begun.
     Bytes ahead() const;
     size_t remaining() const { return ahead().size(); }
-    // Of what is left, the bytes before the first start code 00 00 01 at or behind the given offset
-    // whose code byte is there too; all of it when there is none.
-    size_t beforeStartCode(size_t from) const;
 
     // Closes the record: names what nobody has read, or says what is missing.
-    std::vector<Row> finish();
+    Record finish();
 
 private:
     struct Part {
-        size_t end;
+        size_t end;            // in bits
         uint64_t lacking = 0;  // bytes that its size announces beyond what is there
         bool isCut = false;
         uint64_t missing = 0;  // bytes that the read which cut it wanted
     };
 
-    Bytes take(uint64_t sizeBytes);
-    Row& add(size_t offset, Bytes bytes, const std::string& name);
-    Bytes read(const std::string& name, uint64_t sizeBytes);  // a row without a value
-    void show(uint64_t value);                                // as the last row's
-    void show(const BitField& field, uint64_t value);
-    void readPacked(std::span<const BitField> fields, std::span<uint64_t> values);
+    bool isInByte() const { return mPosition % 8 != 0; }
+    Row& add(std::string_view name);
+    bool take(std::string_view name, uint64_t bits);  // false: cut
+    uint64_t read(const Field& field, bool isLittle);
     void leave(bool isPart);
-    void close(const Part& part);
+    void closePart();
 
-    Bytes mRecord;
-    size_t mPosition = 0;
+    Bytes mBytes;
+    size_t mPosition = 0;  // in bits
+    size_t mRun = 0;       // the row that gets the bytes of those that share them
     unsigned mDepth = 0;
     std::vector<Part> mParts;
-    std::vector<Row> mRows;
+    Record mRecord;
 };
 
 }  // namespace inspect

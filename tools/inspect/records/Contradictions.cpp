@@ -1,9 +1,6 @@
-#include "inspect/records/Contradictions.h"
-
 #include <array>
-#include <cstdio>
 
-#include "inspect/records/Records.h"
+#include "inspect/records/Record.h"
 #include "inspect/records/StandardNames.h"
 #include "platform/MediaFormat.h"
 #include "zrcodecparser/CodecType.h"
@@ -18,24 +15,18 @@ struct Claim {
     std::string_view row;  // of the record itself
     uint64_t VideoFacts::*inSps;
     const char* what;
-    Words words = nullptr;
+    std::string (*words)(uint64_t value) = nullptr;
     uint64_t bias = 0;
 };
 
-std::string levelWords(unsigned levelIdc) {
+std::string levelWords(uint64_t levelIdc) {
     return avcLevelText(0, 0, levelIdc);
-}
-
-std::string hexWords(unsigned flags) {
-    std::array<char, 12> text{};
-    std::snprintf(text.data(), text.size(), "0x%x", flags);
-    return text.data();
 }
 
 constexpr auto kClaims = std::to_array<Claim>({
         // ISO/IEC 14496-15 5.3.3.1.2
         {"AVCProfileIndication", &VideoFacts::profile, "profile", avcProfileName},
-        {"profile_compatibility", &VideoFacts::compatibility, "profile compatibility", hexWords},
+        {"profile_compatibility", &VideoFacts::compatibility, "profile compatibility", hexText},
         {"AVCLevelIndication", &VideoFacts::level, "level", levelWords},
         {"chroma_format", &VideoFacts::chroma, "chroma format", chromaText},
         {"bit_depth_luma_minus8", &VideoFacts::bitDepth, "bit depth", nullptr, 8},
@@ -43,7 +34,7 @@ constexpr auto kClaims = std::to_array<Claim>({
         // ISO/IEC 14496-15 8.3.3.1.2
         {"general_profile_idc", &VideoFacts::profile, "profile", hevcProfileName},
         {"general_profile_compatibility_flags", &VideoFacts::compatibility, "profile compatibility",
-         hexWords},
+         hexText},
         {"general_level_idc", &VideoFacts::level, "level", hevcLevelText},
         {"chromaFormat", &VideoFacts::chroma, "chroma format", chromaText},
         {"bitDepthLumaMinus8", &VideoFacts::bitDepth, "bit depth", nullptr, 8},
@@ -56,19 +47,19 @@ constexpr auto kClaims = std::to_array<Claim>({
 std::string valueText(const Claim& claim, uint64_t value) {
     const std::string digits = std::to_string(value);
     if (claim.words == nullptr) return digits;
-    if (claim.words == hexWords) return hexWords(static_cast<unsigned>(value));
-    return digits + " (" + claim.words(static_cast<unsigned>(value)) + ")";
+    if (claim.words == hexText) return hexText(value);
+    return digits + " (" + claim.words(value) + ")";
 }
 
 // "csd-avc: level 40 (4.0), in its SPS 31 (3.1); ..."
 std::string againstSps(const Record& record, const VideoFacts& facts) {
     std::string text;
     for (const Claim& claim : kClaims) {
-        const Row& row = record.at(claim.row, 0);
+        const Row* row = record.find(claim.row);
         const uint64_t own = facts.*claim.inSps;
-        if (!row.number || *row.number + claim.bias == own) continue;
+        if (row == nullptr || !row->number || *row->number + claim.bias == own) continue;
         text += (text.empty() ? record.key + ": " : "; ") + claim.what + " " +
-                valueText(claim, *row.number + claim.bias) + ", in its parameter set " +
+                valueText(claim, *row->number + claim.bias) + ", in its parameter set " +
                 valueText(claim, own);
     }
     return text;
@@ -79,7 +70,7 @@ std::string againstName(const Stream& stream) {
     const bool isAvc = stream.codecType == kCodecTypeAvc;
     if (!isAvc && stream.codecType != kCodecTypeHevc) return {};
     const auto isRecordOf = [&](uint32_t codec, const char* key) {
-        return isConfiguration(codec, readRecord(codec, key, stream.privateData));
+        return readRecord(codec, key, stream.privateData).isConfiguration();
     };
     const bool avc = isRecordOf(kCodecTypeAvc, AMEDIAFORMAT_KEY_CSD_AVC);
     const bool hevc = isRecordOf(kCodecTypeHevc, AMEDIAFORMAT_KEY_CSD_HEVC);
@@ -101,10 +92,9 @@ std::string againstContainer(const Stream::Video& video, const VideoFacts& facts
 std::vector<std::string> contradictions(const Stream& stream, const std::vector<Record>& records) {
     std::vector<std::string> all = {againstName(stream)};
     for (const Record& record : records) {
-        if (const auto facts = videoFacts(stream.codecType, record)) {
-            all.push_back(againstSps(record, *facts));
-            all.push_back(againstContainer(stream.video, *facts));
-        }
+        if (!record.facts) continue;
+        all.push_back(againstSps(record, *record.facts));
+        all.push_back(againstContainer(stream.video, *record.facts));
     }
     std::erase(all, "");
     return all;

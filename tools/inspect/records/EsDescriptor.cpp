@@ -1,19 +1,14 @@
+// Descriptors of ISO/IEC 14496-1, and the start codes of the video inside.
+
 #include <algorithm>
 
-#include "inspect/records/Record.h"
-#include "inspect/records/StandardNames.h"
+#include "inspect/records/Readers.h"
 
 namespace inspect {
 namespace {
 
-constexpr uint8_t kEsTag = 3;
-constexpr uint8_t kDecoderConfigTag = 4;
-constexpr uint8_t kDecoderSpecificTag = 5;
 constexpr uint64_t kVisual = 0x20;
 constexpr uint64_t kAudio = 0x40;
-constexpr uint8_t kVisualObjectSequence = 0xB0;
-
-using NameOf = std::string (*)(unsigned);
 
 // ISO/IEC 14496-1 8.3.3: seven bits a byte while the top bit is set, four bytes at most.
 uint64_t readSize(Annotator& out) {
@@ -29,106 +24,124 @@ uint64_t readSize(Annotator& out) {
     return value;
 }
 
-void readVisualPart(Annotator& out, NameOf nameOf, size_t sizeBytes) {
+class EsReader {
+public:
+    EsReader(Annotator& out, StartCodeName nameOf) : mOut(out), mNameOf(nameOf) {}
+
+    std::string read() {
+        descriptor(3, "ES_Descriptor", &EsReader::readEs);
+        return mIsWhole && mOut.ok() ? mSummary : "not a complete ES descriptor";
+    }
+
+private:
+    // Tag and size, then what the function makes of the body.
+    void descriptor(uint64_t tag, const char* name, void (EsReader::*readBody)()) {
+        const bool isThere = mOut.ok() && mOut.remaining() > 0;
+        mIsWhole = mIsWhole && isThere;
+        if (!isThere) return;
+        mIsWhole = mOut.big("tag", 8) == tag && mIsWhole;
+        const auto body = mOut.group(name, readSize(mOut));
+        (this->*readBody)();
+    }
+
+    void readEs() {
+        const auto [id, isDependent, hasUrl, hasClock, priority] =
+                mOut.big({{"ES_ID", 16},
+                          {"streamDependenceFlag", 1},
+                          {"URL_Flag", 1},
+                          {"OCRstreamFlag", 1},
+                          {"streamPriority", 5}});
+        if (isDependent != 0) mOut.big("dependsOn_ES_ID", 16);
+        if (hasUrl != 0) mOut.text("URLstring", mOut.big("URLlength", 8));
+        if (hasClock != 0) mOut.big("OCR_ES_Id", 16);
+        descriptor(4, "DecoderConfigDescriptor", &EsReader::readDecoderConfig);
+        mOut.rest("further descriptors");
+        mIsWhole = mIsWhole && mOut.ok();
+    }
+
+    void readDecoderConfig() {
+        mObjectType = mOut.big("objectTypeIndication", 8, [](uint64_t type) -> std::string {
+            return type == kAudio ? "MPEG-4 audio" : type == kVisual ? "MPEG-4 Visual" : "other";
+        });
+        mOut.big({{"streamType", 6},
+                  {"upStream", 1},
+                  {"reserved", 1},
+                  {"bufferSizeDB", 24},
+                  {"maxBitrate", 32},
+                  {"avgBitrate", 32}});
+        descriptor(5, "DecoderSpecificInfo", &EsReader::readSpecificInfo);
+        mIsWhole = mIsWhole && mOut.ok();
+    }
+
+    void readSpecificInfo() {
+        if (mObjectType == kAudio) {
+            mSummary = "MPEG-4 audio, " + readAudioConfig(mOut);
+            return;
+        }
+        const Bytes config = mOut.ahead();
+        const std::string parts = readStartCodeParts(mOut, mNameOf);
+        const auto type = static_cast<uint8_t>(mObjectType);
+        mSummary = mObjectType == kVisual ? "MPEG-4 Visual, " + std::to_string(config.size()) +
+                                                    " bytes of configuration: " +
+                                                    (parts.empty() ? shortHex(config) : parts)
+                                          : "object type " + hex({&type, 1}, "");
+    }
+
+    Annotator& mOut;
+    StartCodeName mNameOf;
+    uint64_t mObjectType = 0;
+    bool mIsWhole = true;
+    std::string mSummary;
+};
+
+// Of what is left, the bytes before the first start code 00 00 01 at or behind the given offset
+// whose code byte is there too; all of it when there is none.
+size_t beforeStartCode(Bytes ahead, size_t from) {
+    constexpr std::array<uint8_t, 3> kPrefix = {0, 0, 1};
+    const auto tail = ahead.subspan(std::min(from, ahead.size()));
+    const auto found = std::search(tail.begin(), tail.end(), kPrefix.begin(), kPrefix.end());
+    return tail.end() - found > std::ssize(kPrefix)
+                   ? from + static_cast<size_t>(found - tail.begin())
+                   : ahead.size();
+}
+
+std::string readPart(Annotator& out, StartCodeName nameOf) {
     constexpr size_t kStartCodeSize = 4;
+    constexpr uint8_t kVisualObjectSequence = 0xB0;
     const uint8_t code = out.ahead()[kStartCodeSize - 1];
-    const bool hasProfile = code == kVisualObjectSequence && nameOf == visualStartCodeName;
-    const auto part = out.group(nameOf(code), sizeBytes);
+    std::string name = nameOf(code);
+    const auto part = out.group(name, beforeStartCode(out.ahead(), 1));
     out.bytes("start code", kStartCodeSize);
+    const bool hasProfile = code == kVisualObjectSequence && nameOf == visualStartCodeName;
     if (hasProfile && out.remaining() > 0) {
-        const uint8_t profile = out.u8("profile_and_level_indication");
-        out.say(visualProfileName(profile));
+        const uint64_t profile = out.big("profile_and_level_indication", 8, visualProfileName);
+        name += " of profile_and_level " + std::to_string(profile) + " (" +
+                visualProfileName(profile) + ")";
     }
     out.rest("data");
-}
-
-void readVisualConfig(Annotator& out, NameOf nameOf) {
-    out.bytes("before the first start code", out.beforeStartCode(0));
-    while (out.remaining() > 0) readVisualPart(out, nameOf, out.beforeStartCode(1));
-}
-
-// Tag and size, then what the function makes of the body.
-template <typename Body>
-void readDescriptor(Annotator& out, const std::string& name, Body body) {
-    if (!out.ok() || out.remaining() == 0) return;
-    out.u8("tag");
-    const auto descriptor = out.group(name, readSize(out));
-    body();
-}
-
-void readDecoderConfig(Annotator& out, NameOf nameOf) {
-    const uint64_t objectType = out.u8("objectTypeIndication");
-    out.say(objectType == kAudio    ? "MPEG-4 audio"
-            : objectType == kVisual ? "MPEG-4 Visual"
-                                    : "other");
-    out.packed({{"streamType", 6}, {"upStream", 1}, {"reserved", 1}});
-    out.big("bufferSizeDB", 3);
-    out.big("maxBitrate", 4);
-    out.big("avgBitrate", 4);
-    readDescriptor(out, "DecoderSpecificInfo", [&] {
-        objectType == kAudio ? readAudioConfig(out) : readVisualConfig(out, nameOf);
-    });
-}
-
-void readEs(Annotator& out, NameOf nameOf) {
-    out.big("ES_ID", 2);
-    const auto flags = out.packed({{"streamDependenceFlag", 1},
-                                   {"URL_Flag", 1},
-                                   {"OCRstreamFlag", 1},
-                                   {"streamPriority", 5}});
-    if (flags[0] != 0) out.big("dependsOn_ES_ID", 2);
-    if (flags[1] != 0) out.text("URLstring", out.u8("URLlength"));
-    if (flags[2] != 0) out.big("OCR_ES_Id", 2);
-    readDescriptor(out, "DecoderConfigDescriptor", [&] { readDecoderConfig(out, nameOf); });
-    out.rest("further descriptors");
-}
-
-void readMpeg4(Annotator& out) {
-    readDescriptor(out, "ES_Descriptor", [&] { readEs(out, visualStartCodeName); });
-}
-
-void readMpeg2(Annotator& out) {
-    readDescriptor(out, "ES_Descriptor", [&] { readEs(out, mpeg2StartCodeName); });
-}
-
-// The parts that the start codes in a configuration announce, with the profile of the first.
-std::string partsText(const Record& record, unsigned depth) {
-    constexpr int kMaxParts = 8;
-    std::string text;
-    int count = 0;
-    for (const Row& row : record.rows) {
-        if (row.depth == depth && row.isHeading()) {
-            if (count++ == kMaxParts) return text + ", ...";
-            text += (text.empty() ? "" : ", ") + row.name;
-        } else if (row.name == "profile_and_level_indication") {
-            text += " of profile_and_level " + std::to_string(row.number.value_or(0)) + " (" +
-                    row.words + ")";
-        }
-    }
-    return text;
-}
-
-std::string summarise(const Record& record) {
-    constexpr unsigned kConfigDepth = 2;  // of the innermost descriptor
-    const bool isRead = record.isWhole(kConfigDepth) && record.at("tag", 0).number == kEsTag &&
-                        record.at("tag", 1).number == kDecoderConfigTag &&
-                        record.at("tag", 2).number == kDecoderSpecificTag;
-    if (!isRead) return "not a complete ES descriptor";
-    const ByteVector config = record.part(record["DecoderSpecificInfo"]);
-    const uint64_t objectType = record.number("objectTypeIndication");
-    if (objectType == kAudio) return "MPEG-4 audio, " + summariseAudioConfig(record, config);
-    if (objectType != kVisual) {
-        const auto byte = static_cast<uint8_t>(objectType);
-        return "object type " + hex({&byte, 1}, "");
-    }
-    const std::string parts = partsText(record, kConfigDepth + 1);
-    return "MPEG-4 Visual, " + std::to_string(config.size()) +
-           " bytes of configuration: " + (parts.empty() ? shortHex(config) : parts);
+    return name;
 }
 
 }  // namespace
 
-const RecordKind kEsDescriptor = {readMpeg4, summarise};
-const RecordKind kMpeg2EsDescriptor = {readMpeg2, summarise};
+std::string readStartCodeParts(Annotator& out, StartCodeName nameOf) {
+    constexpr int kMaxParts = 8;
+    out.bytes("before the first start code", beforeStartCode(out.ahead(), 0));
+    std::string names;
+    for (int count = 0; out.remaining() > 0; count++) {
+        const std::string name = readPart(out, nameOf);
+        if (count < kMaxParts) names += (count == 0 ? "" : ", ") + name;
+        if (count == kMaxParts) names += ", ...";
+    }
+    return names;
+}
+
+std::string readEsDescriptor(Annotator& out) {
+    return EsReader(out, visualStartCodeName).read();
+}
+
+std::string readMpeg2EsDescriptor(Annotator& out) {
+    return EsReader(out, mpeg2StartCodeName).read();
+}
 
 }  // namespace inspect

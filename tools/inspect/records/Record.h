@@ -1,72 +1,60 @@
-// A record taken apart, from which a summary picks by name.
+// Codec data, and what components receive, taken apart.
 
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "inspect/records/Annotator.h"
+#include "inspect/base/Bytes.h"
+#include "inspect/media/MediaFile.h"
 #include "inspect/records/VideoFacts.h"
 
 namespace inspect {
 
+// A named part of a record. The rows that have bytes follow one another without gap or overlap,
+// from the first byte of the record to its last.
+struct Row {
+    size_t offset = 0;
+    ByteVector bytes = {};  // none: a heading, or a field whose first row has its bytes
+    uint64_t bits = 0;      // of a field that is no whole number of bytes; else 0
+    unsigned depth = 0;
+    std::string name = {};
+    std::string value = {};
+    // Of a field that is one, and not negative; of a heading, the part's size.
+    std::optional<uint64_t> number = {};
+};
+
 struct Record {
-    std::string key;  // of the format; "private data" for what the library only reads numbers from
+    std::string key = {};  // of the format, or kPrivateData
     size_t sizeBytes = 0;
-    std::vector<Row> rows;
+    std::vector<Row> rows = {};
+    std::string summary = {};              // in one line
+    std::optional<VideoFacts> facts = {};  // of video, from its first whole parameter set
 
-    // The first row of that name, or one without anything.
-    const Row& operator[](std::string_view name) const;
-    const Row& at(std::string_view name, unsigned depth) const;
-
-    uint64_t number(std::string_view name) const { return (*this)[name].number.value_or(0); }
-    bool has(std::string_view name) const { return (*this)[name].number.has_value(); }
-    std::string digits(std::string_view name) const { return std::to_string(number(name)); }
-    const std::string& words(std::string_view name) const { return (*this)[name].words; }
-
-    // Whether nothing is missing down to this depth.
-    bool isWhole(unsigned depth = 0) const;
-
-    ByteVector bytes() const;
-    ByteVector part(const Row& heading) const;  // the bytes under it
+    const Row* find(std::string_view name) const;   // not inside a part; null when there is none
+    const Row* first(std::string_view name) const;  // wherever it stands; null when there is none
+    bool isWhole() const;                           // nothing is missing at the end of a part
+    // Whether it is one of ISO/IEC 14496-15 with a whole parameter set.
+    bool isConfiguration() const;
 };
 
-// How one kind of record is read, in one straight line, and put into one line.
-struct RecordKind {
-    void (*read)(Annotator& out);
-    std::string (*summarise)(const Record& record);
-    VideoFactsReader readFacts = nullptr;  // of video that tells facts about its pictures
-};
+// For the name of the container's private data, where the library only reads numbers from these.
+inline constexpr std::string_view kPrivateData = "private data";
 
-std::string showBytes(const Record& record);  // the summary of those that say no more
+// Reads what there is, and says so when it cannot be read. Anything unknown counts as a run of
+// bytes.
+Record readRecord(uint32_t codecType, std::string_view key, Bytes data);
 
-// They read what there is of a record, whatever it holds, and say so when it cannot be read.
-extern const RecordKind kAvcRecord;          // ISO/IEC 14496-15 5.3.3.1.2
-extern const RecordKind kHevcRecord;         // ISO/IEC 14496-15 8.3.3.1.2
-extern const RecordKind kVp9Record;          // VP Codec ISO Media File Format Binding 2.2
-extern const RecordKind kAv1Record;          // AV1 Codec ISO Media File Format Binding 2.3.3
-extern const RecordKind kEsDescriptor;       // ISO/IEC 14496-1 7.2.6.5, around MPEG-4
-extern const RecordKind kMpeg2EsDescriptor;  // the same around MPEG-1 and 2 video
-extern const RecordKind kVc1Header;          // VC-1 advanced profile, with the picture size
-extern const RecordKind kWmv9Header;         // SMPTE 421M Annex J, with the picture size
-extern const RecordKind kWmv7Header;         // WMV 7 and 8: no picture size
-extern const RecordKind kTheoraHeaders;      // Theora 6
-extern const RecordKind kVorbisHeader;       // Vorbis I 4.2.2
-extern const RecordKind kVorbisSetup;        // Vorbis I 4.2.4
-extern const RecordKind kOpusHead;           // RFC 7845 5.1
-extern const RecordKind kFlacStream;         // RFC 9639 8
-extern const RecordKind kCodecDelay;         // 64 bits of nanoseconds in the machine's byte order
-extern const RecordKind kSeekPreRoll;        // the same
-extern const RecordKind kNativeBitRate;      // 32 bits in the machine's byte order
-extern const RecordKind kWma1;               // behind WAVEFORMATEX: WMAUDIO1WAVEFORMAT
-extern const RecordKind kWma2;               // WMAUDIO2WAVEFORMAT
-extern const RecordKind kWma3;               // WMAUDIO3WAVEFORMAT
-extern const RecordKind kWmaVoice;           // the same, with options behind it
-extern const RecordKind kAdpcm;              // ADPCMWAVEFORMAT, IMAADPCMWAVEFORMAT
+bool hasReader(uint32_t codecType, std::string_view key);
 
-// ISO/IEC 14496-3 1.6.2.1, inside a descriptor: its rows, and the words for a whole one.
-void readAudioConfig(Annotator& out);
-std::string summariseAudioConfig(const Record& record, Bytes config);
+// A component's parameter by its structure. name is that of an index which it was asked for.
+Record readParameter(uint32_t index, const std::string& name, Bytes parameter);
+
+// Where the parts of a file say different things about one video, a sentence for each: a record
+// and its parameter set, the name of the track's box and the record, the size in the container and
+// that in the record.
+std::vector<std::string> contradictions(const Stream& stream, const std::vector<Record>& records);
 
 }  // namespace inspect

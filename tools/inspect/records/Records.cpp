@@ -1,8 +1,7 @@
-#include "inspect/records/Records.h"
-
 #include <algorithm>
 #include <array>
 
+#include "inspect/records/Readers.h"
 #include "platform/MediaFormat.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
@@ -14,76 +13,88 @@ using namespace android;
 
 constexpr uint32_t kAnyCodec = 0;
 
-struct RecordRow {
+struct RecordKind {
     std::string_view key;
     uint32_t codecType;
-    const RecordKind* kind;
+    std::string (*read)(Annotator& out);
 };
 
 // The first row that fits counts.
 // clang-format off
-const auto kRows = std::to_array<RecordRow>({
-    // key                                      codec                  kind
-    {AMEDIAFORMAT_KEY_CSD_AVC,                  kAnyCodec,             &kAvcRecord},
-    {AMEDIAFORMAT_KEY_CSD_HEVC,                 kAnyCodec,             &kHevcRecord},
-    {AMEDIAFORMAT_KEY_ESDS,                     kCodecTypeMpeg1,       &kMpeg2EsDescriptor},
-    {AMEDIAFORMAT_KEY_ESDS,                     kCodecTypeMpeg2,       &kMpeg2EsDescriptor},
-    {AMEDIAFORMAT_KEY_ESDS,                     kAnyCodec,             &kEsDescriptor},
-    {ZREAMEDIAFORMAT_KEY_VC1SEQUENCEHEADER,     kCodecTypeWmv7,        &kWmv7Header},
-    {ZREAMEDIAFORMAT_KEY_VC1SEQUENCEHEADER,     kCodecTypeWmv8,        &kWmv7Header},
-    {ZREAMEDIAFORMAT_KEY_VC1SEQUENCEHEADER,     kCodecTypeVc1Advanced, &kVc1Header},
-    {ZREAMEDIAFORMAT_KEY_VC1SEQUENCEHEADER,     kAnyCodec,             &kWmv9Header},
-    {ZREAMEDIAFORMAT_KEY_THEORASPECIFICDATA,    kAnyCodec,             &kTheoraHeaders},
-    {ZREAMEDIAFORMAT_KEY_FLACCOECSPECIFICDATA,  kAnyCodec,             &kFlacStream},
-    {ZREAMEDIAFORMAT_KEY_ADPCMWAVEFORMAT,       kAnyCodec,             &kAdpcm},
-    {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeOpus,        &kOpusHead},
-    {AMEDIAFORMAT_KEY_CSD_1,                    kCodecTypeOpus,        &kCodecDelay},
-    {AMEDIAFORMAT_KEY_CSD_2,                    kCodecTypeOpus,        &kSeekPreRoll},
-    {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeVorbis,      &kVorbisHeader},
-    {AMEDIAFORMAT_KEY_CSD_1,                    kCodecTypeVorbis,      &kVorbisSetup},
-    {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeG726,        &kNativeBitRate},
-    {kPrivateData,                              kCodecTypeVp9,         &kVp9Record},
-    {kPrivateData,                              kCodecTypeAv1,         &kAv1Record},
-    {kPrivateData,                              kCodecTypeWmaV1,       &kWma1},
-    {kPrivateData,                              kCodecTypeWmaV2,       &kWma2},
-    {kPrivateData,                              kCodecTypeWmaPro,      &kWma3},
-    {kPrivateData,                              kCodecTypeWmaLossless, &kWma3},
-    {kPrivateData,                              kCodecTypeWmaVoice,    &kWmaVoice},
+const auto kKinds = std::to_array<RecordKind>({
+    // key                                      codec                  reader
+    {AMEDIAFORMAT_KEY_CSD_AVC,                  kAnyCodec,             readAvcRecord},
+    {AMEDIAFORMAT_KEY_CSD_HEVC,                 kAnyCodec,             readHevcRecord},
+    {AMEDIAFORMAT_KEY_ESDS,                     kCodecTypeMpeg1,       readMpeg2EsDescriptor},
+    {AMEDIAFORMAT_KEY_ESDS,                     kCodecTypeMpeg2,       readMpeg2EsDescriptor},
+    {AMEDIAFORMAT_KEY_ESDS,                     kAnyCodec,             readEsDescriptor},
+    {ZREAMEDIAFORMAT_KEY_VC1SEQUENCEHEADER,     kCodecTypeWmv7,        readWmv7Header},
+    {ZREAMEDIAFORMAT_KEY_VC1SEQUENCEHEADER,     kCodecTypeWmv8,        readWmv7Header},
+    {ZREAMEDIAFORMAT_KEY_VC1SEQUENCEHEADER,     kCodecTypeVc1Advanced, readVc1Header},
+    {ZREAMEDIAFORMAT_KEY_VC1SEQUENCEHEADER,     kAnyCodec,             readWmv9Header},
+    {ZREAMEDIAFORMAT_KEY_THEORASPECIFICDATA,    kAnyCodec,             readTheoraHeaders},
+    {ZREAMEDIAFORMAT_KEY_FLACCOECSPECIFICDATA,  kAnyCodec,             readFlacStream},
+    {ZREAMEDIAFORMAT_KEY_ADPCMWAVEFORMAT,       kAnyCodec,             readAdpcm},
+    {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeOpus,        readOpusHead},
+    {AMEDIAFORMAT_KEY_CSD_1,                    kCodecTypeOpus,        readCodecDelay},
+    {AMEDIAFORMAT_KEY_CSD_2,                    kCodecTypeOpus,        readSeekPreRoll},
+    {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeVorbis,      readVorbisHeader},
+    {AMEDIAFORMAT_KEY_CSD_1,                    kCodecTypeVorbis,      readVorbisSetup},
+    {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeG726,        readNativeBitRate},
+    {kPrivateData,                              kCodecTypeVp9,         readVp9Record},
+    {kPrivateData,                              kCodecTypeAv1,         readAv1Record},
+    {kPrivateData,                              kCodecTypeWmaV1,       readWma1},
+    {kPrivateData,                              kCodecTypeWmaV2,       readWma2},
+    {kPrivateData,                              kCodecTypeWmaPro,      readWma3},
+    {kPrivateData,                              kCodecTypeWmaLossless, readWma3},
+    {kPrivateData,                              kCodecTypeWmaVoice,    readWmaVoice},
 });
 // clang-format on
 
-constexpr RecordKind kUnknown = {[](Annotator& out) { out.rest("data"); }, showBytes};
-
-const RecordKind& recordKind(uint32_t codecType, std::string_view key) {
-    const auto row = std::ranges::find_if(kRows, [&](const RecordRow& each) {
+const RecordKind* recordKind(uint32_t codecType, std::string_view key) {
+    const auto* kind = std::ranges::find_if(kKinds, [&](const RecordKind& each) {
         return each.key == key && (each.codecType == kAnyCodec || each.codecType == codecType);
     });
-    return row != kRows.end() ? *row->kind : kUnknown;
+    return kind != kKinds.end() ? kind : nullptr;
 }
 
 }  // namespace
 
+const Row* Record::find(std::string_view name) const {
+    const auto row = std::ranges::find_if(
+            rows, [&](const Row& each) { return each.name == name && each.depth == 0; });
+    return row != rows.end() ? &*row : nullptr;
+}
+
+const Row* Record::first(std::string_view name) const {
+    const auto row = std::ranges::find(rows, name, &Row::name);
+    return row != rows.end() ? &*row : nullptr;
+}
+
+bool Record::isWhole() const {
+    return !rows.empty() && std::ranges::none_of(rows, [](const Row& row) {
+        return row.bytes.empty() && row.name.starts_with("missing ");
+    });
+}
+
+bool Record::isConfiguration() const {
+    const Row* version = find("configurationVersion");
+    return version != nullptr && version->number == 1u && facts;
+}
+
 Record readRecord(uint32_t codecType, std::string_view key, Bytes data) {
     Annotator out(data);
-    recordKind(codecType, key).read(out);
-    return {.key = std::string(key), .sizeBytes = data.size(), .rows = out.finish()};
+    const RecordKind* kind = recordKind(codecType, key);
+    const std::string summary = kind != nullptr ? kind->read(out) : std::string();
+    if (kind == nullptr) out.rest("data");
+    Record record = out.finish();
+    record.key = key;
+    record.summary = summary.empty() ? shortHex(data) : summary;
+    return record;
 }
 
 bool hasReader(uint32_t codecType, std::string_view key) {
-    return &recordKind(codecType, key) != &kUnknown;
-}
-
-std::optional<VideoFacts> videoFacts(uint32_t codecType, const Record& record) {
-    const auto readFacts = recordKind(codecType, record.key).readFacts;
-    return readFacts != nullptr ? readFacts(record.rows) : std::nullopt;
-}
-
-bool isConfiguration(uint32_t codecType, const Record& record) {
-    return record.at("configurationVersion", 0).number == 1u && videoFacts(codecType, record);
-}
-
-std::string summarise(uint32_t codecType, const Record& record) {
-    return recordKind(codecType, record.key).summarise(record);
+    return recordKind(codecType, key) != nullptr;
 }
 
 }  // namespace inspect

@@ -8,6 +8,45 @@
 namespace inspect {
 namespace {
 
+// An element, whichever codec has it, and what its number is.
+struct KnownElement {
+    std::string_view name;
+    uint64_t VideoFacts::*fact;
+    std::string (*words)(uint64_t value) = nullptr;
+    uint64_t bias = 0;
+};
+
+constexpr auto kElements = std::to_array<KnownElement>({
+        {"profile_idc", &VideoFacts::profile, avcProfileName},
+        {"general_profile_idc", &VideoFacts::profile, hevcProfileName},
+        {"seq_profile", &VideoFacts::profile},
+        {"level_idc", &VideoFacts::level},
+        {"general_level_idc", &VideoFacts::level, hevcLevelText},
+        {"seq_level_idx[0]", &VideoFacts::level},
+        {"pic_width_in_luma_samples", &VideoFacts::codedWidth},
+        {"pic_height_in_luma_samples", &VideoFacts::codedHeight},
+        {"max_frame_width_minus_1", &VideoFacts::codedWidth, nullptr, 1},
+        {"max_frame_height_minus_1", &VideoFacts::codedHeight, nullptr, 1},
+        {"bit_depth_luma_minus8", &VideoFacts::bitDepth, nullptr, 8},
+        {"bit_depth_chroma_minus8", &VideoFacts::chromaBitDepth, nullptr, 8},
+        {"chroma_format_idc", &VideoFacts::chroma, chromaText},
+        {"colour_primaries", &VideoFacts::primaries, primariesText},
+        {"color_primaries", &VideoFacts::primaries, primariesText},
+        {"transfer_characteristics", &VideoFacts::transfer, transferText},
+        {"matrix_coefficients", &VideoFacts::matrix, matrixText},
+        {"video_full_range_flag", &VideoFacts::isFullRange},
+        {"color_range", &VideoFacts::isFullRange},
+        {"time_scale", &VideoFacts::frames},
+        {"vui_time_scale", &VideoFacts::frames},
+        {"num_units_in_tick", &VideoFacts::seconds},
+        {"vui_num_units_in_tick", &VideoFacts::seconds},
+        {"num_units_in_display_tick", &VideoFacts::seconds},
+        {"nal_unit_type", nullptr,
+         [](uint64_t type) { return type < 32 ? "" : hevcUnitName(type); }},
+        {"max_display_mastering_luminance", nullptr, luminanceText},
+        {"min_display_mastering_luminance", nullptr, luminanceText},
+});
+
 struct LevelLimit {
     uint64_t level;
     uint64_t most;
@@ -43,147 +82,94 @@ std::optional<uint64_t> limitOf(std::span<const LevelLimit> limits, uint64_t lev
     return found != limits.end() ? std::optional(found->most) : std::nullopt;
 }
 
-// The rows of one set: from the row of this name to where its unit ends.
-class Set {
-public:
-    Set(std::span<const Row> rows, std::string_view first) {
-        const auto begin = std::ranges::find(rows, first, &Row::name);
-        const auto end = std::find_if(begin, rows.end(),
-                                      [&](const Row& row) { return row.depth < begin->depth; });
-        mRows = {begin, end};
+const SyntaxElement* find(Elements elements, std::string_view name) {
+    const auto found = std::ranges::find(elements, name, &SyntaxElement::name);
+    return found != elements.end() ? &*found : nullptr;
+}
+
+VideoFacts numbersOf(Elements elements) {
+    VideoFacts facts;
+    for (const KnownElement& each : kElements) {
+        const auto* element = each.fact != nullptr ? find(elements, each.name) : nullptr;
+        if (element == nullptr) continue;
+        facts.*each.fact = static_cast<uint64_t>(element->value) + each.bias;
     }
+    return facts;
+}
 
-    bool has(std::string_view name) const { return find(name) != nullptr; }
-    uint64_t number(std::string_view name, uint64_t otherwise = 0) const {
-        const Row* row = find(name);
-        return row != nullptr ? row->number.value_or(otherwise) : otherwise;
+// The flags whose names begin so, the first of them highest.
+uint64_t flagsOf(Elements elements, std::string_view start) {
+    uint64_t flags = 0;
+    for (const SyntaxElement& each : elements) {
+        const bool isOne = each.bits == 1 && each.name.starts_with(start);
+        if (isOne) flags = flags << 1 | (each.value != 0 ? 1u : 0u);
     }
-    // Of "name[0]", "name[1]", ...
-    uint64_t lastNumber(std::string_view name) const {
-        uint64_t last = 0;
-        for (const Row& row : mRows) {
-            const bool isOne = row.name.size() > name.size() && row.name.starts_with(name) &&
-                               row.name[name.size()] == '[';
-            if (isOne) last = row.number.value_or(0);
-        }
-        return last;
-    }
-
-private:
-    const Row* find(std::string_view name) const {
-        const auto found = std::ranges::find(mRows, name, &Row::name);
-        return found != mRows.end() ? &*found : nullptr;
-    }
-
-    std::span<const Row> mRows;
-};
-
-uint64_t without(uint64_t size, uint64_t cropped) {
-    return size - std::min(size, cropped);
+    return flags;
 }
 
-void readColour(VideoFacts& facts, const Set& set) {
-    facts.isFullRange = set.number("video_full_range_flag", set.number("color_range")) != 0;
-    facts.primaries = set.number("colour_primaries", set.number("color_primaries", 2));
-    facts.transfer = set.number("transfer_characteristics", 2);
-    facts.matrix = set.number("matrix_coefficients", 2);
-}
-
-void readDepths(VideoFacts& facts, const Set& set) {
-    facts.bitDepth = set.number("bit_depth_luma_minus8") + 8;
-    facts.chromaBitDepth = set.number("bit_depth_chroma_minus8") + 8;
-}
-
-// ITU-T H.264 Table 6-1, ITU-T H.265 Table 6-1: SubWidthC and SubHeightC
-uint64_t subWidth(uint64_t chroma) {
-    return chroma == 1 || chroma == 2 ? 2 : 1;
-}
-
-uint64_t subHeight(uint64_t chroma) {
-    return chroma == 1 ? 2 : 1;
-}
-
-std::string bitDepthText(const VideoFacts& facts) {
-    const std::string luma = std::to_string(facts.bitDepth);
-    const bool isOne = facts.chroma == 0 || facts.chromaBitDepth == facts.bitDepth;
-    return isOne ? luma : luma + ", chroma " + std::to_string(facts.chromaBitDepth);
-}
-
-std::string refsText(const VideoFacts& facts) {
-    std::string text = std::to_string(*facts.refs);
-    if (!facts.maxRefs) return text;
-    const bool isAllowed = facts.refs <= facts.maxRefs;
-    return text + "; the level allows " + (isAllowed ? "" : "only ") +
-           std::to_string(*facts.maxRefs);
-}
-
-std::string rateText(const VideoFacts& facts) {
-    const uint64_t hundredths = facts.frames * 100 / facts.seconds;
-    const std::string digits = std::to_string(hundredths % 100 + 100).substr(1);
-    return std::to_string(hundredths / 100) + (digits == "00" ? "" : "." + digits) + " fps";
+void crop(VideoFacts& facts, Elements sps, const std::string& window, uint64_t fields) {
+    const auto offset = [&](const char* side) { return valueOf(sps, window + side + "_offset"); };
+    // ITU-T H.264 Table 6-1, ITU-T H.265 Table 6-1: SubWidthC and SubHeightC
+    const uint64_t subWidth = facts.chroma == 1 || facts.chroma == 2 ? 2 : 1;
+    const uint64_t subHeight = facts.chroma == 1 ? 2 : 1;
+    const uint64_t columns = subWidth * (offset("left") + offset("right"));
+    const uint64_t lines = subHeight * fields * (offset("top") + offset("bottom"));
+    facts.width = facts.codedWidth - std::min(facts.codedWidth, columns);
+    facts.height = facts.codedHeight - std::min(facts.codedHeight, lines);
 }
 
 }  // namespace
 
-std::optional<VideoFacts> avcFacts(std::span<const Row> rows) {
-    const Set sps(rows, "profile_idc");
-    if (!sps.has("vui_parameters_present_flag")) return {};
-    VideoFacts facts{.profile = sps.number("profile_idc"), .level = sps.number("level_idc")};
-    for (const char digit : std::string_view("012345")) {
-        const std::string flag = std::string("constraint_set") + digit + "_flag";
-        facts.compatibility = facts.compatibility << 1 | sps.number(flag);
+uint64_t valueOf(Elements elements, std::string_view name) {
+    const SyntaxElement* element = find(elements, name);
+    return element != nullptr ? static_cast<uint64_t>(element->value) : 0;
+}
+
+std::string wordsFor(const SyntaxElement& element, Elements unit) {
+    const auto value = static_cast<uint64_t>(element.value);
+    if (element.name == "level_idc") {
+        const bool isSet3 = valueOf(unit, "constraint_set3_flag") != 0;
+        return avcLevelText(valueOf(unit, "profile_idc"), isSet3 ? 0x10 : 0, value);
     }
-    facts.compatibility = facts.compatibility << 2 | sps.number("reserved_zero_2bits");
-    const uint64_t fields = 2 - sps.number("frame_mbs_only_flag");
-    const uint64_t widthInMbs = sps.number("pic_width_in_mbs_minus1") + 1;
-    const uint64_t heightInMbs = (sps.number("pic_height_in_map_units_minus1") + 1) * fields;
-    facts.chroma = sps.number("chroma_format_idc", 1);
-    const uint64_t chromaArray =
-            sps.number("separate_colour_plane_flag") != 0 ? 0 : facts.chroma;  // ChromaArrayType
+    const auto* known = std::ranges::find(kElements, element.name, &KnownElement::name);
+    const bool hasWords = known != kElements.end() && known->words != nullptr;
+    return hasWords ? known->words(value) : std::string();
+}
+
+std::optional<VideoFacts> avcFacts(Elements unit) {
+    if (find(unit, "vui_parameters_present_flag") == nullptr) return {};
+    VideoFacts facts = numbersOf(unit);
+    facts.compatibility =
+            flagsOf(unit, "constraint_set") << 2 | valueOf(unit, "reserved_zero_2bits");
+    const uint64_t fields = 2 - valueOf(unit, "frame_mbs_only_flag");
+    const uint64_t widthInMbs = valueOf(unit, "pic_width_in_mbs_minus1") + 1;
+    const uint64_t heightInMbs = (valueOf(unit, "pic_height_in_map_units_minus1") + 1) * fields;
     facts.codedWidth = 16 * widthInMbs;
     facts.codedHeight = 16 * heightInMbs;
-    facts.width = without(facts.codedWidth,
-                          subWidth(chromaArray) * (sps.number("frame_crop_left_offset") +
-                                                   sps.number("frame_crop_right_offset")));
-    facts.height = without(facts.codedHeight, fields * subHeight(chromaArray) *
-                                                      (sps.number("frame_crop_top_offset") +
-                                                       sps.number("frame_crop_bottom_offset")));
-    readDepths(facts, sps);
+    crop(facts, unit, "frame_crop_", fields);
     facts.isInterlaced = fields == 2;
-    facts.refs = sps.number("max_num_ref_frames");
+    facts.refs = valueOf(unit, "max_num_ref_frames");
     // A.3.1: level 1b of the old profiles, whose number is that of 1.1
-    const bool isLevel1b = avcLevelText(static_cast<unsigned>(facts.profile),
-                                        sps.number("constraint_set3_flag") != 0 ? 0x10 : 0,
-                                        static_cast<unsigned>(facts.level)) == "1b";
+    const bool isLevel1b = avcLevelText(facts.profile, facts.compatibility, facts.level) == "1b";
     if (const auto most = limitOf(kMaxDpbMbs, isLevel1b ? 9 : facts.level)) {
         facts.maxRefs = std::min<uint64_t>(*most / (widthInMbs * heightInMbs), 16);
     }
-    readColour(facts, sps);
-    facts.frames = sps.number("time_scale");
-    facts.seconds = 2 * sps.number("num_units_in_tick");  // E.2.1: a tick is a field
+    facts.seconds *= 2;  // E.2.1: a tick is a field
     return facts;
 }
 
-std::optional<VideoFacts> hevcFacts(std::span<const Row> rows) {
-    const Set sps(rows, "sps_video_parameter_set_id");
-    if (!sps.has("log2_max_pic_order_cnt_lsb_minus4")) return {};
-    VideoFacts facts{.profile = sps.number("general_profile_idc"),
-                     .compatibility = sps.number("general_profile_compatibility_flag[0..31]"),
-                     .level = sps.number("general_level_idc")};
-    facts.chroma = sps.number("chroma_format_idc", 1);
-    facts.codedWidth = sps.number("pic_width_in_luma_samples");
-    facts.codedHeight = sps.number("pic_height_in_luma_samples");
-    facts.width = without(facts.codedWidth,
-                          subWidth(facts.chroma) * (sps.number("conf_win_left_offset") +
-                                                    sps.number("conf_win_right_offset")));
-    facts.height = without(facts.codedHeight,
-                           subHeight(facts.chroma) * (sps.number("conf_win_top_offset") +
-                                                      sps.number("conf_win_bottom_offset")));
-    readDepths(facts, sps);
-    facts.isInterlaced = sps.number("field_seq_flag") != 0 ||
-                         (sps.number("general_interlaced_source_flag") != 0 &&
-                          sps.number("general_progressive_source_flag") == 0);
-    facts.refs = sps.lastNumber("sps_max_dec_pic_buffering_minus1");
+std::optional<VideoFacts> hevcFacts(Elements unit) {
+    if (find(unit, "log2_max_pic_order_cnt_lsb_minus4") == nullptr) return {};
+    VideoFacts facts = numbersOf(unit);
+    facts.compatibility = flagsOf(unit, "general_profile_compatibility_flag[");
+    crop(facts, unit, "conf_win_", 1);
+    const bool isFields = valueOf(unit, "field_seq_flag") != 0;
+    facts.isInterlaced = isFields || (valueOf(unit, "general_interlaced_source_flag") != 0 &&
+                                      valueOf(unit, "general_progressive_source_flag") == 0);
+    for (const SyntaxElement& each : unit) {  // the last is that of all the layers
+        const bool isBuffer = each.name.starts_with("sps_max_dec_pic_buffering_minus1[");
+        if (isBuffer) facts.refs = static_cast<uint64_t>(each.value);
+    }
     if (const auto most = limitOf(kMaxLumaPs, facts.level)) {
         const uint64_t samples = facts.codedWidth * facts.codedHeight;
         facts.maxRefs = samples <= *most / 4       ? 15  // A.4.2: MaxDpbSize - 1
@@ -191,59 +177,32 @@ std::optional<VideoFacts> hevcFacts(std::span<const Row> rows) {
                         : samples <= *most / 4 * 3 ? 7
                                                    : 5;
     }
-    readColour(facts, sps);
-    facts.frames = sps.number("vui_time_scale");
-    facts.seconds = sps.number("vui_num_units_in_tick");
+    if (isFields) facts.seconds *= 2;  // E.3.1: a picture is a field
     return facts;
 }
 
-std::optional<VideoFacts> av1Facts(std::span<const Row> rows) {
-    const Set header(rows, "obu_forbidden_bit");
-    if (!header.has("film_grain_params_present")) return {};
-    VideoFacts facts{.profile = header.number("seq_profile"),
-                     .level = header.number("seq_level_idx[0]")};
-    facts.codedWidth = facts.width = header.number("max_frame_width_minus_1") + 1;
-    facts.codedHeight = facts.height = header.number("max_frame_height_minus_1") + 1;
-    const uint64_t highDepth = header.number("high_bitdepth") != 0 ? 10 : 8;
-    facts.bitDepth = header.number("twelve_bit") != 0 ? 12 : highDepth;
+std::optional<VideoFacts> av1Facts(Elements unit) {
+    if (find(unit, "film_grain_params_present") == nullptr) return {};
+    VideoFacts facts = numbersOf(unit);
+    facts.width = facts.codedWidth;
+    facts.height = facts.codedHeight;
+    const uint64_t highDepth = valueOf(unit, "high_bitdepth") != 0 ? 10 : 8;
+    facts.bitDepth = valueOf(unit, "twelve_bit") != 0 ? 12 : highDepth;
     facts.chromaBitDepth = facts.bitDepth;
-    // 5.5.2: of profile 2 below 12 bits, 4:2:2
+    // 5.5.2: of profile 2 below 12 bits, 4:2:2; sRGB, without a range, is in full range and 4:4:4
     constexpr std::array<uint64_t, 3> kChromaOfProfile = {1, 3, 2};
     facts.chroma = kChromaOfProfile[std::min<uint64_t>(facts.profile, 2)];
-    if (header.has("subsampling_x")) {
-        facts.chroma = 3 - header.number("subsampling_x") - header.number("subsampling_y");
+    const bool isSrgb = find(unit, "color_range") == nullptr;
+    if (isSrgb) facts.isFullRange = 1;
+    if (isSrgb) facts.chroma = 3;
+    if (find(unit, "subsampling_x") != nullptr) {
+        facts.chroma = 3 - valueOf(unit, "subsampling_x") - valueOf(unit, "subsampling_y");
     }
-    if (header.number("mono_chrome") != 0) facts.chroma = 0;
-    readColour(facts, header);
-    facts.frames = header.number("time_scale");
-    facts.seconds = header.number("num_units_in_display_tick") *
-                    (header.number("num_ticks_per_picture_minus_1") + 1);
+    if (valueOf(unit, "mono_chrome") != 0) facts.chroma = 0;
+    // 5.5.3: without the number of ticks, pictures come at any distance
+    const bool isEven = find(unit, "num_ticks_per_picture_minus_1") != nullptr;
+    facts.seconds *= isEven ? valueOf(unit, "num_ticks_per_picture_minus_1") + 1 : 0;
     return facts;
-}
-
-void tellFacts(Annotator& out, const std::optional<VideoFacts>& facts) {
-    if (!facts || !out.ok()) return;
-    const auto tell = [&](const std::string& name, const std::string& words) {
-        { const auto row = out.group(name); }
-        out.say(words);
-    };
-    const auto group = out.group("in words");
-    const bool isCropped = facts->codedWidth != facts->width || facts->codedHeight != facts->height;
-    tell("picture",
-         sizeText(facts->width, facts->height) +
-                 (isCropped ? ", cropped from " + sizeText(facts->codedWidth, facts->codedHeight)
-                            : ""));
-    tell("chroma format", chromaText(static_cast<unsigned>(facts->chroma)));
-    tell("bit depth", bitDepthText(*facts));
-    if (facts->refs) {
-        tell("scan", facts->isInterlaced ? "interlaced" : "progressive");
-        tell("reference frames", refsText(*facts));
-    }
-    tell("colour", primariesText(static_cast<unsigned>(facts->primaries)) + " primaries, " +
-                           transferText(static_cast<unsigned>(facts->transfer)) + " transfer, " +
-                           matrixText(static_cast<unsigned>(facts->matrix)) + " matrix, " +
-                           (facts->isFullRange ? "full range" : "limited range"));
-    if (facts->frames > 0 && facts->seconds > 0) tell("frame rate", rateText(*facts));
 }
 
 }  // namespace inspect

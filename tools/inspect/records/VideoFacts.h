@@ -7,11 +7,12 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "inspect/records/Annotator.h"
+#include "inspect/media/HeaderTrace.h"
 
 namespace inspect {
+
+using Elements = std::span<const SyntaxElement>;
 
 struct VideoFacts {
     uint64_t profile = 0;        // the numbers of the codec's standard
@@ -32,20 +33,21 @@ struct VideoFacts {
     uint64_t primaries = 2;
     uint64_t transfer = 2;
     uint64_t matrix = 2;
-    bool isFullRange = false;
+    uint64_t isFullRange = 0;
 
     uint64_t frames = 0;  // in so many seconds; 0 = unknown
     uint64_t seconds = 0;
 };
 
-using VideoFactsReader = std::optional<VideoFacts> (*)(std::span<const Row> rows);
+using VideoFactsReader = std::optional<VideoFacts> (*)(Elements unit);
 
-// From the rows of the first set among these; nothing when it is not whole up to the picture.
-std::optional<VideoFacts> avcFacts(std::span<const Row> rows);   // ITU-T H.264 7.3.2.1, A.3
-std::optional<VideoFacts> hevcFacts(std::span<const Row> rows);  // ITU-T H.265 7.3.2.2, A.4
-std::optional<VideoFacts> av1Facts(std::span<const Row> rows);   // AV1 5.5
+// Nothing of a unit that is no such set, or not whole up to the picture.
+std::optional<VideoFacts> avcFacts(Elements unit);   // ITU-T H.264 7.3.2.1, A.3
+std::optional<VideoFacts> hevcFacts(Elements unit);  // ITU-T H.265 7.3.2.2, A.4
+std::optional<VideoFacts> av1Facts(Elements unit);   // AV1 5.5
 
-// Rows that tell them in words, for a person.
-void tellFacts(Annotator& out, const std::optional<VideoFacts>& facts);
+// The value of the first of that name.
+uint64_t valueOf(Elements elements, std::string_view name);
+std::string wordsFor(const SyntaxElement& element, Elements unit);  // that explain its value
 
 }  // namespace inspect

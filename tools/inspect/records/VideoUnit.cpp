@@ -1,50 +1,10 @@
-#include "inspect/records/VideoUnit.h"
-
 #include <algorithm>
 #include <array>
-#include <optional>
 
-#include "inspect/records/StandardNames.h"
+#include "inspect/records/Readers.h"
 
 namespace inspect {
 namespace {
-
-using Elements = std::span<const SyntaxElement>;
-
-struct ElementWords {
-    std::string_view name;
-    std::string (*words)(unsigned value);
-};
-
-constexpr auto kWords = std::to_array<ElementWords>({
-        {"profile_idc", avcProfileName},
-        {"general_profile_idc", hevcProfileName},
-        {"general_level_idc", hevcLevelText},
-        {"nal_unit_type", [](unsigned type) { return type < 32 ? "" : hevcUnitName(type); }},
-        {"chroma_format_idc", chromaText},
-        {"colour_primaries", primariesText},
-        {"color_primaries", primariesText},
-        {"transfer_characteristics", transferText},
-        {"matrix_coefficients", matrixText},
-        {"max_display_mastering_luminance", luminanceText},
-        {"min_display_mastering_luminance", luminanceText},
-});
-
-int64_t valueOf(Elements elements, std::string_view name) {
-    const auto found = std::ranges::find(elements, name, &SyntaxElement::name);
-    return found != elements.end() ? found->value : 0;
-}
-
-std::string wordsFor(const SyntaxElement& element, Elements all) {
-    const auto value = static_cast<unsigned>(element.value);
-    if (element.name == "level_idc") {
-        const bool isSet3 = valueOf(all, "constraint_set3_flag") != 0;
-        return avcLevelText(static_cast<unsigned>(valueOf(all, "profile_idc")), isSet3 ? 0x10 : 0,
-                            value);
-    }
-    const auto row = std::ranges::find(kWords, element.name, &ElementWords::name);
-    return row != kWords.end() ? row->words(value) : std::string();
-}
 
 std::string_view baseName(std::string_view name) {
     return name.substr(0, name.find_last_of('['));
@@ -65,8 +25,7 @@ std::string nameOf(Elements same) {
     const std::string& first = same.front().name;
     const std::string& last = same.back().name;
     if (first == last) return first;
-    const size_t index = baseName(last).size();
-    return first.substr(0, first.size() - 1) + ".." + last.substr(index + 1);
+    return first.substr(0, first.size() - 1) + ".." + last.substr(baseName(last).size() + 1);
 }
 
 // The offsets in the unit's payload before which emulation prevention bytes stand.
@@ -81,91 +40,121 @@ std::vector<size_t> preventionBytes(Bytes unit) {
     return offsets;
 }
 
-// Writes rows of bits; those that fill bytes together share these.
-class BitRows {
+class ElementRows {
 public:
-    explicit BitRows(Annotator& out) : mOut(out), mPrevention(preventionBytes(out.ahead())) {}
+    ElementRows(Annotator& out, std::vector<size_t> prevention)
+        : mOut(out), mPrevention(std::move(prevention)) {}
 
-    void add(Elements same, Elements all) {
-        passPrevention();
-        const size_t before = mInside;
-        size_t bits = 0;
-        for (const SyntaxElement& each : same) bits += each.bits;
-        mPayloadBits += bits;
-        while (mInside < mPrevention.size() && mPrevention[mInside] * 8 < mPayloadBits) mInside++;
-        take(nameOf(same), bits + 8 * (mInside - before));
-        show(same, all);
-    }
-
-    void heading(const SyntaxElement& element) {
-        if (!mRun) const auto group = mOut.group(element.name);
+    void write(Elements all) {
+        for (Elements left = all; !left.empty() && mOut.ok();) {
+            const Elements same = sameNamed(left);
+            passPrevention();
+            same.front().bits == 0 ? heading(same.front()) : add(same, all);
+            left = left.subspan(same.size());
+        }
     }
 
 private:
+    void heading(const SyntaxElement& element) {
+        if (mPayloadBits % 8 == 0) mOut.heading(element.name);
+    }
+
     void passPrevention() {
         const bool isNext =
                 mInside < mPrevention.size() && mPrevention[mInside] * 8 == mPayloadBits;
         if (!isNext) return;
         mInside++;
-        take("emulation_prevention_three_byte", 8);
-        close();
+        mOut.big("emulation_prevention_three_byte", 8);
     }
 
-    void take(const std::string& name, size_t bits) {
-        if (!mRun) mRun.emplace(mOut);
-        mRun->take({name.c_str(), static_cast<unsigned>(bits)});
-        mRunBits += bits;
+    void add(Elements same, Elements all) {
+        const size_t before = mInside;
+        size_t bits = 0;
+        for (const SyntaxElement& each : same) bits += each.bits;
+        mPayloadBits += bits;
+        while (mInside < mPrevention.size() && mPrevention[mInside] * 8 < mPayloadBits) mInside++;
+        bits += 8 * (mInside - before);
+        writeRow(same, all, bits);
     }
 
-    // Bytes speak for themselves.
-    void show(Elements same, Elements all) {
+    void writeRow(Elements same, Elements all, size_t bits) {
         const SyntaxElement& first = same.front();
-        const bool isAlone = same.size() == 1;
-        mOut.decoded(isAlone ? std::optional(first.value) : std::nullopt);
-        if (isAlone) mOut.say(wordsFor(first, all));
-        if (!isAlone && first.bits == 1) showFlags(same);
-        close();
-    }
-
-    void showFlags(Elements flags) {
-        std::string digits;
+        if (same.size() == 1) {
+            const auto number = static_cast<uint64_t>(first.value);
+            mOut.known(first.name, bits, std::to_string(first.value),
+                       first.value < 0 ? std::nullopt : std::optional(number));
+            mOut.say(wordsFor(first, all));
+            return;
+        }
+        std::string digits;  // bytes speak for themselves
         uint64_t number = 0;
-        for (const SyntaxElement& each : flags) {
+        for (const SyntaxElement& each : same.first(first.bits == 1 ? same.size() : 0)) {
             digits += each.value != 0 ? '1' : '0';
             number = number << 1 | (each.value != 0 ? 1u : 0u);
         }
-        mOut.say(digits);
-        if (digits.size() <= 64) mOut.number(number);
-    }
-
-    void close() {
-        if (mRunBits % 8 == 0) mRun.reset();
+        const bool isNumber = !digits.empty() && digits.size() <= 64;
+        mOut.known(nameOf(same), bits, digits, isNumber ? std::optional(number) : std::nullopt);
     }
 
     Annotator& mOut;
     std::vector<size_t> mPrevention;
     size_t mInside = 0;  // of mPrevention, those already passed
     size_t mPayloadBits = 0;
-    size_t mRunBits = 0;
-    std::optional<Annotator::BitRun> mRun;
 };
 
-void readElements(Annotator& out, Elements all) {
-    BitRows rows(out);
-    for (Elements left = all; !left.empty() && out.ok();) {
-        const Elements same = sameNamed(left);
-        left.front().bits == 0 ? rows.heading(left.front()) : rows.add(same, all);
-        left = left.subspan(same.size());
+std::string bitDepthText(const VideoFacts& facts) {
+    const std::string luma = std::to_string(facts.bitDepth);
+    const bool isOne = facts.chroma == 0 || facts.chromaBitDepth == facts.bitDepth;
+    return isOne ? luma : luma + ", chroma " + std::to_string(facts.chromaBitDepth);
+}
+
+std::string refsText(const VideoFacts& facts) {
+    std::string text = std::to_string(*facts.refs);
+    if (!facts.maxRefs) return text;
+    const bool isAllowed = facts.refs <= facts.maxRefs;
+    return text + "; the level allows " + (isAllowed ? "" : "only ") +
+           std::to_string(*facts.maxRefs);
+}
+
+std::string rateText(const VideoFacts& facts) {
+    const uint64_t hundredths = facts.frames * 100 / facts.seconds;
+    const std::string digits = std::to_string(hundredths % 100 + 100).substr(1);
+    return std::to_string(hundredths / 100) + (digits == "00" ? "" : "." + digits) + " fps";
+}
+
+// For a person.
+void tellFacts(Annotator& out, const VideoFacts& facts) {
+    const auto group = out.group("in words");
+    const bool isCropped = facts.codedWidth != facts.width || facts.codedHeight != facts.height;
+    out.heading("picture", sizeText(facts.width, facts.height) +
+                                   (isCropped ? ", cropped from " + sizeText(facts.codedWidth,
+                                                                             facts.codedHeight)
+                                              : ""));
+    out.heading("chroma format", chromaText(facts.chroma));
+    out.heading("bit depth", bitDepthText(facts));
+    if (facts.refs) {
+        out.heading("scan", facts.isInterlaced ? "interlaced" : "progressive");
+        out.heading("reference frames", refsText(facts));
     }
+    out.heading("colour", primariesText(facts.primaries) + " primaries, " +
+                                  transferText(facts.transfer) + " transfer, " +
+                                  matrixText(facts.matrix) + " matrix, " +
+                                  (facts.isFullRange != 0 ? "full range" : "limited range"));
+    if (facts.frames > 0 && facts.seconds > 0) out.heading("frame rate", rateText(facts));
 }
 
 }  // namespace
 
 void readUnit(Annotator& out, HeaderTrace& trace, VideoFactsReader readFacts) {
-    const size_t before = out.rowsSoFar().size();
-    readElements(out, trace.read(out.ahead()));
+    const std::vector<SyntaxElement> elements = trace.read(out.ahead());
+    const auto prevention =
+            trace.isOfNalUnits() ? preventionBytes(out.ahead()) : std::vector<size_t>();
+    ElementRows(out, prevention).write(elements);
     out.rest("rest of the unit");
-    tellFacts(out, readFacts(out.rowsSoFar().subspan(before)));
+    const auto facts = readFacts(elements);
+    if (!facts || !out.ok()) return;
+    out.keep(*facts);
+    tellFacts(out, *facts);
 }
 
 }  // namespace inspect
