@@ -6,6 +6,7 @@
 #include <set>
 #include <string_view>
 
+#include "inspect/media/Extent.h"
 #include "zrcodecparser/CodecType.h"
 
 namespace inspect {
@@ -53,16 +54,15 @@ std::optional<Range> findBox(const InputFile& file, Range boxes, std::string_vie
     uint64_t offset = boxes.begin;
     for (int count = 0; count < kMaxBoxes && offset < boxes.end; count++) {
         std::array<uint8_t, 16> header{};
-        if (file.readAt(static_cast<int64_t>(offset), header) < 8) return {};
+        file.readAt(static_cast<int64_t>(offset), header);
         ByteCursor cursor(header);
-        uint64_t size = cursor.be32();
-        const bool isSought = startsWith(cursor.take(4), type);
-        const bool isLarge = size == 1;
-        if (isLarge) size = cursor.be64();
-        const uint64_t headerSize = isLarge ? 16 : 8;
-        if (size < headerSize || size > boxes.end - offset) return {};
-        if (isSought && nth-- == 0) return Range{offset + headerSize, offset + size};
-        offset += size;
+        const uint64_t size = boxSize(cursor);
+        if (size == 0) return {};
+        const uint64_t end = offset + std::min(size, boxes.end - offset);
+        const bool isSought = startsWith(Bytes(header).subspan(4), type);
+        const uint64_t headerSize = header.size() - cursor.remaining();
+        if (isSought && nth-- == 0) return Range{std::min(offset + headerSize, end), end};
+        offset = end;
     }
     return {};
 }
@@ -116,11 +116,8 @@ void findAdtsHeaders(AVFormatContext& file, std::span<Stream> streams) {
 }
 
 void adaptPrivateData(Stream& stream) {
-    switch (stream.codecType) {
-        case kCodecTypeFlac: adaptFlac(stream.privateData); break;
-        case kCodecTypeOpus: adaptOpus(stream); break;
-        default: break;
-    }
+    if (stream.codecType == kCodecTypeFlac) adaptFlac(stream.privateData);
+    if (stream.codecType == kCodecTypeOpus) adaptOpus(stream);
 }
 
 }  // namespace inspect
