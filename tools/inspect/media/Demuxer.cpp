@@ -45,7 +45,7 @@ Demuxer::Demuxer(const OpenFile& file, Samples samples) : mStream(file.input(), 
         constexpr int64_t kMostRead = 48 << 20;
         mStream.limit(kMostRead);
         status = avformat_find_stream_info(context, nullptr);
-        mStream.lift();
+        mStream.limit(FileStream::kNoLimit);
     }
     const auto isStreamKnown = [](const AVStream* each) { return isKnown(*each->codecpar); };
     // Codec data that are missing fail the second step, though the headers tell of the tracks.
