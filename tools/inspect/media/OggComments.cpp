@@ -45,17 +45,24 @@ struct Stream {
     bool isDone = false;
 };
 
+// The beginning of a packet, of a mark's length at most.
+std::string headOf(Bytes packet) {
+    constexpr size_t kLongestMark = 8;
+    const Bytes head = packet.first(std::min(packet.size(), kLongestMark));
+    return {head.begin(), head.end()};
+}
+
 // What stands behind the codec's mark; empty when the packet is no comment header. FLAC has the
 // header of a metadata block (RFC 9639 10.1) in place of a mark.
-std::optional<ByteVector> commentsIn(std::string_view packet, const Codec& codec) {
+std::optional<Bytes> commentsIn(Bytes packet, const Codec& codec) {
     constexpr int kVorbisComment = 4;
-    size_t markSize = codec.comments.size();
-    if (codec.name == "FLAC") {
-        markSize = 4;
-        if (packet.size() < markSize || (packet[0] & 0x7F) != kVorbisComment) return {};
-    }
-    if (!packet.starts_with(codec.comments)) return {};
-    return ByteVector(packet.begin() + static_cast<ptrdiff_t>(markSize), packet.end());
+    constexpr size_t kBlockHeaderSize = 4;
+    const bool isFlac = codec.name == "FLAC";
+    const size_t size = isFlac ? kBlockHeaderSize : codec.comments.size();
+    const bool isMarked = headOf(packet).starts_with(codec.comments);
+    if (packet.size() < size || !isMarked) return {};
+    if (isFlac && (packet[0] & 0x7F) != kVorbisComment) return {};
+    return packet.subspan(size);
 }
 
 class Search {
@@ -68,8 +75,7 @@ public:
     CommentHeaders run() {
         while (!isDone() && takePage()) {
         }
-        for (const auto& [serial, stream] : mStreams) {
-            if (stream.isDone) continue;
+        if (std::ranges::any_of(mStreams, [](const auto& each) { return !each.second.isDone; })) {
             note(mRead < kMaxRead
                          ? "a comment header is not whole at the end,"
                          : "a comment header is not whole within what is looked at, up to");
@@ -126,29 +132,29 @@ private:
             const int status = ogg_stream_packetout(&stream.state, &packet);
             if (status == 0) return;
             if (status < 0) note("pages are missing before");
-            if (status > 0) takePacket(stream, packet);
+            if (status > 0) {
+                takePacket(stream, {packet.packet, static_cast<size_t>(packet.bytes)});
+            }
         }
     }
 
-    void takePacket(Stream& stream, const ogg_packet& packet) {
-        const auto* bytes = static_cast<const char*>(static_cast<const void*>(packet.packet));
-        const std::string_view text(bytes, static_cast<size_t>(packet.bytes));
+    void takePacket(Stream& stream, Bytes packet) {
         if (stream.codec == nullptr) {
-            const auto found = std::ranges::find_if(
-                    kCodecs, [&](const Codec& codec) { return text.starts_with(codec.head); });
-            if (found != kCodecs.end()) stream.codec = &*found;
+            const auto found = std::ranges::find_if(kCodecs, [&](const Codec& codec) {
+                return headOf(packet).starts_with(codec.head);
+            });
             stream.isDone = found == kCodecs.end();
+            if (!stream.isDone) stream.codec = &*found;
             return;
         }
         stream.isDone = true;
-        auto comments = commentsIn(text, *stream.codec);
+        const auto comments = commentsIn(packet, *stream.codec);
         if (!comments) return note("no comment header in the packet that ends in the page at");
-        mHeaders.list.push_back({.codec = std::string(stream.codec->name),
-                                 .place = std::to_string(text.size()) +
-                                          " bytes up to the page at offset " +
-                                          std::to_string(mOffset),
-                                 .bytes = std::move(*comments),
-                                 .offset = {}});
+        CommentHeader& header = mHeaders.list.emplace_back();
+        header.codec = stream.codec->name;
+        header.place = std::to_string(packet.size()) + " bytes up to the page at offset " +
+                       std::to_string(mOffset);
+        header.split(*comments, {});
     }
 
     const InputFile& mFile;
