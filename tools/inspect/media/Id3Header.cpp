@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "inspect/base/Utf8.h"
-
 namespace inspect {
 namespace {
 
@@ -48,13 +46,12 @@ std::string frameFault(const InputFile& file, int64_t offset, int64_t end,
         const Bytes sizeField = Bytes(frame).subspan(4, 4);
         const auto size = sizeOf(sizeField);
         if (!size || *size > end - offset - kId3HeaderSize) {
-            return "frame " + escaped(id) + " at offset " + number(offset) +
-                   " does not fit: its size " + hex(sizeField, " ") + " goes past the end at " +
-                   number(end) + " or is not syncsafe, and plain sizes do not fit either";
+            return "frame " + id + " at offset " + number(offset) + " does not fit: its size " +
+                   hex(sizeField, " ") + " goes past the end at " + number(end) +
+                   " or is not syncsafe, and plain sizes do not fit either";
         }
         if ((frame[9] & 1) != 0 && *size < 4) {
-            return "frame " + escaped(id) + " at offset " + number(offset) +
-                   " has no room for its length";
+            return "frame " + id + " at offset " + number(offset) + " has no room for its length";
         }
         offset += kId3HeaderSize + *size;
     }
