@@ -5,13 +5,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <ranges>
 #include <utility>
 
 #include "inspect/base/OutputFile.h"
@@ -92,11 +90,20 @@ InputFile::~InputFile() {
 }
 
 int64_t InputFile::storedSize() const {
-    const auto offsets = std::views::iota(int64_t{0}, mSize);
-    const auto end = std::ranges::partition_point(offsets, [&](int64_t offset) {
-        return lseek(mDescriptor, offset, SEEK_DATA) >= 0 || errno != ENXIO;
-    });
-    return static_cast<int64_t>(end - offsets.begin());
+    const auto isHoleFrom = [&](int64_t offset) {
+        return lseek(mDescriptor, offset, SEEK_DATA) < 0 && errno == ENXIO;
+    };
+    int64_t low = 0;
+    int64_t high = mSize;
+    while (low < high) {
+        const int64_t middle = low + (high - low) / 2;
+        if (isHoleFrom(middle)) {
+            high = middle;
+        } else {
+            low = middle + 1;
+        }
+    }
+    return low;
 }
 
 int64_t InputFile::readAt(int64_t offset, std::span<uint8_t> out) const {
