@@ -22,8 +22,7 @@ uint64_t ByteCursor::big(size_t sizeBytes) {
 
 uint64_t ByteCursor::little(size_t sizeBytes) {
     uint64_t value = 0;
-    unsigned shift = 0;
-    for (const uint8_t byte : take(sizeBytes)) {
+    for (size_t shift = 0; const uint8_t byte : take(sizeBytes)) {
         value |= uint64_t{byte} << shift;
         shift += 8;
     }

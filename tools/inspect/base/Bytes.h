@@ -21,12 +21,11 @@ public:
 
     uint8_t u8() { return static_cast<uint8_t>(big(1)); }
     uint16_t be16() { return static_cast<uint16_t>(big(2)); }
-    uint32_t be24() { return static_cast<uint32_t>(big(3)); }
     uint32_t be32() { return static_cast<uint32_t>(big(4)); }
-    uint64_t be64() { return big(8); }
     uint16_t le16() { return static_cast<uint16_t>(little(2)); }
     uint32_t le32() { return static_cast<uint32_t>(little(4)); }
-    uint64_t le64() { return little(8); }
+    uint64_t big(size_t sizeBytes);
+    uint64_t little(size_t sizeBytes);
 
     // The next bytes; as many as there are when there are fewer.
     Bytes take(size_t sizeBytes);
@@ -36,9 +35,6 @@ public:
     bool ok() const { return mOk; }
 
 private:
-    uint64_t big(size_t sizeBytes);
-    uint64_t little(size_t sizeBytes);
-
     Bytes mRest;
     bool mOk = true;
 };

@@ -32,7 +32,7 @@ public:
         mResult.isExamined = std::ranges::count(kExamined, mCodecType) > 0;
         mResult.isMarkedByContainer = isMarkedByContainer;
         // As a parser of a container with length-prefixed samples does; others pass unchanged.
-        if (mCodecType == kCodecTypeAvc) mFilter = openFilter("h264_mp4toannexb", stream);
+        if (mCodecType == kCodecTypeAvc) mFilter = openFilter("h264_mp4toannexb", *stream.codecpar);
     }
 
     // May change the packet.

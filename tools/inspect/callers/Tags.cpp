@@ -35,11 +35,10 @@ void notePictures(Tag& tag, const CommentHeaders& headers) {
     }
 }
 
-Tag readComments(const CommentHeader& header, const TagLibrary& library) {
-    const Comments comments = splitComments(header);
+Tag readComments(const CommentHeader& comments, const TagLibrary& library) {
     Tag tag;
     tag.kind = "Vorbis comment";
-    tag.place = header.codec + " stream, " + header.place;
+    tag.place = comments.codec + " stream, " + comments.place;
     tag.notes = comments.notes;
     for (const std::string& each : comments.list) {
         tag.names.push_back(each.substr(0, each.find('=')));

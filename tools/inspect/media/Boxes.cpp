@@ -3,6 +3,8 @@
 #include <array>
 #include <utility>
 
+#include "inspect/media/Extent.h"
+
 namespace inspect {
 
 std::optional<BoxContent> findBox(const InputFile& file, BoxContent boxes, std::string_view type,
@@ -11,16 +13,15 @@ std::optional<BoxContent> findBox(const InputFile& file, BoxContent boxes, std::
     uint64_t offset = boxes.begin;
     for (int count = 0; count < kMaxBoxes && offset < boxes.end; count++) {
         std::array<uint8_t, 16> header{};
-        if (file.readAt(static_cast<int64_t>(offset), header) < 8) return {};
+        file.readAt(static_cast<int64_t>(offset), header);
         ByteCursor cursor(header);
-        uint64_t size = cursor.be32();
-        const bool isSought = startsWith(cursor.take(4), type);
-        const bool isLarge = size == 1;
-        if (isLarge) size = cursor.be64();
-        const uint64_t headerSize = isLarge ? 16 : 8;
-        if (size < headerSize || size > boxes.end - offset) return {};
-        if (isSought && nth-- == 0) return BoxContent{offset + headerSize, offset + size};
-        offset += size;
+        const uint64_t size = boxSize(cursor);
+        if (size == 0) return {};
+        const uint64_t end = offset + std::min(size, boxes.end - offset);
+        const bool isSought = startsWith(Bytes(header).subspan(4), type);
+        const uint64_t headerSize = header.size() - cursor.remaining();
+        if (isSought && nth-- == 0) return BoxContent{std::min(offset + headerSize, end), end};
+        offset = end;
     }
     return {};
 }

@@ -1,8 +1,10 @@
 #include "inspect/media/CodecMap.h"
 
+#include <strings.h>
+
 #include <algorithm>
 #include <array>
-#include <string_view>
+#include <string>
 
 #include "zrcodecparser/CodecType.h"
 
@@ -12,126 +14,99 @@ namespace {
 using namespace android;
 
 constexpr int kAnyProfile = -1000;
-constexpr uint32_t kAnyTag = 0;
 
-constexpr uint32_t tag(std::string_view name) {
-    uint32_t value = 0;
-    for (unsigned i = 0; i < 4; i++) {
-        value |= static_cast<uint32_t>(static_cast<unsigned char>(name[i])) << (8 * i);
-    }
-    return value;
-}
-
-struct Row {
+struct Variant {
     AVCodecID id;
-    uint32_t tag;  // in capitals
+    const char* tag;  // null = any
     int profile;
     CodecType type;
 };
+struct Codec {
+    CodecType type;
+    std::array<AVCodecID, 4> ids;
+};
 
-// The first row that fits counts.
+// What a four-character code or a profile tells apart; the first row that fits counts.
 // clang-format off
-constexpr auto kRows = std::to_array<Row>({
-    // codec                     four-character code  profile                           code
-    {AV_CODEC_ID_HEVC,             tag("DVH1"),  kAnyProfile,                       kCodecTypeDolbyVision},
-    {AV_CODEC_ID_HEVC,             tag("DVHE"),  kAnyProfile,                       kCodecTypeDolbyVision},
-    {AV_CODEC_ID_H264,             tag("DVA1"),  kAnyProfile,                       kCodecTypeDolbyVision},
-    {AV_CODEC_ID_H264,             tag("DVAV"),  kAnyProfile,                       kCodecTypeDolbyVision},
-    {AV_CODEC_ID_MPEG4,            tag("XVID"),  kAnyProfile,                       kCodecTypeXvid},
-    {AV_CODEC_ID_MPEG4,            tag("DIVX"),  kAnyProfile,                       kCodecTypeDivx4},
-    {AV_CODEC_ID_MPEG4,            tag("DX50"),  kAnyProfile,                       kCodecTypeDivx5},
-    {AV_CODEC_ID_MPEG4,            tag("DX60"),  kAnyProfile,                       kCodecTypeDivx6},
-    {AV_CODEC_ID_MPEG4,            kAnyTag,      FF_PROFILE_MPEG4_ADVANCED_SIMPLE,  kCodecTypeMpeg4Asp},
-    {AV_CODEC_ID_MSMPEG4V3,        tag("DIV3"),  kAnyProfile,                       kCodecTypeDivx311},
-    {AV_CODEC_ID_MSMPEG4V3,        tag("DIV4"),  kAnyProfile,                       kCodecTypeDivx311},
-    {AV_CODEC_ID_MSMPEG4V3,        tag("DIV5"),  kAnyProfile,                       kCodecTypeDivx311},
-    {AV_CODEC_ID_MSMPEG4V3,        tag("DIV6"),  kAnyProfile,                       kCodecTypeDivx311},
-    {AV_CODEC_ID_WMV3,             kAnyTag,      FF_PROFILE_VC1_SIMPLE,             kCodecTypeVc1Simple},
-    {AV_CODEC_ID_WMV3,             kAnyTag,      FF_PROFILE_VC1_MAIN,               kCodecTypeVc1Main},
-    {AV_CODEC_ID_DTS,              kAnyTag,      FF_PROFILE_DTS_EXPRESS,            kCodecTypeDtsLbr},
-    {AV_CODEC_ID_MPEGH_3D_AUDIO,   tag("MHM1"),  kAnyProfile,                       kCodecTypeMpegHMhm1},
-    {AV_CODEC_ID_NONE,             tag("AC-4"),  kAnyProfile,                       kCodecTypeAc4},
+constexpr auto kVariants = std::to_array<Variant>({
+    // codec                     code      profile                           code
+    {AV_CODEC_ID_HEVC,           "DVH1",   kAnyProfile,                      kCodecTypeDolbyVision},
+    {AV_CODEC_ID_HEVC,           "DVHE",   kAnyProfile,                      kCodecTypeDolbyVision},
+    {AV_CODEC_ID_H264,           "DVA1",   kAnyProfile,                      kCodecTypeDolbyVision},
+    {AV_CODEC_ID_H264,           "DVAV",   kAnyProfile,                      kCodecTypeDolbyVision},
+    {AV_CODEC_ID_MPEG4,          "XVID",   kAnyProfile,                      kCodecTypeXvid},
+    {AV_CODEC_ID_MPEG4,          "DIVX",   kAnyProfile,                      kCodecTypeDivx4},
+    {AV_CODEC_ID_MPEG4,          "DX50",   kAnyProfile,                      kCodecTypeDivx5},
+    {AV_CODEC_ID_MPEG4,          "DX60",   kAnyProfile,                      kCodecTypeDivx6},
+    {AV_CODEC_ID_MPEG4,          nullptr,  FF_PROFILE_MPEG4_ADVANCED_SIMPLE, kCodecTypeMpeg4Asp},
+    {AV_CODEC_ID_MSMPEG4V3,      "DIV3",   kAnyProfile,                      kCodecTypeDivx311},
+    {AV_CODEC_ID_MSMPEG4V3,      "DIV4",   kAnyProfile,                      kCodecTypeDivx311},
+    {AV_CODEC_ID_MSMPEG4V3,      "DIV5",   kAnyProfile,                      kCodecTypeDivx311},
+    {AV_CODEC_ID_MSMPEG4V3,      "DIV6",   kAnyProfile,                      kCodecTypeDivx311},
+    {AV_CODEC_ID_WMV3,           nullptr,  FF_PROFILE_VC1_SIMPLE,            kCodecTypeVc1Simple},
+    {AV_CODEC_ID_WMV3,           nullptr,  FF_PROFILE_VC1_MAIN,              kCodecTypeVc1Main},
+    {AV_CODEC_ID_DTS,            nullptr,  FF_PROFILE_DTS_EXPRESS,           kCodecTypeDtsLbr},
+    {AV_CODEC_ID_MPEGH_3D_AUDIO, "MHM1",   kAnyProfile,                      kCodecTypeMpegHMhm1},
+    {AV_CODEC_ID_NONE,           "AC-4",   kAnyProfile,                      kCodecTypeAc4},
+});
+constexpr auto kCodecs = std::to_array<Codec>({
+    {kCodecTypeMpeg2,          {AV_CODEC_ID_MPEG2VIDEO}},
+    {kCodecTypeMpeg4,          {AV_CODEC_ID_MPEG4}},
+    {kCodecTypeH263,           {AV_CODEC_ID_H263, AV_CODEC_ID_H263P, AV_CODEC_ID_H263I}},
+    {kCodecTypeAvc,            {AV_CODEC_ID_H264}},
+    {kCodecTypeWmv,            {AV_CODEC_ID_WMV3}},
+    {kCodecTypeWmv7,           {AV_CODEC_ID_WMV1}},
+    {kCodecTypeWmv8,           {AV_CODEC_ID_WMV2}},
+    {kCodecTypeVc1Advanced,    {AV_CODEC_ID_VC1}},
+    {kCodecTypeMsMpeg4V1,      {AV_CODEC_ID_MSMPEG4V1}},
+    {kCodecTypeMsMpeg4V2,      {AV_CODEC_ID_MSMPEG4V2}},
+    {kCodecTypeMsMpeg4V3,      {AV_CODEC_ID_MSMPEG4V3}},
+    {kCodecTypeMjpeg,          {AV_CODEC_ID_MJPEG}},
+    {kCodecTypeVp6,            {AV_CODEC_ID_VP6, AV_CODEC_ID_VP6A, AV_CODEC_ID_VP6F}},
+    {kCodecTypeVp7,            {AV_CODEC_ID_VP7}},
+    {kCodecTypeVp8,            {AV_CODEC_ID_VP8}},
+    {kCodecTypeMpeg1,          {AV_CODEC_ID_MPEG1VIDEO}},
+    {kCodecTypeTheora,         {AV_CODEC_ID_THEORA}},
+    {kCodecTypeSorensonH263,   {AV_CODEC_ID_FLV1}},
+    {kCodecTypeRealVideo,      {AV_CODEC_ID_RV10, AV_CODEC_ID_RV20, AV_CODEC_ID_RV30, AV_CODEC_ID_RV40}},
+    {kCodecTypeVp9,            {AV_CODEC_ID_VP9}},
+    {kCodecTypeHevc,           {AV_CODEC_ID_HEVC}},
+    {kCodecTypeAv1,            {AV_CODEC_ID_AV1}},
 
-    {AV_CODEC_ID_MPEG2VIDEO,       kAnyTag,      kAnyProfile,                       kCodecTypeMpeg2},
-    {AV_CODEC_ID_MPEG4,            kAnyTag,      kAnyProfile,                       kCodecTypeMpeg4},
-    {AV_CODEC_ID_H263,             kAnyTag,      kAnyProfile,                       kCodecTypeH263},
-    {AV_CODEC_ID_H263P,            kAnyTag,      kAnyProfile,                       kCodecTypeH263},
-    {AV_CODEC_ID_H263I,            kAnyTag,      kAnyProfile,                       kCodecTypeH263},
-    {AV_CODEC_ID_H264,             kAnyTag,      kAnyProfile,                       kCodecTypeAvc},
-    {AV_CODEC_ID_WMV3,             kAnyTag,      kAnyProfile,                       kCodecTypeWmv},
-    {AV_CODEC_ID_WMV1,             kAnyTag,      kAnyProfile,                       kCodecTypeWmv7},
-    {AV_CODEC_ID_WMV2,             kAnyTag,      kAnyProfile,                       kCodecTypeWmv8},
-    {AV_CODEC_ID_VC1,              kAnyTag,      kAnyProfile,                       kCodecTypeVc1Advanced},
-    {AV_CODEC_ID_MSMPEG4V1,        kAnyTag,      kAnyProfile,                       kCodecTypeMsMpeg4V1},
-    {AV_CODEC_ID_MSMPEG4V2,        kAnyTag,      kAnyProfile,                       kCodecTypeMsMpeg4V2},
-    {AV_CODEC_ID_MSMPEG4V3,        kAnyTag,      kAnyProfile,                       kCodecTypeMsMpeg4V3},
-    {AV_CODEC_ID_MJPEG,            kAnyTag,      kAnyProfile,                       kCodecTypeMjpeg},
-    {AV_CODEC_ID_VP6,              kAnyTag,      kAnyProfile,                       kCodecTypeVp6},
-    {AV_CODEC_ID_VP6A,             kAnyTag,      kAnyProfile,                       kCodecTypeVp6},
-    {AV_CODEC_ID_VP6F,             kAnyTag,      kAnyProfile,                       kCodecTypeVp6},
-    {AV_CODEC_ID_VP7,              kAnyTag,      kAnyProfile,                       kCodecTypeVp7},
-    {AV_CODEC_ID_VP8,              kAnyTag,      kAnyProfile,                       kCodecTypeVp8},
-    {AV_CODEC_ID_MPEG1VIDEO,       kAnyTag,      kAnyProfile,                       kCodecTypeMpeg1},
-    {AV_CODEC_ID_THEORA,           kAnyTag,      kAnyProfile,                       kCodecTypeTheora},
-    {AV_CODEC_ID_FLV1,             kAnyTag,      kAnyProfile,                       kCodecTypeSorensonH263},
-    {AV_CODEC_ID_RV10,             kAnyTag,      kAnyProfile,                       kCodecTypeRealVideo},
-    {AV_CODEC_ID_RV20,             kAnyTag,      kAnyProfile,                       kCodecTypeRealVideo},
-    {AV_CODEC_ID_RV30,             kAnyTag,      kAnyProfile,                       kCodecTypeRealVideo},
-    {AV_CODEC_ID_RV40,             kAnyTag,      kAnyProfile,                       kCodecTypeRealVideo},
-    {AV_CODEC_ID_VP9,              kAnyTag,      kAnyProfile,                       kCodecTypeVp9},
-    {AV_CODEC_ID_HEVC,             kAnyTag,      kAnyProfile,                       kCodecTypeHevc},
-    {AV_CODEC_ID_AV1,              kAnyTag,      kAnyProfile,                       kCodecTypeAv1},
+    {kCodecTypeAac,            {AV_CODEC_ID_AAC, AV_CODEC_ID_AAC_LATM}},
+    {kCodecTypeMp3,            {AV_CODEC_ID_MP3}},
+    {kCodecTypeAc3,            {AV_CODEC_ID_AC3}},
+    {kCodecTypeEac3,           {AV_CODEC_ID_EAC3}},
+    {kCodecTypeDts,            {AV_CODEC_ID_DTS}},
+    {kCodecTypeFlac,           {AV_CODEC_ID_FLAC}},
+    {kCodecTypeVorbis,         {AV_CODEC_ID_VORBIS}},
+    {kCodecTypeWmaV1,          {AV_CODEC_ID_WMAV1}},
+    {kCodecTypeWmaV2,          {AV_CODEC_ID_WMAV2}},
+    {kCodecTypeWmaPro,         {AV_CODEC_ID_WMAPRO}},
+    {kCodecTypeWmaLossless,    {AV_CODEC_ID_WMALOSSLESS}},
+    {kCodecTypeWmaVoice,       {AV_CODEC_ID_WMAVOICE}},
+    {kCodecTypeAmrNb,          {AV_CODEC_ID_AMR_NB}},
+    {kCodecTypeEvrc,           {AV_CODEC_ID_EVRC}},
+    {kCodecTypeQcelp,          {AV_CODEC_ID_QCELP}},
+    {kCodecTypeAdpcm,          {AV_CODEC_ID_ADPCM_MS, AV_CODEC_ID_ADPCM_IMA_WAV}},
+    {kCodecTypeMp2,            {AV_CODEC_ID_MP2}},
+    {kCodecTypeG711ALaw,       {AV_CODEC_ID_PCM_ALAW}},
+    {kCodecTypeG711MuLaw,      {AV_CODEC_ID_PCM_MULAW}},
+    {kCodecTypeG726,           {AV_CODEC_ID_ADPCM_G726, AV_CODEC_ID_ADPCM_G726LE}},
+    {kCodecTypeRealAudio,      {AV_CODEC_ID_RA_144, AV_CODEC_ID_RA_288, AV_CODEC_ID_COOK, AV_CODEC_ID_SIPR}},
+    {kCodecTypeAmrWb,          {AV_CODEC_ID_AMR_WB}},
+    {kCodecTypeMp1,            {AV_CODEC_ID_MP1}},
+    {kCodecTypeOpus,           {AV_CODEC_ID_OPUS}},
+    {kCodecTypeAlac,           {AV_CODEC_ID_ALAC}},
+    {kCodecTypeDsd,            {AV_CODEC_ID_DSD_LSBF, AV_CODEC_ID_DSD_MSBF,
+                                AV_CODEC_ID_DSD_LSBF_PLANAR, AV_CODEC_ID_DSD_MSBF_PLANAR}},
+    {kCodecTypeMpegHMha1,      {AV_CODEC_ID_MPEGH_3D_AUDIO}},
 
-    {AV_CODEC_ID_AAC,              kAnyTag,      kAnyProfile,                       kCodecTypeAac},
-    {AV_CODEC_ID_AAC_LATM,         kAnyTag,      kAnyProfile,                       kCodecTypeAac},
-    {AV_CODEC_ID_MP3,              kAnyTag,      kAnyProfile,                       kCodecTypeMp3},
-    {AV_CODEC_ID_AC3,              kAnyTag,      kAnyProfile,                       kCodecTypeAc3},
-    {AV_CODEC_ID_EAC3,             kAnyTag,      kAnyProfile,                       kCodecTypeEac3},
-    {AV_CODEC_ID_DTS,              kAnyTag,      kAnyProfile,                       kCodecTypeDts},
-    {AV_CODEC_ID_FLAC,             kAnyTag,      kAnyProfile,                       kCodecTypeFlac},
-    {AV_CODEC_ID_VORBIS,           kAnyTag,      kAnyProfile,                       kCodecTypeVorbis},
-    {AV_CODEC_ID_WMAV1,            kAnyTag,      kAnyProfile,                       kCodecTypeWmaV1},
-    {AV_CODEC_ID_WMAV2,            kAnyTag,      kAnyProfile,                       kCodecTypeWmaV2},
-    {AV_CODEC_ID_WMAPRO,           kAnyTag,      kAnyProfile,                       kCodecTypeWmaPro},
-    {AV_CODEC_ID_WMALOSSLESS,      kAnyTag,      kAnyProfile,                       kCodecTypeWmaLossless},
-    {AV_CODEC_ID_WMAVOICE,         kAnyTag,      kAnyProfile,                       kCodecTypeWmaVoice},
-    {AV_CODEC_ID_AMR_NB,           kAnyTag,      kAnyProfile,                       kCodecTypeAmrNb},
-    {AV_CODEC_ID_EVRC,             kAnyTag,      kAnyProfile,                       kCodecTypeEvrc},
-    {AV_CODEC_ID_QCELP,            kAnyTag,      kAnyProfile,                       kCodecTypeQcelp},
-    {AV_CODEC_ID_ADPCM_MS,         kAnyTag,      kAnyProfile,                       kCodecTypeAdpcm},
-    {AV_CODEC_ID_ADPCM_IMA_WAV,    kAnyTag,      kAnyProfile,                       kCodecTypeAdpcm},
-    {AV_CODEC_ID_MP2,              kAnyTag,      kAnyProfile,                       kCodecTypeMp2},
-    {AV_CODEC_ID_PCM_ALAW,         kAnyTag,      kAnyProfile,                       kCodecTypeG711ALaw},
-    {AV_CODEC_ID_PCM_MULAW,        kAnyTag,      kAnyProfile,                       kCodecTypeG711MuLaw},
-    {AV_CODEC_ID_ADPCM_G726,       kAnyTag,      kAnyProfile,                       kCodecTypeG726},
-    {AV_CODEC_ID_ADPCM_G726LE,     kAnyTag,      kAnyProfile,                       kCodecTypeG726},
-    {AV_CODEC_ID_RA_144,           kAnyTag,      kAnyProfile,                       kCodecTypeRealAudio},
-    {AV_CODEC_ID_RA_288,           kAnyTag,      kAnyProfile,                       kCodecTypeRealAudio},
-    {AV_CODEC_ID_COOK,             kAnyTag,      kAnyProfile,                       kCodecTypeRealAudio},
-    {AV_CODEC_ID_SIPR,             kAnyTag,      kAnyProfile,                       kCodecTypeRealAudio},
-    {AV_CODEC_ID_AMR_WB,           kAnyTag,      kAnyProfile,                       kCodecTypeAmrWb},
-    {AV_CODEC_ID_MP1,              kAnyTag,      kAnyProfile,                       kCodecTypeMp1},
-    {AV_CODEC_ID_OPUS,             kAnyTag,      kAnyProfile,                       kCodecTypeOpus},
-    {AV_CODEC_ID_ALAC,             kAnyTag,      kAnyProfile,                       kCodecTypeAlac},
-    {AV_CODEC_ID_DSD_LSBF,         kAnyTag,      kAnyProfile,                       kCodecTypeDsd},
-    {AV_CODEC_ID_DSD_MSBF,         kAnyTag,      kAnyProfile,                       kCodecTypeDsd},
-    {AV_CODEC_ID_DSD_LSBF_PLANAR,  kAnyTag,      kAnyProfile,                       kCodecTypeDsd},
-    {AV_CODEC_ID_DSD_MSBF_PLANAR,  kAnyTag,      kAnyProfile,                       kCodecTypeDsd},
-    {AV_CODEC_ID_MPEGH_3D_AUDIO,   kAnyTag,      kAnyProfile,                       kCodecTypeMpegHMha1},
-
-    {AV_CODEC_ID_SUBRIP,           kAnyTag,      kAnyProfile,                       kCodecTypeSubRip},
-    {AV_CODEC_ID_SSA,              kAnyTag,      kAnyProfile,                       kCodecTypeSsa},
-    {AV_CODEC_ID_ASS,              kAnyTag,      kAnyProfile,                       kCodecTypeAss},
+    {kCodecTypeSubRip,         {AV_CODEC_ID_SUBRIP}},
+    {kCodecTypeSsa,            {AV_CODEC_ID_SSA}},
+    {kCodecTypeAss,            {AV_CODEC_ID_ASS}},
 });
 // clang-format on
-
-uint32_t capitals(uint32_t codecTag) {
-    for (unsigned shift = 0; shift < 32; shift += 8) {
-        const uint32_t letter = codecTag >> shift & 0xFF;
-        if (letter >= 'a' && letter <= 'z') codecTag -= uint32_t{'a' - 'A'} << shift;
-    }
-    return codecTag;
-}
 
 uint32_t noCodec(AVMediaType kind) {
     switch (kind) {
@@ -156,11 +131,16 @@ bool isSsaScript(const AVCodecParameters& codec) {
 }  // namespace
 
 uint32_t codecTypeOf(AVCodecID id, uint32_t codecTag, int profile) {
-    const auto found = std::ranges::find_if(kRows, [&](const Row& row) {
-        return row.id == id && (row.tag == kAnyTag || row.tag == capitals(codecTag)) &&
-               (row.profile == kAnyProfile || row.profile == profile);
+    std::array<char, AV_FOURCC_MAX_STRING_SIZE> tag{};
+    av_fourcc_make_string(tag.data(), codecTag);
+    const auto variant = std::ranges::find_if(kVariants, [&](const Variant& each) {
+        return each.id == id && (each.tag == nullptr || strcasecmp(each.tag, tag.data()) == 0) &&
+               (each.profile == kAnyProfile || each.profile == profile);
     });
-    if (found != kRows.end()) return static_cast<uint32_t>(found->type);
+    if (variant != kVariants.end()) return static_cast<uint32_t>(variant->type);
+    const auto found = std::ranges::find_if(
+            kCodecs, [&](const Codec& each) { return std::ranges::count(each.ids, id) > 0; });
+    if (found != kCodecs.end()) return static_cast<uint32_t>(found->type);
     if (isPcm(id)) return kCodecTypePcm;
     return noCodec(avcodec_get_type(id));
 }

@@ -12,10 +12,14 @@
 namespace inspect {
 
 struct CommentHeader {
-    std::string codec;              // of the stream that it belongs to
-    std::string place;              // where it stands, in words
-    ByteVector bytes;               // from the vendor's length on
-    std::optional<int64_t> offset;  // of these in the file, where they stand in one piece
+    std::string codec;               // of the stream that it belongs to
+    std::string place;               // where it stands, in words
+    std::vector<std::string> list;   // NAME=value
+    std::vector<std::string> notes;  // what is wrong with it
+
+    // Xiph, Vorbis I, section 5: from the vendor's length on, which stands at the offset in the
+    // file if all of it does in one piece.
+    void split(Bytes bytes, std::optional<int64_t> offset);
 };
 
 struct CommentHeaders {
@@ -27,13 +31,5 @@ struct CommentHeaders {
 // Each takes a bounded look at the beginning of the file.
 CommentHeaders findOggComments(const InputFile& file);   // RFC 3533 and each codec's mapping
 CommentHeaders findFlacComments(const InputFile& file);  // RFC 9639 8
-
-struct Comments {
-    std::vector<std::string> list;  // NAME=value
-    std::vector<std::string> notes;
-};
-
-// Xiph, Vorbis I, section 5
-Comments splitComments(const CommentHeader& header);
 
 }  // namespace inspect

@@ -19,17 +19,14 @@ bool always(const MediaFile&) {
     return true;
 }
 bool hasVideo(const MediaFile& file) {
-    return std::ranges::any_of(file.streams,
-                               [](const Stream& s) { return s.kind == Kind::kVideo; });
+    return std::ranges::count(file.streams, Kind::kVideo, &Stream::kind) > 0;
 }
-bool hasAmrWb(const MediaFile& file) {
-    return std::ranges::any_of(file.streams,
-                               [](const Stream& s) { return s.codecType == kCodecTypeAmrWb; });
+template <uint32_t kCodecType>
+bool hasCodec(const MediaFile& file) {
+    return std::ranges::count(file.streams, kCodecType, &Stream::codecType) > 0;
 }
-bool hasDsd(const MediaFile& file) {
-    return std::ranges::any_of(file.streams,
-                               [](const Stream& s) { return s.codecType == kCodecTypeDsd; });
-}
+constexpr auto hasAmrWb = hasCodec<kCodecTypeAmrWb>;
+constexpr auto hasDsd = hasCodec<kCodecTypeDsd>;
 bool is3g2(const MediaFile& file) {
     return file.majorBrand.starts_with("3g2");
 }

@@ -49,7 +49,7 @@ Demuxer::Demuxer(const OpenFile& file, Samples samples) : mStream(file.input(), 
         constexpr int64_t kMostRead = 48 << 20;
         mStream.limit(kMostRead);
         status = avformat_find_stream_info(context, nullptr);
-        mStream.lift();
+        mStream.limit(FileStream::kNoLimit);
     }
     // Nobody can see into packets that are scrambled.
     const auto isStreamKnown = [scrambled = scrambledStreams(file)](const AVStream* each) {

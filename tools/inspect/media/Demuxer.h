@@ -16,7 +16,6 @@ enum class Samples {
     kAsStored,  // as the container cuts and marks them
 };
 
-// One at a time, since libav's messages have one way out of the process.
 class Demuxer {
 public:
     // Throws a FileError for a file whose tracks cannot be read.
@@ -28,7 +27,6 @@ public:
     std::pair<int, int> storedSize(int stream) const;
 
 private:
-    LibAvSilence mSilence;
     FileStream mStream;
     LibAvPtr<AVFormatContext> mContext;
     std::vector<std::pair<int, int>> mStoredSizes;

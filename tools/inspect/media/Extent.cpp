@@ -3,219 +3,174 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <cstring>
-#include <limits>
+#include <numeric>
+#include <span>
 
 namespace inspect {
 namespace {
 
+using namespace std::string_view_literals;
+
 constexpr int kMaxElements = 1 << 16;  // of a file that is made of tiny ones
-constexpr uint64_t kUnknownSize = std::numeric_limits<uint64_t>::max();
 
-// An outermost part of a file.
-struct Element {
-    std::string name;
-    uint64_t sizeBytes = kUnknownSize;  // with its header
-    uint64_t slackBytes = 0;            // what may be missing of a whole one
-};
-
-// From an element's first bytes; empty when none begins with them.
-using Reader = std::optional<Element> (*)(ByteCursor& cursor);
-
-constexpr uint32_t fourcc(std::string_view name) {
-    uint32_t value = 0;
-    for (const char letter : name) value = value << 8 | static_cast<unsigned char>(letter);
-    return value;
+// All ones: what writes on and on leaves it so.
+uint64_t orUnknown(uint64_t size, size_t sizeBytes) {
+    return size == kUnknownSize >> (64 - 8 * sizeBytes) ? kUnknownSize : size;
 }
-
-// Empty when one of the four is no letter of ASCII.
-std::string nameOf(uint32_t code) {
-    std::string name;
-    for (int shift = 24; shift >= 0; shift -= 8) name += static_cast<char>(code >> shift & 0xFF);
-    const bool isText =
-            std::ranges::all_of(name, [](char each) { return each >= ' ' && each < 127; });
-    return isText ? name : std::string();
+template <size_t kBytes>
+uint64_t big(ByteCursor& cursor) {
+    return orUnknown(cursor.big(kBytes), kBytes);
 }
-
-// ISO/IEC 14496-12 4.2: size, type, and the large size where size is 1.
-std::optional<Element> readBox(ByteCursor& cursor) {
-    uint64_t size = cursor.be32();
-    const std::string type = nameOf(cursor.be32());
-    if (size == 1) size = cursor.be64();
-    if (type.empty() || (size != 0 && size < 8)) return {};
-    return Element{"the '" + type + "' box", size != 0 ? size : kUnknownSize};
-}
-
-// Large AVI files have several. What writes on and on leaves the size at 0 or at its largest.
-std::optional<Element> readRiff(ByteCursor& cursor) {
-    if (cursor.be32() != fourcc("RIFF")) return {};
-    const uint32_t size = cursor.le32();
-    if (size == 0 || size == std::numeric_limits<uint32_t>::max()) return Element{};
-    return Element{"the RIFF chunk", uint64_t{size} + 8};
-}
-
-std::optional<Element> readAiff(ByteCursor& cursor) {
-    if (cursor.be32() != fourcc("FORM")) return {};
-    return Element{"the FORM chunk", uint64_t{cursor.be32()} + 8};
-}
-
-// A header of 8 bytes; then chunks of a type, a size of 8 bytes, or all ones up to the end, and
-// data.
-std::optional<Element> readCaf(ByteCursor& cursor) {
-    const std::string type = nameOf(cursor.be32());
-    const uint64_t size = cursor.be64();
-    if (type.empty()) return {};
-    if (type == "caff") return Element{"the header", 8};
-    if (size == kUnknownSize) return Element{};
-    return Element{"the '" + type + "' chunk", size + 12};
-}
-
-std::optional<Element> readRealMedia(ByteCursor& cursor) {
-    static constexpr auto kNames = std::to_array<std::string_view>(
-            {".RMF", "PROP", "MDPR", "CONT", "DATA", "INDX", "RMMD", "RJMD"});
-    const std::string name = nameOf(cursor.be32());
-    const uint32_t size = cursor.be32();
-    if (std::ranges::count(kNames, name) == 0) return {};
-    // The size of DATA in the files of FFmpeg is too large.
-    return Element{"the " + name + " chunk", size != 0 ? size : kUnknownSize, 10};
+template <size_t kBytes>
+uint64_t little(ByteCursor& cursor) {
+    return orUnknown(cursor.little(kBytes), kBytes);
 }
 
 // RFC 8794 5: the count of leading zeros tells how many bytes follow; all ones means unknown.
 uint64_t vint(ByteCursor& cursor) {
     const uint8_t first = cursor.u8();
-    const int extra = std::countl_zero(first);
+    const auto extra = static_cast<size_t>(std::countl_zero(first));
     if (extra > 7) return kUnknownSize;
-    uint64_t value = first & (0x7Fu >> extra);
-    bool allOnes = value == (0x7Fu >> extra);
-    for (const uint8_t byte : cursor.take(static_cast<size_t>(extra))) {
-        value = value << 8 | byte;
-        allOnes = allOnes && byte == 0xFF;
-    }
-    return allOnes ? kUnknownSize : value;
+    const uint64_t most = (uint64_t{1} << 7 * (extra + 1)) - 1;
+    const uint64_t size = (uint64_t{first} << 8 * extra | cursor.big(extra)) & most;
+    return size == most ? kUnknownSize : 1 + extra + size;
 }
 
-// RFC 9559 5.1: the EBML header, then the segment that holds everything else.
-std::optional<Element> readMatroska(ByteCursor& cursor) {
-    constexpr uint32_t kHeader = 0x1A45DFA3;
-    constexpr uint32_t kSegment = 0x18538067;
-    const size_t before = cursor.remaining();
-    const uint32_t id = cursor.be32();
-    const uint64_t size = vint(cursor);
-    if (id != kHeader && id != kSegment) return {};
-    if (size == kUnknownSize) return Element{};
-    return Element{id == kSegment ? "the segment" : "the EBML header",
-                   before - cursor.remaining() + size};
+// RFC 3533 6
+uint64_t lacing(ByteCursor& cursor) {
+    const Bytes values = cursor.take(cursor.u8());
+    return std::accumulate(values.begin(), values.end(), uint64_t{values.size()});
 }
 
-// Adobe FLV 10.1, annex E: a header; tag headers of 11 bytes, the data, and the tag's size again.
-std::optional<Element> readFlv(ByteCursor& cursor) {
-    constexpr auto kTypes = std::to_array<uint8_t>({8, 9, 18});
-    constexpr uint64_t kHeaderAndTrailer = 11 + 4;
-    const uint8_t type = cursor.u8();
-    const uint32_t size = cursor.be24();
-    if (type == 'F') {
-        cursor.skip(1);
-        return Element{"the header", uint64_t{cursor.be32()} + 4};
-    }
-    if (std::ranges::count(kTypes, type & 0x1F) == 0) return {};
-    return Element{"the last tag", size + kHeaderAndTrailer};
-}
+// What an element begins with.
+struct Id {
+    std::string_view bytes;
+    std::string_view name{};  // empty: the bytes are one
+};
+constexpr Id kRiff[] = {{"RIFF"}};
+constexpr Id kForm[] = {{"FORM"}};
+constexpr Id kRealMedia[] = {{".RMF"}, {"PROP"}, {"MDPR"}, {"CONT"},
+                             {"DATA"}, {"INDX"}, {"RMMD"}, {"RJMD"}};
+// RFC 9559 5.1: the segment holds everything else.
+constexpr Id kEbml[] = {{"\x1A\x45\xDF\xA3", "EBML header"}, {"\x18\x53\x80\x67", "segment"}};
+// Adobe FLV 10.1, E.4.1: sound, pictures and data, and the same encrypted.
+constexpr Id kFlvTags[] = {{"\x08", "last tag"}, {"\x09", "last tag"}, {"\x12", "last tag"},
+                           {"\x28", "last tag"}, {"\x29", "last tag"}, {"\x32", "last tag"}};
+constexpr Id kOggPage[] = {{"OggS", "last page"}};
+// ASF 3 to 6: the first part of the objects' GUIDs.
+constexpr Id kAsf[] = {
+        {"\x30\x26\xB2\x75", "header object"},         {"\x36\x26\xB2\x75", "data object"},
+        {"\x90\x08\x00\x33"sv, "simple index object"}, {"\xD3\x29\xE2\xD6", "index object"},
+        {"\xF8\x03\xB1\xFE", "media index object"},    {"\xD0\x3F\xB7\x3C", "time code object"}};
 
-// RFC 3533 6: 27 bytes, of which the last counts the lacing values that follow.
-std::optional<Element> readOgg(ByteCursor& cursor) {
-    if (cursor.be32() != fourcc("OggS")) return {};
-    cursor.skip(22);
-    const uint8_t segments = cursor.u8();
-    uint64_t size = uint64_t{27} + segments;
-    for (const uint8_t lacing : cursor.take(segments)) size += lacing;
-    return Element{"the last page", size};
-}
-
-// ASF 3 to 6: the first part of the objects' GUIDs; the size with the header.
-std::optional<Element> readAsf(ByteCursor& cursor) {
-    struct Name {
-        uint32_t guid;
-        const char* name;
-    };
-    static constexpr auto kNames = std::to_array<Name>({{0x75B22630, "the header object"},
-                                                        {0x75B22636, "the data object"},
-                                                        {0x33000890, "the simple index object"},
-                                                        {0xD6E229D3, "the index object"},
-                                                        {0xFEB103F8, "the media index object"},
-                                                        {0x3CB73FD0, "the time code object"}});
-    const auto found = std::ranges::find(kNames, cursor.le32(), &Name::guid);
-    cursor.skip(12);
-    const uint64_t size = cursor.le64();
-    if (found == kNames.end()) return {};
-    return Element{found->name, size != 0 ? size : kUnknownSize};
-}
-
+// What files of a format are made of at the outermost.
 struct Row {
     std::string_view format;
-    Reader read;  // null: it is made of frames, whose sizes only a decoder's parser knows
-    const char* element;
+    std::string_view element;
+    uint64_t (*size)(ByteCursor&);  // kUnknownSize: up to the end; null: only a decoder knows
+    size_t sizeOffset = 0;
+    uint64_t uncounted = 0;     // bytes of an element that its size leaves out
+    std::span<const Id> ids{};  // empty: any four letters
+    size_t idOffset = 0;
+    uint64_t begin = 0;          // of the first
+    bool isZeroUnknown = false;  // as a size
+    bool isPadded = false;       // to an even size
+    uint64_t slackBytes = 0;     // what may be missing of a whole one
 };
 
 // clang-format off
 constexpr auto kRows = std::to_array<Row>({
-    {"mov",       readBox,       "box"},
-    {"avi",       readRiff,      "RIFF chunk"},
-    {"wav",       readRiff,      "RIFF chunk"},
-    {"qcp",       readRiff,      "RIFF chunk"},
-    {"aiff",      readAiff,      "FORM chunk"},
-    {"caf",       readCaf,       "chunk"},
-    {"matroska",  readMatroska,  "segment"},
-    {"flv",       readFlv,       "tag"},
-    {"ogg",       readOgg,       "page"},
-    {"asf",       readAsf,       "object"},
-    {"rm",        readRealMedia, "chunk"},
-    {"mpegts",    nullptr,       "packet"},
-    {"mpeg",      nullptr,       "packet"},
-    {"mp3",       nullptr,       "frame"},
-    {"aac",       nullptr,       "frame"},
-    {"ac3",       nullptr,       "frame"},
-    {"eac3",      nullptr,       "frame"},
-    {"dts",       nullptr,       "frame"},
-    {"flac",      nullptr,       "frame"},
-    {"amr",       nullptr,       "frame"},
-    {"h264",      nullptr,       "frame"},
-    {"hevc",      nullptr,       "frame"},
-    {"m4v",       nullptr,       "frame"},
-    {"mpegvideo", nullptr,       "frame"},
+    // format     element       size       at  more  ids         at  begin  0 = ?  padded  slack
+    {"mov",       "box",        boxSize,   0,  0,    {},         4},
+    {"avi",       "RIFF chunk", little<4>, 4,  8,    kRiff,      0,  0,     true,  true},
+    {"wav",       "RIFF chunk", little<4>, 4,  8,    kRiff,      0,  0,     true,  true},
+    {"qcp",       "RIFF chunk", little<4>, 4,  8,    kRiff,      0,  0,     true,  true},
+    {"aiff",      "FORM chunk", big<4>,    4,  8,    kForm,      0,  0,     true,  true},
+    {"caf",       "chunk",      big<8>,    4,  12,   {},         0,  8},
+    {"matroska",  "segment",    vint,      4,  4,    kEbml},
+    {"flv",       "tag",        big<3>,    1,  15,   kFlvTags,   0,  13},
+    {"ogg",       "page",       lacing,    26, 27,   kOggPage},
+    {"asf",       "object",     little<8>, 16, 0,    kAsf,       0,  0,     true},
+    // FFmpeg writes a DATA that is too large.
+    {"rm",        "chunk",      big<4>,    4,  0,    kRealMedia, 0,  0,     true,  false,  10},
+    {"mpegts",    "packet",     nullptr},
+    {"mpeg",      "packet",     nullptr},
 });
 // clang-format on
+constexpr Row kFrames = {"", "frame", nullptr};
+constexpr auto kOfFrames = std::to_array<std::string_view>(
+        {"mp3", "aac", "ac3", "eac3", "dts", "flac", "amr", "h264", "hevc", "m4v", "mpegvideo"});
+
+const Row* rowOf(std::string_view format) {
+    const auto row = std::ranges::find(kRows, format, &Row::format);
+    if (row != kRows.end()) return &*row;
+    return std::ranges::count(kOfFrames, format) > 0 ? &kFrames : nullptr;
+}
+
+// Empty when no element begins so.
+std::string nameOf(const Row& row, const std::string& id) {
+    if (row.ids.empty()) {
+        const bool isText = std::ranges::all_of(id, [](char c) { return c >= ' ' && c < 127; });
+        return isText ? "the '" + id + "' " + std::string(row.element) : std::string();
+    }
+    const auto known = std::ranges::find_if(
+            row.ids, [&](const Id& each) { return id.starts_with(each.bytes); });
+    if (known == row.ids.end()) return {};
+    return "the " + (known->name.empty() ? id + " chunk" : std::string(known->name));
+}
+
+struct Element {
+    std::string name{};
+    uint64_t sizeBytes = 0;  // 0 = none begins here
+    bool isCut = false;      // inside its header
+};
+
+Element readElement(const Row& row, Bytes bytes) {
+    ByteCursor atId(bytes);
+    atId.skip(row.idOffset);
+    const Bytes id = atId.take(4);
+    const std::string name = nameOf(row, {id.begin(), id.end()});
+    if (!atId.ok() || name.empty()) return {.isCut = !atId.ok()};
+    ByteCursor atSize(bytes);
+    atSize.skip(row.sizeOffset);
+    const uint64_t size = row.size(atSize);
+    const bool isUnknown = size >= kUnknownSize - row.uncounted || (size == 0 && row.isZeroUnknown);
+    return {name, isUnknown ? kUnknownSize : size + row.uncounted, !atSize.ok()};
+}
 
 std::string lack(const std::string& name, uint64_t missing, uint64_t sizeBytes) {
     return name + " lacks " + std::to_string(missing) + " of its " + std::to_string(sizeBytes) +
            " bytes";
 }
 
-// Goes over the elements. What it leaves behind its end is no element, whatever else it may be.
+// Goes over the elements. What it leaves behind its end begins with none.
 Extent walk(const Row& row, const InputFile& file) {
+    constexpr uint64_t kLeastJunk = 128;  // of the size of an old tag; less is of no interest
+    const Extent whole = {.end = file.size()};
     const auto fileSize = static_cast<uint64_t>(file.size());
     std::array<uint8_t, 282> bytes;  // enough for an Ogg page's lacing
-    uint64_t offset = 0;
-    for (int count = 0; offset < fileSize && count < kMaxElements; count++) {
+    uint64_t offset = row.begin;
+    for (int count = 0; count < kMaxElements && (count == 0 || offset < fileSize); count++) {
         const int64_t got = file.readAt(static_cast<int64_t>(offset), bytes);
-        ByteCursor cursor(Bytes(bytes).first(static_cast<size_t>(std::max<int64_t>(got, 0))));
-        const auto element = row.read(cursor);
-        if (!element && cursor.ok()) return {.end = static_cast<int64_t>(offset)};
-        if (!cursor.ok()) {
+        const auto [name, sizeBytes, isCut] = readElement(
+                row, Bytes(bytes).first(static_cast<size_t>(std::max<int64_t>(got, 0))));
+        if (isCut) {
+            const std::string article = row.element.starts_with('o') ? "an " : "a ";
             return {.end = file.size(),
-                    .truncation = std::string("the file ends inside a ") + row.element + " header"};
+                    .truncation = "the file ends inside " + article + std::string(row.element) +
+                                  " header"};
         }
-        if (element->sizeBytes == kUnknownSize) break;
         const uint64_t left = fileSize - offset;
-        if (element->sizeBytes > left && element->sizeBytes - left > element->slackBytes) {
-            return {.end = file.size(),
-                    .truncation =
-                            lack(element->name, element->sizeBytes - left, element->sizeBytes)};
+        const bool isJunk = offset > row.begin && left > kLeastJunk;
+        if (sizeBytes == 0 && isJunk) return {.end = static_cast<int64_t>(offset)};
+        if (sizeBytes == 0 || sizeBytes == kUnknownSize) return whole;
+        if (sizeBytes > left && sizeBytes - left > row.slackBytes) {
+            return {.end = file.size(), .truncation = lack(name, sizeBytes - left, sizeBytes)};
         }
-        offset += element->sizeBytes;
-        // RIFF, AIFF: chunks of an odd size are filled up with a zero.
-        if (row.read == readRiff || row.read == readAiff) offset += offset & 1;
+        offset += sizeBytes;
+        if (row.isPadded) offset += offset & 1;
     }
-    return {.end = file.size()};
+    return whole;
 }
 
 // ISO/IEC 13818-1 2.4.3.2: packets of 188 bytes; with a time before or a checksum behind each.
@@ -236,6 +191,15 @@ std::optional<std::string> cutPacket(const InputFile& file) {
 }
 
 }  // namespace
+
+uint64_t boxSize(ByteCursor& cursor) {
+    uint64_t size = cursor.be32();
+    cursor.skip(4);
+    const bool isLarge = size == 1;
+    if (isLarge) size = cursor.big(8);
+    if (size == 0) return kUnknownSize;
+    return size < (isLarge ? 16 : 8) ? 0 : size;
+}
 
 Fill findFill(const InputFile& file) {
     constexpr int64_t kMostRead = 256 << 20;
@@ -259,33 +223,27 @@ Fill findFill(const InputFile& file) {
 
 Extent measure(std::string_view format, const InputFile& file, const Fill& fill) {
     constexpr int64_t kLeastFill = 64 << 10;  // more than a frame of silence ends in
-    constexpr int64_t kLeastJunk = 128;       // of the size of an old tag; less is of no interest
-    const auto row = std::ranges::find(kRows, format, &Row::format);
-    const Extent whole = {.end = file.size()};
-    if (row == kRows.end()) return whole;
-    Extent extent = row->read != nullptr ? walk(*row, file) : Extent{};
-    const bool isUnlike = row->read != nullptr && extent.end == 0;
-    if (isUnlike || extent.truncation) return {.end = file.size(), .truncation = extent.truncation};
-    const int64_t elementsEnd = extent.end;
-    const int64_t rest = file.size() - elementsEnd;
-    if (row->read != nullptr && rest <= kLeastJunk) return whole;
+    const Row* row = rowOf(format);
+    if (row == nullptr) return {.end = file.size()};
+    const bool hasElements = row->size != nullptr;
+    Extent extent = hasElements ? walk(*row, file) : Extent{};
+    if (extent.end == file.size()) return extent;
 
-    extent.isEndKnown = fill.isBeginKnown || fill.begin <= elementsEnd;
+    const int64_t elementsEnd = extent.end;
+    const int64_t begin = std::max(fill.begin, elementsEnd);
     const bool isFilled = file.size() - fill.begin >= kLeastFill;
-    extent.end = isFilled ? std::max(fill.begin, elementsEnd) : file.size();
-    if (row->read == nullptr && !isFilled) {
-        if (format == "mpegts") extent.truncation = cutPacket(file);
-        return extent;
-    }
-    if (fill.begin <= elementsEnd || row->read == nullptr) {
-        extent.junk = (extent.isEndKnown ? "" : "at least ") +
-                      std::to_string(file.size() - extent.end) + " bytes behind offset " +
-                      std::to_string(extent.end) + ", all of them the same, belong to no " +
-                      row->element;
-    } else {
-        extent.junk = "no " + std::string(row->element) + " begins at offset " +
-                      std::to_string(elementsEnd) + ", and " + std::to_string(rest) +
-                      " bytes are left";
+    const std::string element(row->element);
+    extent.isEndKnown = fill.isBeginKnown || fill.begin <= elementsEnd;
+    extent.end = isFilled ? begin : file.size();
+    if (hasElements && fill.begin > elementsEnd) {
+        extent.junk = "no " + element + " begins at offset " + std::to_string(elementsEnd) +
+                      ", and " + std::to_string(file.size() - elementsEnd) + " bytes are left";
+    } else if (hasElements || isFilled) {
+        extent.junk = (extent.isEndKnown ? "" : "at least ") + std::to_string(file.size() - begin) +
+                      " bytes behind offset " + std::to_string(begin) +
+                      ", all of them the same, belong to no " + element;
+    } else if (format == "mpegts") {
+        extent.truncation = cutPacket(file);
     }
     return extent;
 }

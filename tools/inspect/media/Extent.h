@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,6 +19,12 @@ struct Fill {
 
 // Looks at a bounded part.
 Fill findFill(const InputFile& file);
+
+inline constexpr uint64_t kUnknownSize = std::numeric_limits<uint64_t>::max();
+
+// ISO/IEC 14496-12 4.2: of a whole box, before which the cursor is, and whose header it goes over.
+// 0: this is no box.
+uint64_t boxSize(ByteCursor& cursor);
 
 struct Extent {
     int64_t end = 0;                          // what lies behind is one byte over and over

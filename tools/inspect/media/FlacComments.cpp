@@ -41,7 +41,8 @@ void takeBlock(CommentHeaders& headers, const InputFile& file, uint8_t type, int
     }
     ByteVector bytes(static_cast<size_t>(sizeBytes));
     file.readAt(offset + kBlockHeaderSize, bytes);
-    headers.list.push_back({"FLAC", place, std::move(bytes), offset + kBlockHeaderSize});
+    headers.list.push_back({"FLAC", place, {}, {}});
+    headers.list.back().split(bytes, offset + kBlockHeaderSize);
 }
 
 void readBlocks(CommentHeaders& headers, const InputFile& file, int64_t offset) {

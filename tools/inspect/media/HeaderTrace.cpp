@@ -4,6 +4,7 @@
 #include <array>
 #include <cinttypes>
 #include <cstdio>
+#include <new>
 
 namespace inspect {
 namespace {
@@ -46,12 +47,20 @@ private:
     std::vector<SyntaxElement> mList;
 };
 
+LibAvPtr<AVCodecParameters> parametersOf(AVCodecID codec) {
+    LibAvPtr<AVCodecParameters> parameters(avcodec_parameters_alloc());
+    if (parameters == nullptr) throw std::bad_alloc();
+    parameters->codec_type = AVMEDIA_TYPE_VIDEO;
+    parameters->codec_id = codec;
+    return parameters;
+}
+
 }  // namespace
 
 HeaderTrace::HeaderTrace(AVCodecID codec)
     : mHasStartCodes(codec != AV_CODEC_ID_AV1),
       mBudget(kMaxElements),
-      mFilter(openFilter("trace_headers", codec)) {}
+      mFilter(openFilter("trace_headers", *parametersOf(codec))) {}
 
 std::vector<SyntaxElement> HeaderTrace::read(Bytes unit) {
     constexpr std::array<uint8_t, 4> kStartCode = {0, 0, 0, 1};
@@ -64,9 +73,11 @@ std::vector<SyntaxElement> HeaderTrace::read(Bytes unit) {
     std::ranges::copy(unit, packet->data + before);
 
     Elements elements(mBudget);
-    const LibAvSilence silence([&](const char* line) { elements.hear(line); });
-    if (av_bsf_send_packet(mFilter.get(), packet.get()) < 0) return {};
-    av_bsf_receive_packet(mFilter.get(), packet.get());
+    setLibAvListener([&](const char* line) { elements.hear(line); });
+    if (av_bsf_send_packet(mFilter.get(), packet.get()) >= 0) {
+        av_bsf_receive_packet(mFilter.get(), packet.get());
+    }
+    setLibAvListener(nullptr);
     std::vector<SyntaxElement> found = elements.take();
     mBudget -= std::clamp<size_t>(found.size(), 1, mBudget);  // one without any costs time too
     return found;

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "inspect/base/Utf8.h"
-
 namespace inspect {
 namespace {
 
@@ -33,22 +31,27 @@ std::string headerFault(Bytes header, int64_t fileSize) {
     return claim + "but " + number(fileSize - kId3HeaderSize) + " follow in the file";
 }
 
-// ID3v2.4 4: the first frame from the offset on that cannot be.
-std::string frameFault(const InputFile& file, int64_t offset, int64_t end) {
+std::optional<uint32_t> plain(Bytes bytes) {
+    return ByteCursor(bytes).be32();
+}
+
+// ID3v2.4 4: what is wrong with the first frame from the offset on that cannot be, its size read
+// so; a size of nothing is none.
+std::string frameFault(const InputFile& file, int64_t offset, int64_t end,
+                       std::optional<uint32_t> (*sizeOf)(Bytes)) {
     for (ByteVector frame(kId3HeaderSize); end - offset >= kId3HeaderSize;) {
         file.readAt(offset, frame);
         const std::string id(frame.begin(), frame.begin() + 4);
         if (std::ranges::count(id, '\0') == 4) break;
         const Bytes sizeField = Bytes(frame).subspan(4, 4);
-        const auto size = syncsafe(sizeField);
+        const auto size = sizeOf(sizeField);
         if (!size || *size > end - offset - kId3HeaderSize) {
-            return "frame " + escaped(id) + " at offset " + number(offset) +
-                   " does not fit: its size " + hex(sizeField, " ") + " goes past the end at " +
-                   number(end) + " or is not syncsafe, and plain sizes do not fit either";
+            return "frame " + id + " at offset " + number(offset) + " does not fit: its size " +
+                   hex(sizeField, " ") + " goes past the end at " + number(end) +
+                   " or is not syncsafe, and plain sizes do not fit either";
         }
         if ((frame[9] & 1) != 0 && *size < 4) {
-            return "frame " + escaped(id) + " at offset " + number(offset) +
-                   " has no room for its length";
+            return "frame " + id + " at offset " + number(offset) + " has no room for its length";
         }
         offset += kId3HeaderSize + *size;
     }
@@ -87,7 +90,10 @@ std::string id3Fault(const InputFile& file, Bytes header) {
         }
     }
     if (header[3] != 4) return {};
-    return frameFault(file, kId3HeaderSize + extendedSize, kId3HeaderSize + size);
+    const auto faultBy = [&](std::optional<uint32_t> (*sizeOf)(Bytes)) {
+        return frameFault(file, kId3HeaderSize + extendedSize, kId3HeaderSize + size, sizeOf);
+    };
+    return faultBy(plain).empty() ? std::string() : faultBy(syncsafe);
 }
 
 }  // namespace inspect

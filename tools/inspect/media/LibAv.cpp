@@ -13,48 +13,32 @@ namespace {
 constexpr int kBufferBytes = 1 << 15;
 
 // libav has one callback for the process, without an argument of the user's.
-struct Messages {
-    int listeners = 0;
-    LibAvSilence::Hear hear;
-};
-
-Messages& messages() {
-    static Messages all;
-    return all;
-}
+std::function<void(const char* line)> listener;
 
 void passOn(void* /*source*/, int level, const char* format, va_list arguments) {
-    if (level != AV_LOG_INFO || messages().hear == nullptr) return;
+    if (level != AV_LOG_INFO || listener == nullptr) return;
     std::array<char, 256> line{};
     std::vsnprintf(line.data(), line.size(), format, arguments);
     std::string text(line.data());
     text.erase(text.find_last_not_of("\n ") + 1);
-    messages().hear(text.c_str());
-}
-
-LibAvPtr<AVBSFContext> allocateFilter(const char* name) {
-    const AVBitStreamFilter* filter = av_bsf_get_by_name(name);
-    AVBSFContext* context = nullptr;
-    if (filter == nullptr || av_bsf_alloc(filter, &context) < 0) return nullptr;
-    return LibAvPtr<AVBSFContext>(context);
+    listener(text.c_str());
 }
 
 }  // namespace
 
-LibAvPtr<AVBSFContext> openFilter(const char* name, const AVStream& stream) {
-    auto filter = allocateFilter(name);
-    if (filter == nullptr) return nullptr;
-    if (avcodec_parameters_copy(filter->par_in, stream.codecpar) < 0) return nullptr;
-    filter->time_base_in = stream.time_base;
-    return av_bsf_init(filter.get()) < 0 ? nullptr : std::move(filter);
+void setLibAvListener(std::function<void(const char* line)> hear) {
+    listener = std::move(hear);
+    av_log_set_callback(passOn);
 }
 
-LibAvPtr<AVBSFContext> openFilter(const char* name, AVCodecID codec) {
-    auto filter = allocateFilter(name);
-    if (filter == nullptr) return nullptr;
-    filter->par_in->codec_type = AVMEDIA_TYPE_VIDEO;
-    filter->par_in->codec_id = codec;
-    return av_bsf_init(filter.get()) < 0 ? nullptr : std::move(filter);
+LibAvPtr<AVBSFContext> openFilter(const char* name, const AVCodecParameters& codec) {
+    const AVBitStreamFilter* filter = av_bsf_get_by_name(name);
+    AVBSFContext* context = nullptr;
+    if (filter == nullptr || av_bsf_alloc(filter, &context) < 0) return nullptr;
+    LibAvPtr<AVBSFContext> owned(context);
+    const bool canRun =
+            avcodec_parameters_copy(context->par_in, &codec) >= 0 && av_bsf_init(context) >= 0;
+    return canRun ? std::move(owned) : nullptr;
 }
 
 void LibAvDelete::operator()(AVIOContext* context) const {
@@ -72,12 +56,8 @@ FileStream::FileStream(const InputFile& file, int64_t end) : mFile(file), mEnd(e
 }
 
 void FileStream::limit(int64_t sizeBytes) {
-    mLeft = sizeBytes;
-}
-
-void FileStream::lift() {
     if (mLeft <= 0) mContext->eof_reached = 0;
-    mLeft = kNoLimit;
+    mLeft = sizeBytes;
 }
 
 int FileStream::read(void* self, uint8_t* out, int size) {
@@ -88,7 +68,7 @@ int FileStream::read(void* self, uint8_t* out, int size) {
     if (count < 0) return AVERROR(EIO);
     if (count == 0) return AVERROR_EOF;
     stream.mOffset += count;
-    if (stream.mLeft != kNoLimit) stream.mLeft -= count;
+    stream.mLeft -= count;
     return static_cast<int>(count);
 }
 
@@ -104,16 +84,6 @@ int64_t FileStream::seek(void* self, int64_t offset, int whence) {
     if (offset < 0) return AVERROR(EINVAL);
     stream.mOffset = offset;
     return offset;
-}
-
-LibAvSilence::LibAvSilence(Hear hear) {
-    messages().hear = std::move(hear);
-    if (messages().listeners++ == 0) av_log_set_callback(passOn);
-}
-
-LibAvSilence::~LibAvSilence() {
-    messages().hear = nullptr;
-    if (--messages().listeners == 0) av_log_set_callback(av_log_default_callback);
 }
 
 std::string readingError(int status) {

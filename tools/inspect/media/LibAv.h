@@ -1,4 +1,4 @@
-// Owning handles for libavformat's objects, and its messages kept from the user.
+// Owning handles for libav's objects, and its messages kept from the user.
 
 #pragma once
 
@@ -20,15 +20,15 @@ namespace inspect {
 struct LibAvDelete {
     void operator()(AVFormatContext* context) const { avformat_close_input(&context); }
     void operator()(AVBSFContext* context) const { av_bsf_free(&context); }
+    void operator()(AVCodecParameters* codec) const { avcodec_parameters_free(&codec); }
     void operator()(AVPacket* packet) const { av_packet_free(&packet); }
     void operator()(AVIOContext* context) const;
 };
 template <typename T>
 using LibAvPtr = std::unique_ptr<T, LibAvDelete>;
 
-// A bitstream filter for the stream's packets; null when there is no such filter for it.
-LibAvPtr<AVBSFContext> openFilter(const char* name, const AVStream& stream);
-LibAvPtr<AVBSFContext> openFilter(const char* name, AVCodecID codec);  // for video without a file
+// A bitstream filter for such packets; null when there is no such filter for them.
+LibAvPtr<AVBSFContext> openFilter(const char* name, const AVCodecParameters& codec);
 
 // A byte stream over the file, which outlives it, up to an end.
 class FileStream {
@@ -39,12 +39,11 @@ public:
 
     AVIOContext* get() const { return mContext.get(); }
 
+    static constexpr int64_t kNoLimit = std::numeric_limits<int64_t>::max();
     // Seems to end after so many further bytes.
     void limit(int64_t sizeBytes);
-    void lift();
 
 private:
-    static constexpr int64_t kNoLimit = std::numeric_limits<int64_t>::max();
     static int read(void* self, uint8_t* out, int size);
     static int64_t seek(void* self, int64_t offset, int whence);
 
@@ -55,17 +54,9 @@ private:
     LibAvPtr<AVIOContext> mContext;
 };
 
-// While it lives, libav's messages go nowhere. Those at AV_LOG_INFO, without their ends of line, go
-// to the latest that hears.
-class LibAvSilence {
-public:
-    using Hear = std::function<void(const char* line)>;
-
-    explicit LibAvSilence(Hear hear = nullptr);
-    ~LibAvSilence();
-    LibAvSilence(const LibAvSilence&) = delete;
-    LibAvSilence& operator=(const LibAvSilence&) = delete;
-};
+// Who hears libav's messages at AV_LOG_INFO from now on, without their ends of line. The others,
+// and all of them when it is nobody, go nowhere.
+void setLibAvListener(std::function<void(const char* line)> hear);
 
 // What libav's status, an AVERROR, means for a file, in words.
 std::string readingError(int status);

@@ -19,19 +19,22 @@ constexpr size_t kMaxStreams = 64;
 constexpr int64_t kMaxRead = 32 << 20;
 constexpr size_t kMaxNotes = 8;
 
-// What a stream's first packet and its comment header begin with.
+// What a stream's first packet and its comment header begin with, and where the comments follow.
 struct Codec {
     std::string_view name;
     std::string_view head;
-    std::string_view comments;
+    std::string_view mark;
+    size_t headerSize;
 };
+// FLAC has the header of a metadata block, the last one or not (RFC 9639 10.1).
 constexpr auto kCodecs = std::to_array<Codec>({
-        {"Vorbis", "\x01vorbis"sv, "\x03vorbis"sv},
-        {"Opus", "OpusHead"sv, "OpusTags"sv},
-        {"Theora", "\x80theora"sv, "\x81theora"sv},
-        {"Speex", "Speex   "sv, ""sv},
-        {"VP8", "OVP80\x01"sv, "OVP80\x02 "sv},
-        {"FLAC", "\x7F\x46LAC"sv, ""sv},
+        {"Vorbis", "\x01vorbis"sv, "\x03vorbis"sv, 7},
+        {"Opus", "OpusHead"sv, "OpusTags"sv, 8},
+        {"Theora", "\x80theora"sv, "\x81theora"sv, 7},
+        {"Speex", "Speex   "sv, ""sv, 0},
+        {"VP8", "OVP80\x01"sv, "OVP80\x02 "sv, 7},
+        {"FLAC", "\x7F\x46LAC"sv, "\x04"sv, 4},
+        {"FLAC", "\x7F\x46LAC"sv, "\x84"sv, 4},
 });
 
 struct Stream {
@@ -41,22 +44,9 @@ struct Stream {
     Stream& operator=(const Stream&) = delete;
 
     ogg_stream_state state{};
-    const Codec* codec = nullptr;  // known from the first packet on
+    std::string_view codec;  // by its first packet
     bool isDone = false;
 };
-
-// What stands behind the codec's mark; empty when the packet is no comment header. FLAC has the
-// header of a metadata block (RFC 9639 10.1) in place of a mark.
-std::optional<ByteVector> commentsIn(std::string_view packet, const Codec& codec) {
-    constexpr int kVorbisComment = 4;
-    size_t markSize = codec.comments.size();
-    if (codec.name == "FLAC") {
-        markSize = 4;
-        if (packet.size() < markSize || (packet[0] & 0x7F) != kVorbisComment) return {};
-    }
-    if (!packet.starts_with(codec.comments)) return {};
-    return ByteVector(packet.begin() + static_cast<ptrdiff_t>(markSize), packet.end());
-}
 
 class Search {
 public:
@@ -66,10 +56,10 @@ public:
     Search& operator=(const Search&) = delete;
 
     CommentHeaders run() {
-        while (!isDone() && takePage()) {
+        // All streams begin before any goes on (RFC 3533 4).
+        while (!(mAreAllBegun && areDone()) && takePage()) {
         }
-        for (const auto& [serial, stream] : mStreams) {
-            if (stream.isDone) continue;
+        if (!areDone()) {
             note(mRead < kMaxRead
                          ? "a comment header is not whole at the end,"
                          : "a comment header is not whole within what is looked at, up to");
@@ -83,10 +73,8 @@ private:
         mHeaders.notes.push_back(text + " offset " + std::to_string(mOffset));
     }
 
-    // All streams begin before any goes on (RFC 3533 4).
-    bool isDone() const {
-        return mAreAllBegun &&
-               std::ranges::all_of(mStreams, [](const auto& each) { return each.second.isDone; });
+    bool areDone() const {
+        return std::ranges::all_of(mStreams, [](const auto& each) { return each.second.isDone; });
     }
 
     // Takes a page, or passes over what is none. Returns false at the end of the file.
@@ -126,29 +114,32 @@ private:
             const int status = ogg_stream_packetout(&stream.state, &packet);
             if (status == 0) return;
             if (status < 0) note("pages are missing before");
-            if (status > 0) takePacket(stream, packet);
+            if (status > 0) {
+                takePacket(stream, {packet.packet, static_cast<size_t>(packet.bytes)});
+            }
         }
     }
 
-    void takePacket(Stream& stream, const ogg_packet& packet) {
-        const auto* bytes = static_cast<const char*>(static_cast<const void*>(packet.packet));
-        const std::string_view text(bytes, static_cast<size_t>(packet.bytes));
-        if (stream.codec == nullptr) {
-            const auto found = std::ranges::find_if(
-                    kCodecs, [&](const Codec& codec) { return text.starts_with(codec.head); });
-            if (found != kCodecs.end()) stream.codec = &*found;
-            stream.isDone = found == kCodecs.end();
-            return;
-        }
-        stream.isDone = true;
-        auto comments = commentsIn(text, *stream.codec);
-        if (!comments) return note("no comment header in the packet that ends in the page at");
-        mHeaders.list.push_back({.codec = std::string(stream.codec->name),
-                                 .place = std::to_string(text.size()) +
-                                          " bytes up to the page at offset " +
-                                          std::to_string(mOffset),
-                                 .bytes = std::move(*comments),
-                                 .offset = {}});
+    void takePacket(Stream& stream, Bytes packet) {
+        constexpr size_t kLongestMark = 8;
+        const Bytes begin = packet.first(std::min(packet.size(), kLongestMark));
+        const std::string text(begin.begin(), begin.end());
+        const bool isFirst = stream.codec.empty();
+        const auto found = std::ranges::find_if(kCodecs, [&](const Codec& each) {
+            if (isFirst) return text.starts_with(each.head);
+            return each.name == stream.codec && text.starts_with(each.mark) &&
+                   packet.size() >= each.headerSize;
+        });
+        const bool isKnown = found != kCodecs.end();
+        stream.isDone = !isFirst || !isKnown;
+        if (isFirst && isKnown) stream.codec = found->name;
+        if (isFirst) return;
+        if (!isKnown) return note("no comment header in the packet that ends in the page at");
+        CommentHeader& header = mHeaders.list.emplace_back();
+        header.codec = found->name;
+        header.place = std::to_string(packet.size()) + " bytes up to the page at offset " +
+                       std::to_string(mOffset);
+        header.split(packet.subspan(found->headerSize), {});
     }
 
     const InputFile& mFile;

@@ -33,7 +33,7 @@ void failAsNotMedia(const InputFile& file) {
 }
 
 OpenFile::OpenFile(const InputFile& input) : mInput(input) {
-    const LibAvSilence silence;
+    setLibAvListener(nullptr);
     // No file is known by what one byte over and over says.
     constexpr int64_t kLeastProbed = 64 << 10;
     const Fill fill = findFill(input);

@@ -70,11 +70,8 @@ void findAdtsHeaders(AVFormatContext& file, std::span<Stream> streams) {
 }
 
 void adaptPrivateData(Stream& stream) {
-    switch (stream.codecType) {
-        case kCodecTypeFlac: adaptFlac(stream.privateData); break;
-        case kCodecTypeOpus: adaptOpus(stream); break;
-        default: break;
-    }
+    if (stream.codecType == kCodecTypeFlac) adaptFlac(stream.privateData);
+    if (stream.codecType == kCodecTypeOpus) adaptOpus(stream);
 }
 
 }  // namespace inspect
