@@ -11,6 +11,7 @@ extern "C" {
 #include "inspect/media/CodecMap.h"
 #include "inspect/media/ContainerMap.h"
 #include "inspect/media/Demuxer.h"
+#include "inspect/media/FirstSamples.h"
 #include "inspect/media/PrivateData.h"
 
 namespace inspect {
@@ -159,7 +160,7 @@ MediaFile readMediaFile(const OpenFile& open) {
         file.streams.push_back(readStream(demuxer, *each));
         if (isMisled) file.streams.back().durationUs.reset();
     }
-    findAdtsHeaders(context, file.streams);
+    readFirstSamples(open, demuxer, file.streams);
     for (Stream& each : file.streams) {
         if (each.boxName == "vp09") each.privateData = readVp9Record(open.input(), each.index);
         adaptPrivateData(each);

@@ -25,6 +25,7 @@ struct Stream {
     uint32_t bitRate = 0;
     std::string language;  // empty = unknown
     std::optional<int64_t> durationUs;
+    std::string nothingReadable;  // why no sample of it can be read; empty = some can
 
     struct Video {
         uint32_t width = 0;

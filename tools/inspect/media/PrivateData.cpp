@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <optional>
-#include <set>
 #include <string_view>
 
 #include "zrcodecparser/CodecType.h"
@@ -12,8 +11,6 @@ namespace inspect {
 namespace {
 
 using namespace android;
-
-constexpr int kMaxPackets = 1000;
 
 bool startsWith(Bytes data, std::string_view text) {
     return data.size() >= text.size() &&
@@ -72,11 +69,6 @@ bool hasAdtsHeader(const AVPacket& packet) {
     return packet.size >= 2 && packet.data[0] == 0xFF && (packet.data[1] & 0xF6) == 0xF0;
 }
 
-// AAC without an AudioSpecificConfig of its own.
-bool mayHaveAdtsHeaders(const Stream& stream) {
-    return stream.codec == "aac" && stream.privateData.empty();
-}
-
 }  // namespace
 
 ByteVector readVp9Record(const InputFile& file, int track) {
@@ -100,19 +92,12 @@ ByteVector readVp9Record(const InputFile& file, int track) {
     return record;
 }
 
-void findAdtsHeaders(AVFormatContext& file, std::span<Stream> streams) {
-    std::set<int> open;
-    for (const Stream& stream : streams) {
-        if (mayHaveAdtsHeaders(stream)) open.insert(stream.index);
-    }
-    const LibAvPtr<AVPacket> packet(av_packet_alloc());
-    for (int count = 0; !open.empty() && count < kMaxPackets; count++) {
-        if (av_read_frame(&file, packet.get()) < 0) return;
-        if (open.erase(packet->stream_index) > 0 && hasAdtsHeader(*packet)) {
-            streams[static_cast<size_t>(packet->stream_index)].codecType = kCodecTypeAacAdts;
-        }
-        av_packet_unref(packet.get());
-    }
+bool mayHaveAdtsHeaders(const Stream& stream) {
+    return stream.codec == "aac" && stream.privateData.empty();
+}
+
+void findAdtsHeader(const AVPacket& packet, Stream& stream) {
+    if (mayHaveAdtsHeaders(stream) && hasAdtsHeader(packet)) stream.codecType = kCodecTypeAacAdts;
 }
 
 void adaptPrivateData(Stream& stream) {

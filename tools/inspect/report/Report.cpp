@@ -58,8 +58,9 @@ void judgeTracks(FileReport& report, const MediaFile& file, const Scope& scope) 
     for (const PretendedDevice& device : scope.devices) {
         std::vector<TrackVerdict> verdicts;
         for (TrackReport& track : report.tracks) {
-            const TrackFaults faults = {
-                    .unreadable = {}, .brokenData = {}, .endsProcess = track.found.fatal};
+            const TrackFaults faults = {.unreadable = track.stream.nothingReadable,
+                                        .brokenData = {},
+                                        .endsProcess = track.found.fatal};
             track.verdicts.push_back(judge(track.stream, file.container.hasWholeFrames, track.facts,
                                            faults, device));
         }
