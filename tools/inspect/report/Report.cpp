@@ -85,8 +85,11 @@ void fill(FileReport& report, const OpenFile& open, const Scope& scope, PictureF
     judgeTracks(report, file, scope);
     report.tags = session.readTags(open);
     const auto keyFrames = scope.frames ? compareKeyFrames(open, file) : std::map<int, KeyFrames>{};
+    const auto verified = scope.verify ? verifySamples(open, file) : std::map<int, Verification>{};
     for (TrackReport& track : report.tracks) {
         callGlue(track, session, scope);
+        const auto verification = verified.find(track.stream.index);
+        if (verification != verified.end()) track.verification = verification->second;
         const auto found = keyFrames.find(track.stream.index);
         if (found != keyFrames.end()) track.keyFrames = found->second;
     }

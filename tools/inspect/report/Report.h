@@ -12,6 +12,7 @@
 #include "inspect/callers/Pictures.h"
 #include "inspect/callers/Session.h"
 #include "inspect/callers/Verdict.h"
+#include "inspect/callers/Verify.h"
 
 namespace inspect {
 
@@ -20,6 +21,7 @@ struct Scope {
     std::vector<PretendedDevice> devices;  // at least one; the first is the one that is shown
     bool explain = false;                  // codec data byte by byte
     bool frames = false;                   // key frames
+    bool verify = false;                   // whether the samples are there
     bool component = false;                // what a component is sent
     bool legacy = false;                   // what older parsers get
     ComponentOptions componentOptions;
@@ -35,6 +37,7 @@ struct TrackReport {
     std::optional<PcmDump> dump;
     std::vector<Record> explanations;
     std::optional<KeyFrames> keyFrames;  // of a video track
+    std::optional<Verification> verification;
     std::vector<Call> component;
     std::vector<Call> legacy;
 };
