@@ -89,9 +89,9 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
             "track's MIME type,\nits codec data, whether it plays on a device, and the tags.",
             "zrinspect");
     app.footer(
-            "Exit status: 0 when every file was described, 1 when one could not be read or is "
-            "truncated,\nor a file could not be written, 2 for a wrong command line, 3 when "
-            "--check is not met.");
+            "Exit status: 0 when every file was described, 1 when one could not be read, is "
+            "truncated or fails\n--verify, or a file could not be written, 2 for a wrong command "
+            "line, 3 when --check is not met.");
     app.set_version_flag("--version", android::ZRCODECPARSER_VERSION,
                          "Print the library's version");
     app.add_option("FILE", options.files, "Files to look at; - is standard input")
@@ -110,6 +110,8 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
     addGlueOptions(app, options.scope);
     app.add_flag("--frames", options.scope.frames,
                  "Compare the key frames that the library finds with those marked");
+    app.add_flag("--verify", options.scope.verify,
+                 "Read every sample and say whether they are all there, whole and in order");
     addOutputOptions(app, options);
     DeviceOptions device;
     addDeviceOptions(app, device);

@@ -18,6 +18,7 @@
 #include "inspect/report/Comparison.h"
 #include "inspect/report/JsonReport.h"
 #include "inspect/report/TextReport.h"
+#include "inspect/report/VerifyText.h"
 
 namespace inspect {
 namespace {
@@ -50,11 +51,17 @@ std::string forTerminal(const std::string& text) {
 
 // One line for each thing that went wrong. Returns whether something did.
 bool complain(const FileReport& report) {
-    for (const std::string& text : report.outputErrors) complain(text);
-    std::string text = report.error;
-    if (report.truncation) text = "is truncated: " + *report.truncation;
-    if (!text.empty()) complain(report.path + ": " + text);
-    return !text.empty() || !report.outputErrors.empty();
+    std::vector<std::string> lines = report.outputErrors;
+    const std::string file = report.path + ": ";
+    if (!report.error.empty()) lines.push_back(file + report.error);
+    if (report.truncation) lines.push_back(file + "is truncated: " + *report.truncation);
+    for (const TrackReport& track : report.tracks) {
+        const std::string fault = track.verification ? faultText(*track.verification) : "";
+        if (fault.empty()) continue;
+        lines.push_back(file + "track " + std::to_string(track.stream.index) + ": " + fault);
+    }
+    for (const std::string& line : lines) complain(line);
+    return !lines.empty();
 }
 
 // Whether all plays on every device that --check asks for.

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "inspect/base/Progress.h"
 #include "inspect/callers/Hooks.h"
-#include "inspect/media/Demuxer.h"
+#include "inspect/media/Samples.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 
@@ -87,17 +86,6 @@ std::map<int, Track> openTracks(const MediaFile& file, const Demuxer& demuxer) {
     return tracks;
 }
 
-void readTracks(AVFormatContext& context, std::map<int, Track>& tracks, Progress& progress) {
-    const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
-    const LibAvPtr<AVPacket> packet(av_packet_alloc());
-    while (av_read_frame(&context, packet.get()) >= 0) {
-        progress.show(avio_tell(context.pb));
-        const auto track = tracks.find(packet->stream_index);
-        if (track != tracks.end()) track->second.add(*helper, *packet);
-        av_packet_unref(packet.get());
-    }
-}
-
 }  // namespace
 
 std::map<int, KeyFrames> compareKeyFrames(const OpenFile& open, const MediaFile& file) {
@@ -107,8 +95,11 @@ std::map<int, KeyFrames> compareKeyFrames(const OpenFile& open, const MediaFile&
     auto tracks = openTracks(file, demuxer);
     std::map<int, KeyFrames> results;
     if (tracks.empty()) return results;
-    Progress progress(file.path, open.input().size());
-    readTracks(demuxer.context(), tracks, progress);
+    const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
+    walkSamples(open, demuxer, [&](AVPacket& packet) {
+        const auto track = tracks.find(packet.stream_index);
+        if (track != tracks.end()) track->second.add(*helper, packet);
+    });
     for (const auto& [index, track] : tracks) results.emplace(index, track.result());
     return results;
 }

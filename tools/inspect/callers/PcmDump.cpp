@@ -2,10 +2,9 @@
 
 #include <algorithm>
 
-#include "inspect/base/Progress.h"
 #include "inspect/callers/Hooks.h"
 #include "inspect/callers/PcmFormat.h"
-#include "inspect/media/Demuxer.h"
+#include "inspect/media/Samples.h"
 #include "platform/Host.h"
 #include "zrcodecparser/WavDump.h"
 
@@ -97,22 +96,16 @@ private:
     uint64_t mCutBytes = 0;
 };
 
-void readPackets(const InputFile& input, const Demuxer& demuxer, int index, Dump& dump) {
-    AVFormatContext& context = demuxer.context();
+void readPackets(const OpenFile& open, const Demuxer& demuxer, int index, Dump& dump) {
     for (AVStream* stream : demuxer.streams()) {
         if (stream->index != index) stream->discard = AVDISCARD_ALL;
     }
-    Progress progress(input.path(), input.size());
-    const LibAvPtr<AVPacket> packet(av_packet_alloc());
-    int status = 0;
-    while ((status = av_read_frame(&context, packet.get())) >= 0) {
-        progress.show(avio_tell(context.pb));
-        if (packet->stream_index == index) {
-            dump.add({packet->data, static_cast<size_t>(packet->size)});
+    const int status = walkSamples(open, demuxer, [&](const AVPacket& packet) {
+        if (packet.stream_index == index) {
+            dump.add({packet.data, static_cast<size_t>(packet.size)});
         }
-        av_packet_unref(packet.get());
-    }
-    if (status != AVERROR_EOF) failOn(input.path(), readingError(status));
+    });
+    if (status != AVERROR_EOF) failOn(open.input().path(), readingError(status));
 }
 
 }  // namespace
@@ -144,7 +137,7 @@ PcmDump dumpPcm(const std::string& path, const OutputRules& rules, const OpenFil
     PcmDump result{.path = path, .frames = 0, .cutBytes = 0};
     {
         Dump dump(path, other, format, stream.audio);
-        readPackets(open.input(), demuxer, stream.index, dump);
+        readPackets(open, demuxer, stream.index, dump);
         result.frames = dump.frames();
         result.cutBytes = dump.cutBytes();
     }

@@ -188,7 +188,9 @@ std::string words(const Protection& protection) {
 
 Verdict withoutChain(const Stream& stream, const Offer& offer, const TrackFacts& facts,
                      const TrackFaults& faults, const PretendedDevice& device) {
-    if (!faults.unreadable.empty()) return because(Play::kNothingReadable, faults.unreadable);
+    if (!stream.nothingReadable.empty()) {
+        return because(Play::kNothingReadable, stream.nothingReadable);
+    }
     if (stream.protection) return because(Play::kEncrypted, words(*stream.protection));
     const std::string& fatal = offer.fatal.empty() ? faults.endsProcess : offer.fatal;
     if (!fatal.empty()) {

@@ -45,7 +45,6 @@ struct Verdict {
 
 // What is wrong with a track wherever it is played; empty = nothing.
 struct TrackFaults {
-    std::string unreadable;   // no sample of it can be read
     std::string brokenData;   // no decoder can start from its codec data
     std::string endsProcess;  // the assertion that its codec data would fail
 };

@@ -92,6 +92,7 @@ std::string readingError(int status) {
         case AVERROR(EIO): return "the disk cannot be read";
         case AVERROR(EPERM): return "it names other files, which are not read";
         case AVERROR(ENOMEM): return "it asks for more memory than there is";
+        case AVERROR_EXIT: return "its samples do not come to an end";
         case AVERROR_INVALIDDATA: return "its headers make no sense";
         default: return "its headers cannot be read";
     }

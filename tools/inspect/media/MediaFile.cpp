@@ -15,6 +15,7 @@ extern "C" {
 #include "inspect/media/CodecMap.h"
 #include "inspect/media/ContainerMap.h"
 #include "inspect/media/Demuxer.h"
+#include "inspect/media/FirstSamples.h"
 #include "inspect/media/PrivateData.h"
 #include "inspect/media/Protection.h"
 
@@ -196,7 +197,7 @@ MediaFile readMediaFile(const OpenFile& open) {
         if (isMisled) file.streams.back().durationUs.reset();
     }
     findProtection(open, context, file.streams);
-    findAdtsHeaders(context, file.streams);
+    readFirstSamples(open, demuxer, file.streams);
     for (Stream& each : file.streams) {
         if (each.boxName == "vp09") each.privateData = readVp9Record(open.input(), each.index);
         adaptPrivateData(each);

@@ -35,6 +35,7 @@ struct Stream {
     std::optional<int> profile;  // libavcodec's numbers
     std::optional<int> level;
     std::optional<Protection> protection;
+    std::string nothingReadable;  // why no sample of it can be read; empty = some can
 
     struct Video {
         uint32_t width = 0;

@@ -1,7 +1,7 @@
 #include "inspect/media/PrivateData.h"
 
 #include <optional>
-#include <set>
+#include <string_view>
 
 #include "inspect/media/Boxes.h"
 #include "zrcodecparser/CodecType.h"
@@ -10,8 +10,6 @@ namespace inspect {
 namespace {
 
 using namespace android;
-
-constexpr int kMaxPackets = 1000;
 
 // RFC 9639 8: the marker, then a metadata block header: last block, type 0, 24-bit size.
 void adaptFlac(ByteVector& data) {
@@ -39,11 +37,6 @@ bool hasAdtsHeader(const AVPacket& packet) {
     return packet.size >= 2 && packet.data[0] == 0xFF && (packet.data[1] & 0xF6) == 0xF0;
 }
 
-// AAC without an AudioSpecificConfig of its own.
-bool mayHaveAdtsHeaders(const Stream& stream) {
-    return stream.codec == "aac" && stream.privateData.empty();
-}
-
 }  // namespace
 
 ByteVector readVp9Record(const InputFile& file, int track) {
@@ -54,19 +47,12 @@ ByteVector readVp9Record(const InputFile& file, int track) {
     return record ? readContent(file, *record) : ByteVector();
 }
 
-void findAdtsHeaders(AVFormatContext& file, std::span<Stream> streams) {
-    std::set<int> open;
-    for (const Stream& stream : streams) {
-        if (mayHaveAdtsHeaders(stream)) open.insert(stream.index);
-    }
-    const LibAvPtr<AVPacket> packet(av_packet_alloc());
-    for (int count = 0; !open.empty() && count < kMaxPackets; count++) {
-        if (av_read_frame(&file, packet.get()) < 0) return;
-        if (open.erase(packet->stream_index) > 0 && hasAdtsHeader(*packet)) {
-            streams[static_cast<size_t>(packet->stream_index)].codecType = kCodecTypeAacAdts;
-        }
-        av_packet_unref(packet.get());
-    }
+bool mayHaveAdtsHeaders(const Stream& stream) {
+    return stream.codec == "aac" && stream.privateData.empty();
+}
+
+void findAdtsHeader(const AVPacket& packet, Stream& stream) {
+    if (mayHaveAdtsHeaders(stream) && hasAdtsHeader(packet)) stream.codecType = kCodecTypeAacAdts;
 }
 
 void adaptPrivateData(Stream& stream) {

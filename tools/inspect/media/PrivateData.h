@@ -2,16 +2,16 @@
 
 #pragma once
 
-#include <span>
-
 #include "inspect/media/LibAv.h"
 #include "inspect/media/MediaFile.h"
 
 namespace inspect {
 
-// Finds the AAC streams whose frames stand behind ADTS headers, which have a codec code of their
-// own, with which no private data go. Reads packets off the file.
-void findAdtsHeaders(AVFormatContext& file, std::span<Stream> streams);
+// AAC without an AudioSpecificConfig of its own.
+bool mayHaveAdtsHeaders(const Stream& stream);
+// Of the first packet: AAC behind ADTS headers has a codec code of its own, with which no private
+// data go.
+void findAdtsHeader(const AVPacket& packet, Stream& stream);
 
 // The box vpcC, VP Codec ISO Media File Format Binding 2.2, which the demuxer reads and drops;
 // nothing of a file that has none for the track.

@@ -6,6 +6,7 @@
 #include "inspect/base/Utf8.h"
 #include "inspect/callers/PcmFormat.h"
 #include "inspect/report/TagRows.h"
+#include "inspect/report/VerifyText.h"
 #include "zrcodecparser/MediaDefs.h"
 
 namespace inspect {
@@ -63,10 +64,13 @@ Json arrayOf(const List& list, ToJson toJson) {
     return array;
 }
 
+template <typename T>
+Json orNull(const std::optional<T>& value) {
+    return value ? Json(*value) : Json();
+}
+
 Json datumToJson(const CodecDatum& datum) {
-    return {{"key", datum.key},
-            {"bytes", datum.sizeBytes ? Json(*datum.sizeBytes) : Json()},
-            {"text", toText(datum.words)}};
+    return {{"key", datum.key}, {"bytes", orNull(datum.sizeBytes)}, {"text", toText(datum.words)}};
 }
 
 Json lineToJson(const host::LogLine& line) {
@@ -101,7 +105,7 @@ Json keyFramesToJson(const KeyFrames& frames) {
     const auto disputeToJson = [](const auto& dispute) -> Json {
         const auto& [sample, timeUs, libraryCallsKey] = dispute;
         return {{"sample", sample},
-                {"timeUs", timeUs ? Json(*timeUs) : Json()},
+                {"timeUs", orNull(timeUs)},
                 {"library", libraryCallsKey},
                 {"marked", !libraryCallsKey}};
     };
@@ -155,6 +159,35 @@ Json stepToJson(const Step& step) {
     return {{"what", toText(step.what)}, {"answer", toText(step.answer)}};
 }
 
+Json faultyToJson(const FaultySamples& samples) {
+    if (samples.count == 0) return {{"count", 0}, {"first", nullptr}};
+    const auto& [sample, timeUs, offset] = samples.first;
+    return {{"count", samples.count},
+            {"first",
+             {{"sample", sample}, {"timeUs", orNull(timeUs)}, {"offset", orNull(offset)}}}};
+}
+
+Json verificationToJson(const Verification& found) {
+    Json json = {{"fault", textOrNull(faultText(found))},
+                 {"samples", found.samples},
+                 {"readable", found.readable},
+                 {"outside", faultyToJson(found.outside)},
+                 {"missingBytes", found.missingBytes},
+                 {"cut", faultyToJson(found.cut)},
+                 {"unitLengths", found.hasUnitLengths},
+                 {"brokenUnits", faultyToJson(found.brokenUnits)},
+                 {"backward", faultyToJson(found.backward)},
+                 {"gapAtUs", orNull(found.gapAtUs)},
+                 {"gapUs", found.gapUs},
+                 {"endUs", orNull(found.endUs)},
+                 {"readToEnd", found.isReadToEnd}};
+    if (!found.isVideo) return json;
+    json["keyFrames"] = found.keyFrames;
+    json["keyDistance"] = found.keyDistance;
+    json["keyDistanceUs"] = found.keyDistanceUs;
+    return json;
+}
+
 Json trackToJson(const TrackReport& track, std::span<const PretendedDevice> devices) {
     Json json = {{"index", track.stream.index},
                  {"kind", toString(track.stream.kind)},
@@ -179,6 +212,7 @@ Json trackToJson(const TrackReport& track, std::span<const PretendedDevice> devi
     if (!track.explanations.empty())
         json["explanations"] = arrayOf(track.explanations, recordToJson);
     if (track.keyFrames) json["keyFrames"] = keyFramesToJson(*track.keyFrames);
+    if (track.verification) json["verify"] = verificationToJson(*track.verification);
     if (!track.component.empty()) json["component"] = arrayOf(track.component, callToJson);
     if (!track.legacy.empty()) json["legacy"] = arrayOf(track.legacy, callToJson);
     return json;

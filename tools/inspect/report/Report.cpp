@@ -60,8 +60,7 @@ void judgeFor(const PretendedDevice& device, FileReport& report, const MediaFile
               bool isFixed) {
     std::vector<JudgedTrack> tracks;
     for (TrackReport& track : report.tracks) {
-        const TrackFaults faults = {.unreadable = {},
-                                    .brokenData = track.found.brokenData,
+        const TrackFaults faults = {.brokenData = track.found.brokenData,
                                     .endsProcess = track.found.fatal};
         track.verdicts.push_back(
                 judge(track.stream, file.container.hasWholeFrames, track.facts, faults, device));
@@ -90,8 +89,11 @@ void fill(FileReport& report, const OpenFile& open, const Scope& scope, PictureF
     }
     report.tags = session.readTags(open);
     const auto keyFrames = scope.frames ? compareKeyFrames(open, file) : std::map<int, KeyFrames>{};
+    const auto verified = scope.verify ? verifySamples(open, file) : std::map<int, Verification>{};
     for (TrackReport& track : report.tracks) {
         callGlue(track, session, scope);
+        const auto verification = verified.find(track.stream.index);
+        if (verification != verified.end()) track.verification = verification->second;
         const auto found = keyFrames.find(track.stream.index);
         if (found != keyFrames.end()) track.keyFrames = found->second;
     }

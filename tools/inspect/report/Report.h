@@ -13,6 +13,7 @@
 #include "inspect/callers/Pictures.h"
 #include "inspect/callers/Session.h"
 #include "inspect/callers/Verdict.h"
+#include "inspect/callers/Verify.h"
 
 namespace inspect {
 
@@ -22,6 +23,7 @@ struct Scope {
     bool fix = false;                      // what to change
     bool explain = false;                  // codec data byte by byte
     bool frames = false;                   // key frames
+    bool verify = false;                   // whether the samples are there
     bool component = false;                // what a component is sent
     bool legacy = false;                   // what older parsers get
     ComponentOptions componentOptions;
@@ -37,6 +39,7 @@ struct TrackReport {
     std::optional<PcmDump> dump;
     std::vector<Record> explanations;
     std::optional<KeyFrames> keyFrames;  // of a video track
+    std::optional<Verification> verification;
     std::vector<Call> component;
     std::vector<Call> legacy;
 };

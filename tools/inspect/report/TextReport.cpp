@@ -7,6 +7,7 @@
 #include "inspect/base/Utf8.h"
 #include "inspect/callers/PcmFormat.h"
 #include "inspect/report/TextParts.h"
+#include "inspect/report/VerifyText.h"
 #include "zrcodecparser/CodecType.h"
 #include "zrcodecparser/FormatKeys.h"
 
@@ -143,6 +144,7 @@ void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
         out << kIndent << paint(style, kYellow, escaped(note)) << '\n';
     }
     if (track.keyFrames) printKeyFrames(out, *track.keyFrames);
+    if (track.verification) printVerification(out, *track.verification, style);
     for (const Record& each : track.explanations) printRecord(out, each, style);
     printCalls(out, "component", track.component, style);
     printCalls(out, "older parsers", track.legacy, style);

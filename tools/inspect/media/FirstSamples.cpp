@@ -1,0 +1,69 @@
+#include "inspect/media/FirstSamples.h"
+
+#include <optional>
+#include <set>
+
+#include "inspect/media/PrivateData.h"
+#include "inspect/media/Samples.h"
+
+namespace inspect {
+namespace {
+
+// Empty when some sample lies inside the file; of a track with entries in a whole index.
+std::string whyOutside(const OpenFile& open, AVStream& stream) {
+    std::optional<IndexEntry> first;
+    bool isInside = false;
+    visitIndex(open, stream, [&](const IndexEntry& entry) {
+        isInside = entry.sizeBytes > 0 && entry.missingBytes == 0;
+        if (!first && entry.sizeBytes > 0) first = entry;
+        return !isInside;
+    });
+    if (isInside) return {};
+    if (!first) return "all samples of the track are empty";
+    const bool isCut = first->missingBytes < first->sizeBytes;
+    const int64_t place = isCut ? first->offset + first->sizeBytes : first->offset;
+    return std::string("no sample of the track lies inside the file: the first ") +
+           (isCut ? "ends" : "begins") + " at offset " + std::to_string(place) +
+           ", the file ends at " + std::to_string(open.extent().end);
+}
+
+// Those of which nothing is read up to the end. Empty when the end lies too far.
+std::set<int> readUntilFound(AVFormatContext& context, std::set<int> sought,
+                             std::span<Stream> streams) {
+    constexpr int kMostPackets = 1000;
+    int64_t bytesLeft = 8 << 20;
+    const LibAvPtr<AVPacket> packet(av_packet_alloc());
+    for (int count = 0; count < kMostPackets && bytesLeft > 0 && !sought.empty(); count++) {
+        if (av_read_frame(&context, packet.get()) < 0) return sought;
+        bytesLeft -= packet->size;
+        const bool isWhole = (packet->flags & AV_PKT_FLAG_CORRUPT) == 0;
+        if (isWhole && sought.erase(packet->stream_index) > 0) {
+            findAdtsHeader(*packet, streams[static_cast<size_t>(packet->stream_index)]);
+        }
+        av_packet_unref(packet.get());
+    }
+    return {};
+}
+
+}  // namespace
+
+void readFirstSamples(const OpenFile& open, const Demuxer& demuxer, std::span<Stream> streams) {
+    std::set<int> sought;
+    for (Stream& stream : streams) {
+        AVStream& source = *demuxer.streams()[static_cast<size_t>(stream.index)];
+        const bool isIndexed = hasWholeIndex(open) && avformat_index_get_entries_count(&source) > 0;
+        const bool mustHaveSamples = stream.kind == Kind::kVideo || stream.kind == Kind::kAudio;
+        if (isIndexed && stream.kind != Kind::kOther) {
+            stream.nothingReadable = whyOutside(open, source);
+        }
+        const bool mayHaveHeaders = mayHaveAdtsHeaders(stream) && stream.nothingReadable.empty();
+        if (mayHaveHeaders || (mustHaveSamples && !isIndexed)) sought.insert(stream.index);
+    }
+    for (const int index : readUntilFound(demuxer.context(), sought, streams)) {
+        streams[static_cast<size_t>(index)].nothingReadable =
+                hasWholeIndex(open) ? "the track has no samples"
+                                    : "no whole sample of the track comes before the file's end";
+    }
+}
+
+}  // namespace inspect

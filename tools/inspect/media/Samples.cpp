@@ -1,0 +1,75 @@
+#include "inspect/media/Samples.h"
+
+extern "C" {
+#include <libavutil/mem.h>
+}
+
+#include <algorithm>
+
+#include "inspect/base/Progress.h"
+
+namespace inspect {
+namespace {
+
+// No sample takes more, whatever its size says.
+class MemoryLimit {
+public:
+    MemoryLimit() { av_max_alloc(size_t{512} << 20); }
+    ~MemoryLimit() { av_max_alloc(std::numeric_limits<int>::max()); }  // as it is at first
+    MemoryLimit(const MemoryLimit&) = delete;
+    MemoryLimit& operator=(const MemoryLimit&) = delete;
+};
+
+// How many samples the index holds of the streams that are read.
+int64_t indexedSamples(const Demuxer& demuxer) {
+    int64_t count = 0;
+    for (const AVStream* stream : demuxer.streams()) {
+        if (stream->discard < AVDISCARD_ALL) count += avformat_index_get_entries_count(stream);
+    }
+    return count;
+}
+
+}  // namespace
+
+bool hasWholeIndex(const OpenFile& open) {
+    return open.format() == "mov";
+}
+
+void visitIndex(const OpenFile& open, AVStream& stream,
+                const std::function<bool(const IndexEntry&)>& visit) {
+    const int count = avformat_index_get_entries_count(&stream);
+    for (int i = 0; i < count; i++) {
+        const AVIndexEntry& entry = *avformat_index_get_entry(&stream, i);
+        const int64_t size = entry.size;
+        const int64_t end = open.extent().end;
+        const int64_t there = entry.pos < 0 || entry.pos > end ? 0 : end - entry.pos;
+        const int64_t missing = std::max<int64_t>(0, size - there);
+        if (!visit({entry.pos, size, entry.timestamp, missing})) return;
+    }
+}
+
+int walkSamples(const OpenFile& open, const Demuxer& demuxer,
+                const std::function<void(AVPacket&)>& visit) {
+    constexpr int64_t kMostSamples = 1 << 24;
+    // Samples may lie one upon the other, but not all of them.
+    int64_t bytesLeft = 4 * std::min(open.input().size(), int64_t{1} << 60) + (64 << 20);
+    const MemoryLimit limit;
+    Progress progress(open.input().path(), open.input().size());
+    const LibAvPtr<AVPacket> packet(av_packet_alloc());
+    for (int64_t count = 1; count <= kMostSamples && bytesLeft >= 0; count++) {
+        const int status = av_read_frame(&demuxer.context(), packet.get());
+        progress.show(avio_tell(demuxer.context().pb));
+        const bool isBehindEnd = status == AVERROR_EOF || status == AVERROR_INVALIDDATA;
+        if (isBehindEnd && hasWholeIndex(open)) {
+            if (count < indexedSamples(demuxer)) continue;
+            return AVERROR_EOF;
+        }
+        if (status < 0) return status;
+        bytesLeft -= packet->size;
+        visit(*packet);
+        av_packet_unref(packet.get());
+    }
+    return AVERROR_EXIT;
+}
+
+}  // namespace inspect

@@ -1,0 +1,33 @@
+// The samples of a file, one after the other, and what the container's index tells of them.
+
+#pragma once
+
+#include <functional>
+
+#include "inspect/media/Demuxer.h"
+
+namespace inspect {
+
+// Whether the demuxer's index holds every sample of every track, also those behind the file's end.
+bool hasWholeIndex(const OpenFile& open);
+
+// Of a whole index.
+struct IndexEntry {
+    int64_t offset;
+    int64_t sizeBytes;
+    int64_t time;          // of decoding, in the stream's time base
+    int64_t missingBytes;  // of the sample, behind the end of the media
+};
+
+// Up to the first entry for which the visit returns false.
+void visitIndex(const OpenFile& open, AVStream& stream,
+                const std::function<bool(const IndexEntry&)>& visit);
+
+// Reads the samples of the streams that are not discarded, and shows on a terminal how far it is.
+// Goes past samples that a whole index places behind the end. The visit may change the packet.
+// Returns libav's status: AVERROR_EOF at the end, AVERROR_EXIT when the file has samples without
+// an end.
+int walkSamples(const OpenFile& open, const Demuxer& demuxer,
+                const std::function<void(AVPacket&)>& visit);
+
+}  // namespace inspect
