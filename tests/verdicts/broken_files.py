@@ -177,7 +177,7 @@ BROKEN_FILES = [
     Broken('avcc_zeros.mp4', ONE_AVC, in_box(b'avcC', 0, bytes(36)), DOES_NOT_PLAY, {0: BROKEN}),
     Broken('hvc1_with_avcc.mp4', ONE_AVC, renamed(b'avc1', b'hvc1', b'avcC', b'hvcC'),
            DOES_NOT_PLAY, {0: BROKEN}),
-    Broken('hvcc_missing.mp4', 'hevc_high_tier.mp4', renamed(b'hvcC', b'free'), DOES_NOT_PLAY,
+    Broken('hvcc_missing.mp4', 'hevc_main_hev1.mp4', renamed(b'hvcC', b'free'), DOES_NOT_PLAY,
            {0: BROKEN}),
     Broken('nal_lengths.mp4', ONE_AVC, nal_lengths, DOES_NOT_PLAY, {0: BROKEN + NOTHING}),
     Broken('esds_missing.m4a', AAC, renamed(b'esds', b'free'), DOES_NOT_PLAY, {0: BROKEN}),
@@ -189,7 +189,8 @@ BROKEN_FILES = [
            DOES_NOT_PLAY + UNREADABLE, {0: BROKEN + NOTHING}),
     Broken('channels_0.wav', 'pcm_16.wav', lambda content: put(content, 22, bytes(2)),
            DOES_NOT_PLAY + UNREADABLE, {0: BROKEN + NOTHING}),
-    Broken('no_samples.wav', 'pcm_16.wav', lambda content: content[:44], DOES_NOT_PLAY,
+    Broken('no_samples.wav', 'pcm_16.wav', lambda content: content[:content.index(b'data') + 4] + bytes(4),
+           DOES_NOT_PLAY + UNREADABLE,
            {0: NOTHING}),
 ]
 
