@@ -6,6 +6,7 @@ import argparse
 import json
 import subprocess
 import sys
+from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 import broken_files
@@ -101,8 +102,7 @@ class Check:
         self.blame(row.name, index, f"track {track['index']}", problems, numbers)
         return admitted[0], decoder
 
-    def check_good(self, row, file, alone):
-        known = facts.probe(self.inspector.folder / row.name)
+    def check_good(self, row, file, alone, known):
         if set(known) != {track['index'] for track in file.get('tracks', [])}:
             self.wrong.append(f'{row.name}: other tracks than ffprobe\'s')
             return
@@ -138,8 +138,10 @@ class Check:
         report = self.inspector(self.devices, files)['files']
         alone = [self.inspector([device], [row.name for row in good])['files']
                  for device in self.devices]
+        with ThreadPoolExecutor(2) as pool:
+            known = list(pool.map(lambda row: facts.probe(self.inspector.folder / row.name), good))
         for number, row in enumerate(good):
-            self.check_good(row, report[number], [each[number] for each in alone])
+            self.check_good(row, report[number], [each[number] for each in alone], known[number])
         for row, file in zip(broken, report[len(good):]): self.check_broken(row, file)
         return report
 

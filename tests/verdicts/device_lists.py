@@ -141,7 +141,8 @@ def dumped_decoder(kind, name, block):
     decoder = Decoder(name, kind, software=bool(re.search(r'software-only:\s*1', block)))
     profiles = re.search(r'profile/levels\s*:\s*\[(.*?)\]', block, re.S)
     if profiles:
-        decoder.pairs = [(int(p), int(l)) for p, l in re.findall(r'(\d+)/(\d+)', profiles[1])]
+        numbers = re.sub(r'\([^)]*\)', '', profiles[1])  # the words in brackets have some too
+        decoder.pairs = [(int(p), int(l)) for p, l in re.findall(r'(\d+)/(\d+)', numbers)]
     for key, value in re.findall(r'(?:string|int32_t)\s+([\w-]+)\s*=\s*"?([^"\n]*)"?', block):
         if key in DETAILS:
             limit, read = DETAILS[key]

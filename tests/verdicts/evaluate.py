@@ -40,6 +40,7 @@ ASKED = {
     226: 'audio/mp4a-latm audio/aac-adts', 227: 'audio/mpeg-l1', 228: 'audio/opus',
     229: 'audio/alac audio/x-zr-alac', 233: 'audio/mha1', 234: 'audio/mhm1',
 }
+OFFERED_ANYWAY = 101, 204, 233, 234
 NOT_SUPPORTED = 'audio/notsupport', 'video/notsupport'
 
 
@@ -129,12 +130,13 @@ def counting(decoders, types):
 
 def judge(decoders, code, mime, facts):
     """Verdict, decoder's name, why not. The MIME type is the one that the library stored for a
-    device of these decoders."""
-    if mime in NOT_SUPPORTED:
-        helpful = counting(decoders, ASKED.get(code, '').split())
-        if helpful: return f'offered, as there is {helpful[0].name}', None, ''
-        return ('no-decoder' if code in ASKED else 'not-supported'), None, ''
-    if facts.kind == 'subtitle': return 'plays', None, ''
+    device of these decoders; with the codec data it may come back to a track without a decoder."""
+    if facts.kind == 'subtitle':
+        return ('not-supported' if mime in NOT_SUPPORTED else 'plays'), None, ''
+    if code not in ASKED: return 'not-supported', None, ''
+    helpful = counting(decoders, ASKED[code].split())
+    if not helpful and code not in OFFERED_ANYWAY: return 'no-decoder', None, ''
+    if mime in NOT_SUPPORTED: return f'another, as there is {helpful[0].name}', None, ''
     own = counting(decoders, [mime.lower()])
     reasons = []
     for decoder in own:

@@ -24,6 +24,9 @@ class Facts:
 
 NO_NUMBER = -1
 VARIABLE = 104857200  # of MPEG-1: 0x3FFFF units of 400 bits a second, ISO/IEC 11172-2 2.4.3.2
+# RFC 4867 5.3: an octet before each frame and bits behind it, 12,800 for 12,200 a second. Decoders
+# name the codec's own rates.
+STORED_WITH_HEADS = 'amr_nb', 'amr_wb'
 
 AVC_PROFILES = {
     'Baseline': 1, 'Main': 2, 'Extended': 4, 'High': 8, 'High 10': 0x10, 'High 10 Intra': 0x10,
@@ -124,6 +127,7 @@ def facts_of(stream):
         facts.frame_rates = tuple(Fraction(rate) for rate in rates if not re.search(r'^0/|/0$', rate))
     facts.bit_rate = number(stream, 'bit_rate')
     if stream.get('codec_name') == 'mpeg1video' and facts.bit_rate == VARIABLE: facts.bit_rate = 0
+    if stream.get('codec_name') in STORED_WITH_HEADS: facts.bit_rate = 0
     facts.sample_rate, facts.channels = number(stream, 'sample_rate'), number(stream, 'channels')
     if stream.get('codec_name') in CODECS: CODECS[stream['codec_name']](stream, facts)
     return facts
