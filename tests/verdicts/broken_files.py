@@ -182,6 +182,7 @@ BROKEN_FILES = [
     Broken('nal_lengths.mp4', ONE_AVC, nal_lengths, DOES_NOT_PLAY, {0: BROKEN + NOTHING}),
     Broken('esds_missing.m4a', AAC, renamed(b'esds', b'free'), DOES_NOT_PLAY, {0: BROKEN}),
     Broken('avc_in_part.mp4', AVC, renamed(b'avcC', b'free'), IN_PART, {0: BROKEN, 1: PLAYS}),
+    # RFC 7845 5.1: the words are what it is known by
     Broken('opus_head.mkv', 'vp9_0.webm', replaced(b'OpusHead', b'SnufHead'), IN_PART,
            {0: PLAYS, 1: BROKEN}),
     # RIFF WAVE: the rate, and channels and block size
@@ -189,7 +190,8 @@ BROKEN_FILES = [
            DOES_NOT_PLAY + UNREADABLE, {0: BROKEN + NOTHING}),
     Broken('channels_0.wav', 'pcm_16.wav', lambda content: put(content, 22, bytes(2)),
            DOES_NOT_PLAY + UNREADABLE, {0: BROKEN + NOTHING}),
-    Broken('no_samples.wav', 'pcm_16.wav', lambda content: content[:content.index(b'data') + 4] + bytes(4),
+    Broken('no_samples.wav', 'pcm_16.wav',
+           lambda content: content[:content.index(b'data') + 4] + bytes(4),
            DOES_NOT_PLAY + UNREADABLE,
            {0: NOTHING}),
 ]

@@ -33,7 +33,7 @@ class Inspector:
         for device in devices: command += ['--device', device]
         done = subprocess.run(command + files, cwd=self.folder, capture_output=True, text=True,
                               check=False)
-        if done.returncode not in (0, 1):
+        if done.returncode not in (0, 1) or not done.stdout:
             sys.exit(f'zrinspect ends with {done.returncode}: {done.stderr[:400]}')
         return json.loads(done.stdout)
 
@@ -46,7 +46,8 @@ def check_row(row, admitted, decoder):
     """What is wrong with one device's row; None as decoder = any."""
     if row is None: return ['no row for the device']
     wrong = []
-    if row['verdict'] not in admitted: wrong.append(f"{row['verdict']}, not {' or '.join(admitted)}")
+    if row['verdict'] not in admitted:
+        wrong.append(f"{row['verdict']}, not {' or '.join(admitted)}")
     elif decoder and row.get('decoder') != decoder:
         wrong.append(f"decoder {row.get('decoder')}, not {decoder}")
     if row['verdict'] not in PLAYING + ('plays-in-part',):
@@ -151,7 +152,8 @@ def write_table(path, check):
     lines = ['| ' + ' | '.join(heads) + ' |', '|---' * len(heads) + '|']
     for name, track, cells in check.table:
         shown = [verdict + (f'<br>{decoder}' if decoder else '') for verdict, decoder in cells]
-        lines.append(' | '.join([f"| {name}", str(track['index']), str(track['mime'])] + shown) + ' |')
+        cells = [name, str(track['index']), str(track['mime'])] + shown
+        lines.append('| ' + ' | '.join(cells) + ' |')
     path.write_text('\n'.join(lines) + '\n')
 
 

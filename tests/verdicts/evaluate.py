@@ -116,9 +116,9 @@ def misses(decoder, facts):
     yield from picture_misses(decoder, facts)
     limits = decoder.limits
     yield from rate_misses('frame rate', limits.get('frame-rate'), facts.frame_rates)
-    yield from rate_misses('bit rate', limits.get('bitrate'), [facts.bit_rate] * bool(facts.bit_rate))
-    yield from rate_misses('channels', limits.get('channel-count'),
-                           [facts.channels] * bool(facts.channels))
+    for name, limit, value in (('bit rate', 'bitrate', facts.bit_rate),
+                               ('channels', 'channel-count', facts.channels)):
+        yield from rate_misses(name, limits.get(limit), [value] if value else [])
     rates = limits.get('sample-rate')
     if rates and facts.sample_rate and all(outside(span, facts.sample_rate) for span in rates):
         yield f'sample rate {facts.sample_rate} outside {rates}'

@@ -124,7 +124,8 @@ def facts_of(stream):
     facts = Facts(stream.get('codec_type', ''), number(stream, 'width'), number(stream, 'height'))
     rates = [stream.get(key, '0/0') for key in ('avg_frame_rate', 'r_frame_rate')]
     if facts.kind == 'video':
-        facts.frame_rates = tuple(Fraction(rate) for rate in rates if not re.search(r'^0/|/0$', rate))
+        facts.frame_rates = tuple(Fraction(rate) for rate in rates
+                                  if not re.search(r'^0/|/0$', rate))
     facts.bit_rate = number(stream, 'bit_rate')
     if stream.get('codec_name') == 'mpeg1video' and facts.bit_rate == VARIABLE: facts.bit_rate = 0
     if stream.get('codec_name') in STORED_WITH_HEADS: facts.bit_rate = 0
