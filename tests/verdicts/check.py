@@ -28,8 +28,8 @@ class Inspector:
     def __init__(self, program, folder):
         self.program, self.folder = program.resolve(), folder
 
-    def __call__(self, devices, files):
-        command = [self.program, '--json']
+    def __call__(self, devices, files, *options):
+        command = [self.program, '--json', *options]
         for device in devices: command += ['--device', device]
         done = subprocess.run(command + files, cwd=self.folder, capture_output=True, text=True,
                               check=False)
@@ -170,8 +170,10 @@ def main():
     check = Check(Inspector(options.zrinspect, folder), DEVICES)
     report = check.run()
     if options.fix:
-        wrong, count = fixes.prove_fixes(check.inspector, {'files': report}, DEVICES, folder)
+        names = [file['path'] for file in report]
+        wrong, count, report = fixes.prove_fixes(check.inspector, names, DEVICES, folder)
         check.wrong += wrong
+        check.fixes = {file['path']: file['devices'] for file in report['files']}
         print(f'{count} proposals tried')
     if options.table: write_table(options.table, check)
     print(*check.wrong, sep='\n', end='\n' if check.wrong else '')

@@ -1,52 +1,52 @@
 """Runs the commands that zrinspect proposes for files that do not play, and looks whether what
-comes out plays."""
+comes out plays on the devices for which they were proposed."""
 
 import os
 import shlex
 import subprocess
 import tempfile
+from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
+
+TIMEOUT = 120  # seconds
+
+
+def proposals(report, devices):
+    """By command: the file's name, and the devices for which it is meant."""
+    found = {}
+    for file in report['files']:
+        for device, row in zip(devices, file.get('devices', [])):
+            for command in (row.get('fix') or {'commands': []})['commands']:
+                found.setdefault(command, (file['path'], []))[1].append(device)
+    return found
 
 
 def run_command(command, folder):
+    """The file that it writes, or what was wrong."""
     words = shlex.split(command)
-    if not words or words[0] != 'ffmpeg': return f'no command of ffmpeg: {command}'
-    words[1:1] = ['-v', 'error', '-nostdin', '-y']
-    done = subprocess.run(words, cwd=folder, capture_output=True, text=True, timeout=120,
+    if words[0] != 'ffmpeg': return None, 'no command of ffmpeg'
+    words[1:1] = ['-v', 'error', '-nostdin', '-threads', '1']
+    done = subprocess.run(words, cwd=folder, capture_output=True, text=True, timeout=TIMEOUT,
                           check=False)
-    return '' if done.returncode == 0 else f'{command}: {done.stderr.strip()[-300:]}'
+    if done.returncode != 0: return None, done.stderr.strip()[-300:]
+    return folder / words[-1].removeprefix('file:'), ''
 
 
-def result_of(commands, source, folder):
-    """The file that the commands write, or what was wrong. They know the source as IN or by its
-    name."""
-    for name in {'IN', source.name}:
-        os.symlink(source.resolve(), folder / name)
-    before = set(folder.iterdir())
-    for command in commands:
-        problem = run_command(command, folder)
-        if problem: return None, problem
-    written = sorted(set(folder.iterdir()) - before, key=lambda path: path.stat().st_mtime_ns)
-    return (written[-1], '') if written else (None, 'nothing was written')
-
-
-def prove_fix(inspect, source, device, fix):
+def prove(inspect, files, command, source, devices):
     with tempfile.TemporaryDirectory() as folder:
-        result, problem = result_of(fix['commands'], source, Path(folder))
-        if problem: return problem
-        row = inspect([device], [result])['files'][0]['devices'][0]
-        return '' if row['verdict'] == 'plays' else f"{row['verdict']}: {row['reason']}"
+        os.symlink(files / source, Path(folder) / source)
+        result, problem = run_command(command, Path(folder))
+        if problem: return [f'{source}: {command}: {problem}']
+        rows = inspect(devices, [result])['files'][0]['devices']
+        return [f"{source} on {device.stem}: {command}: {row['verdict']}: {row['reason']}"
+                for device, row in zip(devices, rows) if row['verdict'] != 'plays']
 
 
-def prove_fixes(inspect, report, devices, folder):
-    """What is wrong with the proposals of a report about files in the folder, and their number;
-    inspect(devices, files) gives a report."""
-    problems, count = [], 0
-    for file in report['files']:
-        for device, row in zip(devices, file.get('devices', [])):
-            fix = row.get('fix')
-            if not fix: continue
-            count += 1
-            problem = prove_fix(inspect, folder / file['path'], device, fix)
-            if problem: problems.append(f"{file['path']} on {device.stem}: fix: {problem}")
-    return problems, count
+def prove_fixes(inspect, names, devices, files):
+    """What is wrong with the proposals for these files, how many there are, and the report that
+    has them."""
+    report = inspect(devices, names, '--fix')
+    found = proposals(report, devices)
+    with ThreadPoolExecutor(2) as pool:
+        problems = pool.map(lambda each: prove(inspect, files, each[0], *each[1]), found.items())
+        return sum(problems, []), len(found), report

@@ -261,7 +261,8 @@ std::string whyNoDecoderStarts(const Stream& stream, const std::vector<Record>& 
         const Why why = isMissing ? Why() : judge->why(stream, records);
         if (!why.empty()) return why;
     }
-    return hasWholeFrames ? whyNoNumbers(stream) : Why();
+    const bool isTold = hasWholeFrames || stream.codecType == kCodecTypePcm;
+    return isTold ? whyNoNumbers(stream) : Why();
 }
 
 }  // namespace inspect

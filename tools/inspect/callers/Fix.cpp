@@ -17,27 +17,31 @@ namespace {
 
 using namespace android;
 
-// What a file can be written as: by its extension, with the name of the demuxer that reads it.
+// What a file can be written as: by its extension, with the name of the demuxer that reads it, and
+// what else it may hold than its own tracks: libavcodec's names; none = all that libavformat takes.
 struct Muxer {
     std::string_view extension;
     std::string_view format;
+    std::string_view codecs = {};
 };
+// clang-format off
 constexpr auto kMuxers = std::to_array<Muxer>({
-        {"mp4", "mov"},
-        {"m4a", "mov"},
-        {"mov", "mov"},
-        {"3gp", "mov"},
-        {"mkv", "matroska"},
-        {"webm", "matroska"},
-        {"mka", "matroska"},
-        {"ts", "mpegts"},
-        {"avi", "avi"},
-        {"flv", "flv"},
-        {"ogg", "ogg"},
-        {"wav", "wav"},
-        {"flac", "flac"},
-        {"mp3", "mp3"},
+    {"mp4",  "mov"},
+    {"m4a",  "mov"},
+    {"mov",  "mov"},
+    {"3gp",  "mov"},
+    {"mkv",  "matroska"},
+    {"mka",  "matroska"},
+    {"webm", "matroska", "vp8 vp9 opus vorbis"},
+    {"ts",   "mpegts",   "h264 hevc aac mp3"},
+    {"avi",  "avi",      "mpeg4 mp3 pcm_s16le"},
+    {"flv",  "flv",      "h264 aac mp3"},
+    {"ogg",  "ogg",      "opus vorbis flac"},
+    {"wav",  "wav",      "pcm_s16le"},
+    {"flac", "flac",     "flac"},
+    {"mp3",  "mp3",      "mp3"},
 });
+// clang-format on
 
 std::string extensionOf(const std::string& path) {
     std::string extension = std::filesystem::path(path).extension().string();
@@ -74,6 +78,12 @@ bool holds(const Muxer& muxer, const Stream& stream) {
     const AVCodecID codec = codecOf(stream);
     return format != nullptr && codec != AV_CODEC_ID_NONE &&
            avformat_query_codec(format, codec, FF_COMPLIANCE_NORMAL) == 1;
+}
+
+bool mayWrite(const Muxer& muxer, const Stream& stream) {
+    const bool isMeant =
+            muxer.codecs.empty() || muxer.codecs.find(stream.codec) != muxer.codecs.npos;
+    return isMeant && holds(muxer, stream);
 }
 
 // The stream as a parser of another container names it: the same video may be DivX in one.
@@ -123,8 +133,9 @@ public:
                 return true;
             }
         }
-        const auto target = findTarget(
-                stream, mDevice, [&](const Stream& converted) { return holds(mMuxer, converted); });
+        const auto target = findTarget(stream, mDevice, [&](const Stream& converted) {
+            return mayWrite(mMuxer, converted);
+        });
         if (!target) return false;
         mConverted++;
         note(nameOf(stream) + " becomes " + target->words);

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <span>
 
+#include "inspect/callers/Levels.h"
 #include "inspect/callers/TrackFacts.h"
 #include "inspect/callers/Verdict.h"
 #include "inspect/media/LibAv.h"
@@ -15,56 +16,6 @@ namespace {
 
 using namespace android;
 
-// The lowest level that holds a picture, and the pictures of a second, is written.
-struct Level {
-    int level;             // as the bitstream has it
-    const char* argument;  // as the encoder takes it
-    int64_t picture;
-    int64_t second;
-};
-
-// ITU-T H.264 table A-1, in macroblocks.
-constexpr auto kAvcLevels = std::to_array<Level>({
-        {10, "1.0", 99, 1485},
-        {11, "1.1", 396, 3000},
-        {12, "1.2", 396, 6000},
-        {13, "1.3", 396, 11880},
-        {21, "2.1", 792, 19800},
-        {22, "2.2", 1620, 20250},
-        {30, "3.0", 1620, 40500},
-        {31, "3.1", 3600, 108000},
-        {32, "3.2", 5120, 216000},
-        {40, "4.0", 8192, 245760},
-        {42, "4.2", 8704, 522240},
-        {50, "5.0", 22080, 589824},
-        {51, "5.1", 36864, 983040},
-        {52, "5.2", 36864, 2073600},
-        {60, "6.0", 139264, 4177920},
-        {61, "6.1", 139264, 8355840},
-        {62, "6.2", 139264, 16711680},
-});
-
-// ITU-T H.265 table A.8, in luma samples; the encoder finds the level itself.
-constexpr auto kHevcLevels = std::to_array<Level>({
-        {30, nullptr, 36864, 552960},
-        {60, nullptr, 122880, 3686400},
-        {63, nullptr, 245760, 7372800},
-        {90, nullptr, 552960, 16588800},
-        {93, nullptr, 983040, 33177600},
-        {120, nullptr, 2228224, 66846720},
-        {123, nullptr, 2228224, 133693440},
-        {150, nullptr, 8912896, 267386880},
-        {153, nullptr, 8912896, 534773760},
-        {156, nullptr, 8912896, 1069547520},
-});
-
-// ISO/IEC 14496-2 table N.1, in macroblocks.
-constexpr auto kSimpleLevels = std::to_array<Level>({
-        {1, "1", 99, 1485},
-        {3, "3", 396, 11880},
-        {5, "5", 1620, 40500},
-});
-
 struct VideoTarget {
     const char* words;
     const char* codec;  // libavcodec's name
@@ -72,84 +23,83 @@ struct VideoTarget {
     int profile;  // libavcodec's number
     const char* encoder;
     const char* profileArgument;  // null = none
-    std::span<const Level> levels;
-    int64_t unit;  // of the levels: a square of so many samples a side
+    const LevelTable* levels;     // null = none
 };
 
 constexpr auto kVideoTargets = std::to_array<VideoTarget>({
-        {"H.264 High", "h264", kCodecTypeAvc, FF_PROFILE_H264_HIGH, "libx264", "high", kAvcLevels,
-         16},
-        {"H.264 Main", "h264", kCodecTypeAvc, FF_PROFILE_H264_MAIN, "libx264", "main", kAvcLevels,
-         16},
+        {"H.264 High", "h264", kCodecTypeAvc, FF_PROFILE_H264_HIGH, "libx264", "high", &kAvcBounds},
+        {"H.264 Main", "h264", kCodecTypeAvc, FF_PROFILE_H264_MAIN, "libx264", "main", &kAvcBounds},
         {"H.264 Baseline", "h264", kCodecTypeAvc, FF_PROFILE_H264_CONSTRAINED_BASELINE, "libx264",
-         "baseline", kAvcLevels, 16},
-        {"H.265 Main", "hevc", kCodecTypeHevc, FF_PROFILE_HEVC_MAIN, "libx265", "main", kHevcLevels,
-         1},
-        {"VP9", "vp9", kCodecTypeVp9, FF_PROFILE_VP9_0, "libvpx-vp9", nullptr, {}, 1},
-        {"VP8", "vp8", kCodecTypeVp8, FF_PROFILE_UNKNOWN, "libvpx", nullptr, {}, 1},
+         "baseline", &kAvcBounds},
+        {"H.265 Main", "hevc", kCodecTypeHevc, FF_PROFILE_HEVC_MAIN, "libx265", "main",
+         &kHevcBounds},
+        {"VP9", "vp9", kCodecTypeVp9, FF_PROFILE_VP9_0, "libvpx-vp9", nullptr, &kVp9Bounds},
+        {"VP8", "vp8", kCodecTypeVp8, FF_PROFILE_UNKNOWN, "libvpx", nullptr, nullptr},
         {"MPEG-4 Simple", "mpeg4", kCodecTypeMpeg4, FF_PROFILE_MPEG4_SIMPLE, "mpeg4", "0",
-         kSimpleLevels, 16},
+         &kSimpleBounds},
 });
 
 constexpr std::array kFrameRates = {0.0, 60.0, 30.0, 15.0};  // 0 = as it is
 constexpr std::array kScales = {1.0, 0.75, 0.5, 0.375, 0.25, 0.125};
 
-const Level* levelFor(const VideoTarget& target, const Stream::Video& video) {
-    const auto across = [&](int64_t length) { return (length + target.unit - 1) / target.unit; };
-    const int64_t picture = across(video.width) * across(video.height);
-    const double rate = video.averageFrameRate > 0 ? video.averageFrameRate : video.frameRate;
-    const double second = std::ceil(static_cast<double>(picture) * std::max(rate, 1.0));
-    const auto found = std::ranges::find_if(target.levels, [&](const Level& level) {
-        return picture <= level.picture && second <= static_cast<double>(level.second);
-    });
-    return found != target.levels.end() ? &*found : nullptr;
-}
-
 uint32_t even(double length) {
     return std::max(2u, static_cast<uint32_t>(length / 2) * 2);
 }
 
-std::string sizeText(const Stream::Video& video) {
-    return std::to_string(video.width) + "x" + std::to_string(video.height);
+using Options = std::vector<std::string>;
+
+void add(Options& options, const char* name, const std::string& value) {
+    options.insert(options.end(), {name, value});
 }
 
-// The stream in this codec; nothing when no level of the codec holds it.
+// Frames at no steady distance come at the average one.
+double steadyRate(const Stream::Video& video) {
+    const bool isSteady = video.baseFrameRate < 1.01 * video.averageFrameRate;
+    return isSteady ? 0 : std::max(1.0, std::round(video.averageFrameRate));
+}
+
+void setRate(double rate, Target& out) {
+    Stream::Video& video = out.stream.video;
+    video.frameRate = static_cast<uint32_t>(rate);
+    video.averageFrameRate = video.baseFrameRate = rate;
+    add(out.options, "-r", std::to_string(video.frameRate));
+    out.words += ", " + std::to_string(video.frameRate) + " frames a second";
+}
+
+void setSize(double scale, Target& out) {
+    Stream::Video& video = out.stream.video;
+    const Stream::Video before = video;
+    video.width = even(video.width * scale);
+    video.height = even(video.height * scale);
+    if (video.width == before.width && video.height == before.height) return;
+    const std::string width = std::to_string(video.width);
+    const std::string height = std::to_string(video.height);
+    add(out.options, "-filter", "scale=" + width + ":" + height);
+    out.words += ", " + width + "x" + height;
+}
+
+// The stream in this codec; nothing when no level of the codec holds it. rate: 0 = as it is.
 std::optional<Target> videoTarget(const Stream& from, const VideoTarget& target, double scale,
                                   double rate) {
-    Target out{{"-c", target.encoder}, target.words, from};
-    Stream::Video& video = out.stream.video;
-    video.width = even(from.video.width * scale);
-    video.height = even(from.video.height * scale);
-    const bool isSlower = rate > 0 && rate < from.video.averageFrameRate;
-    if (rate > 0 && !isSlower) return {};
-    if (isSlower) {
-        video.frameRate = static_cast<uint32_t>(rate);
-        video.averageFrameRate = video.baseFrameRate = rate;
-    }
-    const Level* level = levelFor(target, video);
-    if (!target.levels.empty() && level == nullptr) return {};
+    if (rate > 0 && rate >= from.video.averageFrameRate) return {};
+    Target out{{"-c", target.encoder, "-pix_fmt", "yuv420p"}, target.words, from};
+    setSize(scale, out);
+    if (rate == 0) rate = steadyRate(from.video);
+    if (rate > 0) setRate(rate, out);
+    const Level* level =
+            target.levels != nullptr ? levelFor(*target.levels, out.stream.video) : nullptr;
+    if (target.levels != nullptr && level == nullptr) return {};
 
-    const auto add = [&](const char* name, const std::string& value) {
-        out.options.insert(out.options.end(), {name, value});
-    };
-    add("-pix_fmt", "yuv420p");
-    if (target.profileArgument != nullptr) add("-profile", target.profileArgument);
+    if (target.profileArgument != nullptr) add(out.options, "-profile", target.profileArgument);
     if (level != nullptr && level->argument != nullptr) {
-        add("-level", level->argument);
-        out.words.append(" ").append(level->argument);
+        add(out.options, "-level", level->argument);
     }
-    if (video.width != from.video.width || video.height != from.video.height) {
-        add("-filter", "scale=" + std::to_string(video.width) + ":" + std::to_string(video.height));
-        out.words += ", " + sizeText(video);
-    }
-    if (isSlower) add("-r", std::to_string(video.frameRate));
-    if (isSlower) out.words += ", " + std::to_string(video.frameRate) + " frames a second";
     out.stream.codec = target.codec;
     out.stream.codecType = target.type;
     out.stream.profile = target.profile;
     out.stream.level.reset();
     if (level != nullptr) out.stream.level = level->level;
-    video.bitDepth = 8;
+    out.stream.video.bitDepth = 8;
     out.stream.bitRate = 0;
     return out;
 }
@@ -226,25 +176,22 @@ std::optional<Target> audioTarget(const Stream& from, const AudioTarget& target,
     if (isFewer && from.audio.channelCount > kMostPlaced) return {};
     if ((channels > 0 && !isFewer) || rate == from.audio.sampleRate) return {};
     Target out{{"-c", target.encoder}, target.words, from};
-    const auto add = [&](const char* name, const std::string& value) {
-        out.options.insert(out.options.end(), {name, value});
-    };
     Stream::Audio& audio = out.stream.audio;
     if (rate > 0) {
         audio.sampleRate = rate;
-        add("-ar", std::to_string(rate));
+        add(out.options, "-ar", std::to_string(rate));
         out.words += ", " + std::to_string(rate) + " Hz";
     }
     if (isFewer) {
         audio.channelCount = channels;
-        add("-ac", std::to_string(channels));
+        add(out.options, "-ac", std::to_string(channels));
         out.words += ", " + std::to_string(channels) + (channels == 1 ? " channel" : " channels");
     }
     if (audio.channelCount == 0 || audio.channelCount > target.channels) return {};
     if (std::ranges::count(target.rates, audio.sampleRate) == 0) return {};
     out.stream.bitRate = target.kilobitsAChannel * audio.channelCount * 1000;
-    if (out.stream.bitRate > 0) add("-b", std::to_string(out.stream.bitRate));
-    if (target.type == kCodecTypeFlac) add("-sample_fmt", "s16");
+    if (out.stream.bitRate > 0) add(out.options, "-b", std::to_string(out.stream.bitRate));
+    if (target.type == kCodecTypeFlac) add(out.options, "-sample_fmt", "s16");
     out.stream.codec = target.codec;
     out.stream.codecType = target.type;
     out.stream.profile = target.profile;
@@ -253,16 +200,24 @@ std::optional<Target> audioTarget(const Stream& from, const AudioTarget& target,
     return out;
 }
 
-// Below the decoder's limit, where it has one: what an encoder is asked for comes out roughly.
+// Well below the decoder's limit, where it has one, and what the level allows: an encoder keeps to
+// a rate over a while only.
 void limitBitRate(const std::string& decoder, const PretendedDevice& device, Target& target) {
     const auto& all = device.description.decoders;
     const auto found = std::ranges::find(all, decoder, &Decoder::name);
     if (target.stream.kind != Kind::kVideo || found == all.end() || !found->limits.bitRate) return;
     constexpr int64_t kEnough = 40'000'000;
-    const int64_t most = found->limits.bitRate->to / 5 * 4;
+    int64_t most = found->limits.bitRate->to / 2;
+    const Level* level = levelFor(kHevcBounds, target.stream.video);
+    const bool isHevc = target.stream.codecType == kCodecTypeHevc;
+    if (isHevc && level != nullptr) most = std::min(most, level->bitRate);
     if (most >= kEnough) return;
-    target.options.insert(target.options.end(),
-                          {"-maxrate", std::to_string(most), "-bufsize", std::to_string(most / 2)});
+    if (target.options[1].starts_with("libvpx")) {
+        add(target.options, "-b", std::to_string(most / 2));
+    } else {
+        add(target.options, "-maxrate", std::to_string(most));
+        add(target.options, "-bufsize", std::to_string(most / 10));
+    }
 }
 
 bool takes(const PretendedDevice& device, Target& target) {

@@ -28,9 +28,11 @@ std::optional<int> fieldOf(const std::vector<Record>& records, std::string_view 
 // ISO/IEC 14496-3 1.6.2.1. LC may be more than it says: then the demuxer has found out.
 std::optional<int> aacProfile(const Stream& stream, const std::vector<Record>& records) {
     constexpr int kLowComplexity = 2;
+    constexpr int kReplicated = 5;
     constexpr int kEscape = 31;
     std::optional<int> type = fieldOf(records, "audioObjectType");
     if (type == kEscape) type = 32 + fieldOf(records, "audioObjectTypeExt").value_or(0);
+    if (type == kLowComplexity && fieldOf(records, "sbrPresentFlag") == 1) type = kReplicated;
     const bool isTold = type > 0 && (type != kLowComplexity || !stream.profile);
     return isTold ? *type - 1 : stream.profile;
 }
@@ -60,11 +62,13 @@ Indication indicationOf(const Stream& stream, const std::vector<Record>& records
     return said;
 }
 
-// ISO/IEC 11172-2 2.4.3.2: all ones stand for a variable rate.
+// ISO/IEC 11172-2 2.4.3.2: all ones stand for a variable rate. Decoders of AMR tell the codec's
+// modes, and the container what these take with their headers.
 std::optional<int64_t> bitRateOf(const Stream& stream) {
     constexpr uint32_t kVariable = 0x3FFFF * 400;
     const bool isVariable = stream.codec == "mpeg1video" && stream.bitRate == kVariable;
-    return isVariable ? std::nullopt : known(int64_t{stream.bitRate});
+    const bool isPadded = stream.codec.starts_with("amr_");
+    return isVariable || isPadded ? std::nullopt : known(int64_t{stream.bitRate});
 }
 
 }  // namespace

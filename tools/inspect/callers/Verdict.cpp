@@ -188,10 +188,11 @@ std::string words(const Protection& protection) {
 
 Verdict withoutChain(const Stream& stream, const Offer& offer, const TrackFacts& facts,
                      const TrackFaults& faults, const PretendedDevice& device) {
-    if (!stream.nothingReadable.empty()) {
+    if (stream.protection) return because(Play::kEncrypted, words(*stream.protection));
+    // Broken codec data can make the samples unreadable.
+    if (!stream.nothingReadable.empty() && faults.brokenData.empty()) {
         return because(Play::kNothingReadable, stream.nothingReadable);
     }
-    if (stream.protection) return because(Play::kEncrypted, words(*stream.protection));
     const std::string& fatal = offer.fatal.empty() ? faults.endsProcess : offer.fatal;
     if (!fatal.empty()) {
         return because(Play::kEndsProcess, "the library would end the process: " + fatal);
@@ -260,7 +261,11 @@ FileVerdict judge(const Container& container, std::span<const JudgedTrack> track
     bool hasOneThatPlays = false;
     std::vector<std::string> lost;
     for (const auto& [stream, facts, verdict] : tracks) {
-        if (stream->kind == Kind::kOther) continue;
+        if (stream->kind == Kind::kOther) {
+            const std::string& why = stream->nothingReadable;
+            if (!why.empty()) lost.push_back(nameOf(*stream) + ": " + why);
+            continue;
+        }
         const bool isMain = stream->kind != Kind::kText;
         hasPicturesOrSound |= isMain;
         if (plays(verdict->play)) {

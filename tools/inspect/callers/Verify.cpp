@@ -28,35 +28,6 @@ int64_t timeOf(const AVPacket& packet, bool ofDecoding) {
     return wanted != kNoTime ? wanted : other;
 }
 
-// ISO/IEC 14496-15 5.3.3.1.2 and 8.3.3.1.2: of the lengths before units; 0 = there are none.
-size_t lengthBytes(const AVCodecParameters& codec) {
-    const Bytes record(codec.extradata, static_cast<size_t>(std::max(codec.extradata_size, 0)));
-    if (codec.codec_id == AV_CODEC_ID_H264 && record.size() >= 7 && record[0] == 1) {
-        return (record[4] & 3u) + 1;
-    }
-    if (codec.codec_id == AV_CODEC_ID_HEVC && record.size() >= 23 && record[0] == 1) {
-        return (record[21] & 3u) + 1;
-    }
-    return 0;
-}
-
-bool unitsFill(Bytes sample, size_t lengthBytes) {
-    ByteCursor cursor(sample);
-    bool hasUnit = false;
-    while (cursor.ok() && cursor.remaining() > 0) {
-        uint64_t length = 0;
-        for (const uint8_t byte : cursor.take(lengthBytes)) length = length << 8 | byte;
-        cursor.skip(length);
-        hasUnit = hasUnit || length > 0;
-    }
-    return cursor.ok() && hasUnit;
-}
-
-// Whoever decrypts the sample finds its lengths.
-bool isEncrypted(const AVPacket& packet) {
-    return av_packet_get_side_data(&packet, AV_PKT_DATA_ENCRYPTION_INFO, nullptr) != nullptr;
-}
-
 // The times of a track's samples, in its time base.
 class Times {
 public:
@@ -114,12 +85,11 @@ public:
     Track(AVStream& stream, Kind kind, bool hasDecodingTimes, bool isIndexed)
         : mStream(stream),
           mHasDecodingTimes(hasDecodingTimes),
-          mLengthBytes(lengthBytes(*stream.codecpar)),
           mTimes(hasDecodingTimes, kind == Kind::kVideo) {
         mResult.isVideo = kind == Kind::kVideo;
         mResult.mayBeEmpty = kind == Kind::kText;
         mResult.hasIndex = isIndexed;
-        mResult.hasUnitLengths = mLengthBytes > 0;
+        mResult.hasUnitLengths = unitLengthBytes(*stream.codecpar) > 0;
     }
 
     void add(const AVPacket& packet) {
@@ -132,7 +102,7 @@ public:
             if (!mResult.hasIndex) count(mResult.cut, place);
         } else {
             mResult.readable++;
-            if (!areUnitsWhole(packet)) count(mResult.brokenUnits, place);
+            if (!hasWholeUnits(packet, *mStream.codecpar)) count(mResult.brokenUnits, place);
         }
         if (!mResult.mayBeEmpty && !mTimes.add(timeOf(packet, mHasDecodingTimes))) {
             count(mResult.backward, place);
@@ -161,11 +131,6 @@ private:
     std::optional<int64_t> toUs(int64_t time) const {
         if (time == kNoTime) return {};
         return av_rescale_q(time, mStream.time_base, av_get_time_base_q());
-    }
-
-    bool areUnitsWhole(const AVPacket& packet) const {
-        if (mLengthBytes == 0 || isEncrypted(packet)) return true;
-        return unitsFill({packet.data, static_cast<size_t>(packet.size)}, mLengthBytes);
     }
 
     void addEnd(const AVPacket& packet) {
@@ -200,7 +165,6 @@ private:
 
     AVStream& mStream;
     bool mHasDecodingTimes;
-    size_t mLengthBytes;
     Times mTimes;
     uint64_t mKey = 0;  // the latest key frame
     int64_t mKeyUs = 0;

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <set>
+#include <utility>
 
 #include "inspect/media/PrivateData.h"
 #include "inspect/media/Samples.h"
@@ -27,22 +28,38 @@ std::string whyOutside(const OpenFile& open, AVStream& stream) {
            ", the file ends at " + std::to_string(open.extent().end);
 }
 
-// Those of which nothing is read up to the end. Empty when the end lies too far.
-std::set<int> readUntilFound(AVFormatContext& context, std::set<int> sought,
-                             std::span<Stream> streams) {
+// What is found of the tracks from which a sample is sought.
+struct Found {
+    std::set<int> nothing;      // up to the end
+    std::set<int> brokenUnits;  // and no sample whose NAL units fill it
+};
+
+Found readUntilFound(AVFormatContext& context, std::set<int> sought, std::span<Stream> streams) {
     constexpr int kMostPackets = 1000;
     int64_t bytesLeft = 8 << 20;
+    Found found;
     const LibAvPtr<AVPacket> packet(av_packet_alloc());
     for (int count = 0; count < kMostPackets && bytesLeft > 0 && !sought.empty(); count++) {
-        if (av_read_frame(&context, packet.get()) < 0) return sought;
+        if (av_read_frame(&context, packet.get()) < 0) {
+            found.nothing = std::move(sought);
+            break;
+        }
         bytesLeft -= packet->size;
+        const int index = packet->stream_index;
+        const auto place = static_cast<size_t>(index);
         const bool isWhole = (packet->flags & AV_PKT_FLAG_CORRUPT) == 0;
-        if (isWhole && sought.erase(packet->stream_index) > 0) {
-            findAdtsHeader(*packet, streams[static_cast<size_t>(packet->stream_index)]);
+        if (isWhole && sought.contains(index)) {
+            if (hasWholeUnits(*packet, *context.streams[place]->codecpar)) {
+                findAdtsHeader(*packet, streams[place]);
+                found.brokenUnits.erase(index);
+                sought.erase(index);
+            } else {
+                found.brokenUnits.insert(index);
+            }
         }
         av_packet_unref(packet.get());
     }
-    return {};
+    return found;
 }
 
 }  // namespace
@@ -56,13 +73,20 @@ void readFirstSamples(const OpenFile& open, const Demuxer& demuxer, std::span<St
         if (isIndexed && stream.kind != Kind::kOther) {
             stream.nothingReadable = whyOutside(open, source);
         }
-        const bool mayHaveHeaders = mayHaveAdtsHeaders(stream) && stream.nothingReadable.empty();
-        if (mayHaveHeaders || (mustHaveSamples && !isIndexed)) sought.insert(stream.index);
+        if (!mustHaveSamples || !stream.nothingReadable.empty()) continue;
+        const bool isLookedInto =
+                mayHaveAdtsHeaders(stream) || unitLengthBytes(*source.codecpar) > 0;
+        if (isLookedInto || !isIndexed) sought.insert(stream.index);
     }
-    for (const int index : readUntilFound(demuxer.context(), sought, streams)) {
+    const Found found = readUntilFound(demuxer.context(), std::move(sought), streams);
+    for (const int index : found.nothing) {
         streams[static_cast<size_t>(index)].nothingReadable =
                 hasWholeIndex(open) ? "the track has no samples"
                                     : "no whole sample of the track comes before the file's end";
+    }
+    for (const int index : found.brokenUnits) {
+        streams[static_cast<size_t>(index)].nothingReadable =
+                "no sample of the track is filled by its NAL units: their lengths are wrong";
     }
 }
 

@@ -157,11 +157,14 @@ Stream readStream(const Demuxer& demuxer, AVStream& stream) {
         out.codec = "cover picture, " + out.codec;
         return out;
     }
+    const bool isUnnamed = codec.codec_id == AV_CODEC_ID_NONE && codec.codec_tag == 0;
     switch (codec.codec_type) {
         case AVMEDIA_TYPE_VIDEO: readVideo(out, demuxer, stream); break;
         case AVMEDIA_TYPE_AUDIO: readAudio(out, codec); break;
         case AVMEDIA_TYPE_SUBTITLE: readText(out, codec); break;
-        default: break;
+        default:
+            if (isUnnamed) out.nothingReadable = "the file says nothing of its codec";
+            break;
     }
     return out;
 }

@@ -29,7 +29,41 @@ int64_t indexedSamples(const Demuxer& demuxer) {
     return count;
 }
 
+bool unitsFill(Bytes sample, size_t lengthBytes) {
+    ByteCursor cursor(sample);
+    bool hasUnit = false;
+    while (cursor.ok() && cursor.remaining() > 0) {
+        uint64_t length = 0;
+        for (const uint8_t byte : cursor.take(lengthBytes)) length = length << 8 | byte;
+        cursor.skip(length);
+        hasUnit = hasUnit || length > 0;
+    }
+    return cursor.ok() && hasUnit;
+}
+
+// Whoever decrypts the sample finds its lengths.
+bool isEncrypted(const AVPacket& packet) {
+    return av_packet_get_side_data(&packet, AV_PKT_DATA_ENCRYPTION_INFO, nullptr) != nullptr;
+}
+
 }  // namespace
+
+size_t unitLengthBytes(const AVCodecParameters& codec) {
+    const Bytes record(codec.extradata, static_cast<size_t>(std::max(codec.extradata_size, 0)));
+    if (codec.codec_id == AV_CODEC_ID_H264 && record.size() >= 7 && record[0] == 1) {
+        return (record[4] & 3u) + 1;
+    }
+    if (codec.codec_id == AV_CODEC_ID_HEVC && record.size() >= 23 && record[0] == 1) {
+        return (record[21] & 3u) + 1;
+    }
+    return 0;
+}
+
+bool hasWholeUnits(const AVPacket& packet, const AVCodecParameters& codec) {
+    const size_t lengthBytes = unitLengthBytes(codec);
+    if (lengthBytes == 0 || isEncrypted(packet)) return true;
+    return unitsFill({packet.data, static_cast<size_t>(packet.size)}, lengthBytes);
+}
 
 bool hasWholeIndex(const OpenFile& open) {
     return open.format() == "mov";

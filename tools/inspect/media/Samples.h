@@ -30,4 +30,10 @@ void visitIndex(const OpenFile& open, AVStream& stream,
 int walkSamples(const OpenFile& open, const Demuxer& demuxer,
                 const std::function<void(AVPacket&)>& visit);
 
+// ISO/IEC 14496-15 5.3.3.1.2 and 8.3.3.1.2: of the lengths before NAL units; 0 = there are none.
+size_t unitLengthBytes(const AVCodecParameters& codec);
+
+// Whether the sample is filled by its NAL units, one at least; true for one without lengths.
+bool hasWholeUnits(const AVPacket& packet, const AVCodecParameters& codec);
+
 }  // namespace inspect

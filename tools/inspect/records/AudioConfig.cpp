@@ -99,7 +99,9 @@ std::string readAudioConfig(Annotator& out) {
     const Bytes ahead = out.ahead();
     if (ahead.size() >= 2 && ahead[0] == 0x56 && (ahead[1] & 0xE0) == 0xE0) {
         out.align();
-        out.big({{"syncExtensionType", 11}, {"extensionAudioObjectType", 5, typeName}});
+        out.big("syncExtensionType", 11);
+        const uint64_t extension = out.big("extensionAudioObjectType", 5, typeName);
+        if (extension == 5) out.big("sbrPresentFlag", 1);
     }
     out.rest("rest of the AudioSpecificConfig");
     return start + text;
