@@ -8,7 +8,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "inspect/callers/BrokenData.h"
+#include "inspect/verdict/BrokenData.h"
 #include "inspect/callers/Session.h"
 
 namespace {

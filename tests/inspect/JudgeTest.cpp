@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "inspect/callers/TrackFacts.h"
+#include "inspect/verdict/TrackFacts.h"
 #include "inspect/devices/Judge.h"
 #include "inspect/devices/Profiles.h"
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "inspect/callers/PretendedDevice.h"
+#include "inspect/verdict/PretendedDevice.h"
 
 namespace inspect {
 

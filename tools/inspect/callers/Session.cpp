@@ -4,7 +4,6 @@
 #include <iterator>
 #include <utility>
 
-#include "inspect/callers/BrokenData.h"
 #include "inspect/callers/Offer.h"
 #include "inspect/callers/PcmFormat.h"
 #include "inspect/records/Record.h"
@@ -110,7 +109,6 @@ TrackFindings Session::describeTrack(const Stream& stream, bool hasWholeFrames) 
     } catch (const LibraryFatal& fatal) {
         found.fatal = fatal.what();
     }
-    found.brokenData = whyNoDecoderStarts(stream, found.records, hasWholeFrames);
     if (isPcm(stream) && findPcmFormat(stream) == nullptr) {
         found.notes.push_back(whyNotTo16(stream, *mHelper));
     }

@@ -22,7 +22,6 @@ struct TrackFindings {
     std::vector<Record> records;  // of the codec data
     std::vector<CodecDatum> codecData;
     std::vector<std::string> notes;  // what else is to be known
-    std::string brokenData;          // why no decoder can start from it; empty = one may
     std::string fatal;               // the assertion that its codec data fail; empty = none
     std::vector<host::LogLine> log;
 };

@@ -4,7 +4,8 @@
 #include <map>
 
 #include "inspect/callers/OlderParsers.h"
-#include "inspect/callers/TrackFacts.h"
+#include "inspect/verdict/BrokenData.h"
+#include "inspect/verdict/TrackFacts.h"
 
 namespace inspect {
 namespace {
@@ -60,8 +61,10 @@ void judgeFor(const PretendedDevice& device, FileReport& report, const MediaFile
               bool isFixed) {
     std::vector<JudgedTrack> tracks;
     for (TrackReport& track : report.tracks) {
-        const TrackFaults faults = {.brokenData = track.found.brokenData,
-                                    .endsProcess = track.found.fatal};
+        const TrackFaults faults = {
+                .brokenData = whyNoDecoderStarts(track.stream, track.found.records,
+                                                 file.container.hasWholeFrames),
+                .endsProcess = track.found.fatal};
         track.verdicts.push_back(
                 judge(track.stream, file.container.hasWholeFrames, track.facts, faults, device));
         tracks.push_back({&track.stream, &track.facts, &track.verdicts.back()});

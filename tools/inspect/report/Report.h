@@ -7,13 +7,13 @@
 #include <vector>
 
 #include "inspect/callers/Component.h"
-#include "inspect/callers/Fix.h"
 #include "inspect/callers/KeyFrames.h"
 #include "inspect/callers/PcmDump.h"
 #include "inspect/callers/Pictures.h"
 #include "inspect/callers/Session.h"
-#include "inspect/callers/Verdict.h"
 #include "inspect/callers/Verify.h"
+#include "inspect/verdict/Fix.h"
+#include "inspect/verdict/Verdict.h"
 
 namespace inspect {
 

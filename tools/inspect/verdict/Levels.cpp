@@ -1,4 +1,4 @@
-#include "inspect/callers/Levels.h"
+#include "inspect/verdict/Levels.h"
 
 #include <algorithm>
 #include <array>

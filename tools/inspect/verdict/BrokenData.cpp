@@ -1,4 +1,4 @@
-#include "inspect/callers/BrokenData.h"
+#include "inspect/verdict/BrokenData.h"
 
 #include <algorithm>
 #include <array>

@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "inspect/callers/PretendedDevice.h"
 #include "inspect/devices/TrackFacts.h"
 #include "inspect/media/MediaFile.h"
+#include "inspect/verdict/PretendedDevice.h"
 
 namespace inspect {
 

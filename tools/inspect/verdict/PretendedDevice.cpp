@@ -1,4 +1,4 @@
-#include "inspect/callers/PretendedDevice.h"
+#include "inspect/verdict/PretendedDevice.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "inspect/callers/TrackFacts.h"
+#include "inspect/verdict/TrackFacts.h"
 
 #include <algorithm>
 #include <string_view>

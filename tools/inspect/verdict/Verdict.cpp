@@ -1,4 +1,4 @@
-#include "inspect/callers/Verdict.h"
+#include "inspect/verdict/Verdict.h"
 
 #include <algorithm>
 #include <array>

@@ -1,14 +1,14 @@
-#include "inspect/callers/Targets.h"
+#include "inspect/verdict/Targets.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <span>
 
-#include "inspect/callers/Levels.h"
-#include "inspect/callers/TrackFacts.h"
-#include "inspect/callers/Verdict.h"
 #include "inspect/media/LibAv.h"
+#include "inspect/verdict/Levels.h"
+#include "inspect/verdict/TrackFacts.h"
+#include "inspect/verdict/Verdict.h"
 #include "zrcodecparser/CodecType.h"
 
 namespace inspect {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "inspect/callers/Verdict.h"
+#include "inspect/verdict/Verdict.h"
 
 namespace inspect {
 

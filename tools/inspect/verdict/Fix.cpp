@@ -1,15 +1,15 @@
-#include "inspect/callers/Fix.h"
+#include "inspect/verdict/Fix.h"
 
 #include <algorithm>
 #include <array>
 #include <filesystem>
 #include <utility>
 
-#include "inspect/callers/Targets.h"
-#include "inspect/callers/TrackFacts.h"
 #include "inspect/media/CodecMap.h"
 #include "inspect/media/ContainerMap.h"
 #include "inspect/media/LibAv.h"
+#include "inspect/verdict/Targets.h"
+#include "inspect/verdict/TrackFacts.h"
 #include "zrcodecparser/CodecType.h"
 
 namespace inspect {

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "inspect/callers/PretendedDevice.h"
 #include "inspect/media/MediaFile.h"
+#include "inspect/verdict/PretendedDevice.h"
 
 namespace inspect {
 
