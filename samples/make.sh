@@ -23,6 +23,9 @@ run -f lavfi -i "$picture" -f lavfi -i "$tone" $x264 -c:a aac -b:a 32k $exact vi
 run -f lavfi -i "$picture" -f lavfi -i "$tone" -f srt -i "$subtitles" \
     -map 0 -map 1 -map 2 $x264 -c:a libopus -b:a 24k -c:s srt $exact \
     -metadata:s:a language=fre -metadata:s:s language=eng video.mkv
+# H.264 of 10 bits, which phones do not decode, and AAC
+run -f lavfi -i "$picture" -f lavfi -i "$tone" -c:v libx264 -preset veryfast -crf 40 \
+    -pix_fmt yuv420p10le -x264-params threads=1 -c:a aac -b:a 32k $exact video-10bit.mp4
 # DivX 5 and MP3
 run -f lavfi -i "$picture" -f lavfi -i "$tone" -c:v mpeg4 -q:v 20 -vtag DX50 \
     -c:a libmp3lame -b:a 32k $exact video.avi

@@ -16,6 +16,7 @@ import facts
 import fixes
 import good_files
 import make_files
+import table
 
 HERE = Path(__file__).parent
 # The first decodes what the broken files hold.
@@ -78,7 +79,7 @@ class Check:
     def __init__(self, inspector, devices):
         self.inspector, self.devices = inspector, devices
         self.lists = [device_lists.read_device(device) for device in devices]
-        self.wrong, self.table, self.rows = [], [], 0
+        self.wrong, self.rows = [], 0
 
     def blame(self, path, index, where, problems, numbers=''):
         for problem in problems:
@@ -107,17 +108,13 @@ class Check:
         if set(known) != {track['index'] for track in file.get('tracks', [])}:
             self.wrong.append(f'{row.name}: other tracks than ffprobe\'s')
             return
-        lines = {track['index']: [] for track in tracks_of(file)}
         for index in range(len(self.devices)):
             verdicts = []
             for track, own in zip(tracks_of(file), tracks_of(alone[index])):
                 cell = self.check_track(row, index, track, own, known[track['index']])
                 verdicts.append((track['kind'], cell[0]))
-                lines[track['index']].append(cell)
             self.blame(row.name, index, 'file',
                        check_row(row_at(file, index), file_verdicts(row, verdicts), None))
-        for track in tracks_of(file):
-            self.table.append((row.name, track, lines[track['index']]))
 
     def check_broken(self, row, file):
         name = 'broken_' + row.name
@@ -147,21 +144,11 @@ class Check:
         return report
 
 
-def write_table(path, check):
-    heads = ['file', 'track', 'MIME'] + [device.stem for device in check.devices]
-    lines = ['| ' + ' | '.join(heads) + ' |', '|---' * len(heads) + '|']
-    for name, track, cells in check.table:
-        shown = [verdict + (f'<br>{decoder}' if decoder else '') for verdict, decoder in cells]
-        cells = [name, str(track['index']), str(track['mime'])] + shown
-        lines.append('| ' + ' | '.join(cells) + ' |')
-    path.write_text('\n'.join(lines) + '\n')
-
-
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument('zrinspect', type=Path)
     parser.add_argument('--files', type=Path, required=True, help='folder for the files')
-    parser.add_argument('--table', type=Path, help='write all that is expected as Markdown')
+    parser.add_argument('--table', type=Path, help='write all verdicts and proposals as Markdown')
     parser.add_argument('--fix', action='store_true', help='run the proposed commands too')
     options = parser.parse_args()
     folder = options.files.resolve()
@@ -171,11 +158,11 @@ def main():
     report = check.run()
     if options.fix:
         names = [file['path'] for file in report]
-        wrong, count, report = fixes.prove_fixes(check.inspector, names, DEVICES, folder)
+        wrong, count, fixed = fixes.prove_fixes(check.inspector, names, DEVICES, folder)
         check.wrong += wrong
-        check.fixes = {file['path']: file['devices'] for file in report['files']}
+        report = fixed['files']
         print(f'{count} proposals tried')
-    if options.table: write_table(options.table, check)
+    if options.table: table.write_table(options.table, report, [each.stem for each in DEVICES])
     print(*check.wrong, sep='\n', end='\n' if check.wrong else '')
     print(f'{check.rows} verdicts on {len(good_files.GOOD_FILES)} good files, '
           f'{len(broken_files.BROKEN_FILES)} broken files: {len(check.wrong)} disagreements')
