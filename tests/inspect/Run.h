@@ -41,8 +41,11 @@ inline Result run(const std::string& command) {
     return result;
 }
 
+// Collects the documents that it prints, for schema.py.
 inline Result inspect(const std::string& arguments) {
-    return run("cd '" SAMPLES "' && '" ZRINSPECT "' " + arguments);
+    Result result = run("cd '" SAMPLES "' && '" ZRINSPECT "' " + arguments);
+    if (result.out.starts_with("{\n")) std::ofstream(DOCUMENTS, std::ios::app) << result.out;
+    return result;
 }
 
 // The same on a file of these bytes.

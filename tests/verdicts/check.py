@@ -18,7 +18,10 @@ import good_files
 import make_files
 import table
 
-HERE = Path(__file__).parent
+HERE = Path(__file__).resolve().parent
+sys.path.insert(0, str(HERE.parent / 'inspect'))
+import schema  # noqa: E402
+
 # The first decodes what the broken files hold.
 DEVICES = [HERE / 'devices' / name for name in (
     'flagship.txt', 'lowend.txt', 'midrange', 'modern', 'old', 'halved')]
@@ -36,7 +39,10 @@ class Inspector:
                               check=False)
         if done.returncode not in (0, 1) or not done.stdout:
             sys.exit(f'zrinspect ends with {done.returncode}: {done.stderr[:400]}')
-        return json.loads(done.stdout)
+        report = json.loads(done.stdout)
+        problems = schema.problems(report)
+        if problems: sys.exit('\n'.join(problems))
+        return report
 
 
 def tracks_of(file):
@@ -108,6 +114,7 @@ class Check:
         if set(known) != {track['index'] for track in file.get('tracks', [])}:
             self.wrong.append(f'{row.name}: other tracks than ffprobe\'s')
             return
+        self.wrong += schema.differences(file, [known[index].stream for index in sorted(known)])
         for index in range(len(self.devices)):
             verdicts = []
             for track, own in zip(tracks_of(file), tracks_of(alone[index])):

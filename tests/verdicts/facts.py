@@ -4,7 +4,7 @@ levels are numbers of the public class CodecProfileLevel."""
 import json
 import re
 import subprocess
-from dataclasses import dataclass
+from dataclasses import dataclass, field
 from fractions import Fraction
 
 
@@ -20,6 +20,7 @@ class Facts:
     profile: object = None  # None = not known; NO_NUMBER = no list can hold it
     level: object = None
     high_tier: bool = False
+    stream: dict = field(default_factory=dict)  # ffprobe's own
 
 
 NO_NUMBER = -1
@@ -129,6 +130,7 @@ def facts_of(stream):
     facts.bit_rate = number(stream, 'bit_rate')
     if stream.get('codec_name') == 'mpeg1video' and facts.bit_rate == VARIABLE: facts.bit_rate = 0
     if stream.get('codec_name') in STORED_WITH_HEADS: facts.bit_rate = 0
+    stream['bit_rate'], facts.stream = facts.bit_rate, stream
     facts.sample_rate, facts.channels = number(stream, 'sample_rate'), number(stream, 'channels')
     if stream.get('codec_name') in CODECS: CODECS[stream['codec_name']](stream, facts)
     return facts

@@ -97,7 +97,7 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
     app.add_option("FILE", options.files, "Files to look at; - is standard input")
             ->type_name("")
             ->required();
-    app.add_flag("--json", options.json, "Print one JSON document with every key");
+    app.add_flag("--json", options.json, "Print one JSON document; docs/json.md names every field");
     app.add_flag("--keys", options.keys, "Print every key that the library stored");
     app.add_flag("--fix", options.scope.fix,
                  "Print what to change in a file that does not play, as a command for ffmpeg");

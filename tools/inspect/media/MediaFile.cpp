@@ -94,6 +94,12 @@ void readVideo(Stream& out, const Demuxer& demuxer, AVStream& stream) {
                  .rotation = rotationOf(stream)};
 }
 
+bool isLossless(AVCodecID codec) {
+    const AVCodecDescriptor* descriptor = avcodec_descriptor_get(codec);
+    return descriptor != nullptr && (descriptor->props & AV_CODEC_PROP_LOSSY) == 0 &&
+           (descriptor->props & AV_CODEC_PROP_LOSSLESS) != 0;
+}
+
 void readAudio(Stream& out, const AVCodecParameters& codec) {
     const int bits =
             codec.bits_per_raw_sample > 0 ? codec.bits_per_raw_sample : codec.bits_per_coded_sample;
@@ -101,6 +107,7 @@ void readAudio(Stream& out, const AVCodecParameters& codec) {
     out.audio.channelCount = atLeastZero<uint32_t>(codec.ch_layout.nb_channels);
     out.audio.sampleRate = atLeastZero<uint32_t>(codec.sample_rate);
     out.audio.bitsPerSample = atLeastZero<uint32_t>(bits);
+    if (isLossless(codec.codec_id)) out.audio.bitDepth = out.audio.bitsPerSample;
     out.audio.blockAlign = atLeastZero<uint16_t>(codec.block_align);
 }
 

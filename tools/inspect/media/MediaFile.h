@@ -53,6 +53,7 @@ struct Stream {
         uint32_t channelCount = 0;
         uint32_t sampleRate = 0;
         uint32_t bitsPerSample = 0;
+        uint32_t bitDepth = 0;  // of a sample, where nothing is lost; 0 = unknown, or some is
         uint16_t blockAlign = 0;
         uint64_t codecDelayNs = 0;
         uint64_t seekPreRollNs = 0;

@@ -83,6 +83,7 @@ void fill(FileReport& report, const OpenFile& open, const Scope& scope, PictureF
     report.junk = file.junk;
     report.format = file.format;
     report.formatName = file.formatName;
+    report.durationUs = file.durationUs;
     report.entries = session.describeFile(file);
     for (const Stream& stream : file.streams) {
         report.tracks.push_back(reportTrack(stream, file, session, scope));

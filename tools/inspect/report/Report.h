@@ -55,6 +55,7 @@ struct FileReport {
     std::optional<std::string> junk;  // behind the end
     std::string format;
     std::string formatName;
+    std::optional<int64_t> durationUs;
     Entries entries;
     std::vector<TrackReport> tracks;  // also what is no track to the library: Kind::kOther
     Tags tags;
