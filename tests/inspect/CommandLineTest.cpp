@@ -4,17 +4,7 @@
 
 namespace {
 
-class CommandLine : public testing::Test {
-protected:
-    ~CommandLine() override { fs::remove_all(mFolder); }
-    // In a folder of the test's own; $Z is the program, $S the samples.
-    Result shell(const std::string& script) const {
-        std::ofstream(mFolder / "script") << "Z='" ZRINSPECT "' S='" SAMPLES "'\n" << script;
-        return run("cd '" + mFolder.string() + "' && bash script");
-    }
-    const fs::path mFolder = fs::temp_directory_path() / ("zr_line" + std::to_string(getpid()));
-    const bool mIsMade = fs::create_directory(mFolder);
-};
+using CommandLine = InFolder;
 
 TEST_F(CommandLine, EndsAsItShould) {
     // clang-format off

@@ -60,7 +60,7 @@ TEST(Inspect, VerdictFollowsTheDevice) {
             {"--divx-alternative on video.avi", 0, "video/mp4v-es", "plays-in-software", "null"},
             {"--decoder video/divx video.avi", 0, "video/divx", "plays", "null"},
             {"--decoder audio/x-zr-alac audio.m4a", 0, "audio/x-zr-alac", "plays-in-software", ""},
-            {"--media-server dead video.mp4", 0, nullptr, no, "mediaserver is not alive"},
+            {"--media-server dead video.mp4", 0, nullptr, no, "does not answer"},
             {"--codec-info missing video.mp4", 0, nullptr, fatal, "CHECK(info != NULL) failed."},
     };
     for (const auto& [arguments, index, mime, verdict, reason] : cases) {

@@ -89,3 +89,19 @@ inline std::string hex(size_t value, int digits) {
 inline void expectContains(const std::string& text, const std::string& part) {
     EXPECT_NE(text.find(part), std::string::npos) << part << "\nis not in\n" << text;
 }
+
+// Runs scripts in a folder of the test's own; $Z is the program, $S the samples.
+class InFolder : public testing::Test {
+protected:
+    ~InFolder() override { fs::remove_all(mFolder); }
+    Result shell(const std::string& script) const {
+        write("script", "Z='" ZRINSPECT "' S='" SAMPLES "'\n" + script);
+        return run("cd '" + mFolder.string() + "' && bash script");
+    }
+    void write(const std::string& name, const std::string& bytes) const {
+        std::ofstream(mFolder / name, std::ios::binary) << bytes;
+    }
+
+    const fs::path mFolder = fs::temp_directory_path() / ("zr_line" + std::to_string(getpid()));
+    const bool mIsMade = fs::create_directory(mFolder);
+};

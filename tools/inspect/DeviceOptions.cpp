@@ -1,6 +1,7 @@
 #include "inspect/DeviceOptions.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <string_view>
 
 #include "inspect/base/Distance.h"
@@ -75,6 +76,15 @@ void keepOnly(std::vector<Decoder>& decoders, const std::vector<std::string>& mi
     decoders = std::move(kept);
 }
 
+// At the commas, but for a file that has some in its name.
+void split(const std::string& list, std::vector<std::string>& names) {
+    std::error_code ignored;
+    if (std::filesystem::exists(list, ignored)) return names.push_back(list);
+    for (const std::string& name : CLI::detail::split(list, ',')) {
+        names.push_back(CLI::detail::trim_copy(name));
+    }
+}
+
 void shape(PretendedDevice& device, const DeviceOptions& options) {
     std::vector<Decoder>& decoders = device.description.decoders;
     if (!options.only.empty()) keepOnly(decoders, options.only);
@@ -93,16 +103,16 @@ void shape(PretendedDevice& device, const DeviceOptions& options) {
 }  // namespace
 
 void addDeviceOptions(CLI::App& app, DeviceOptions& options) {
-    CLI::Option* device = addOption(app, "--device", options.devices, "FILE|DIR|NAME",
-                                    "Judge for this device: its codec list (media_codecs.xml), a "
-                                    "folder that holds one,\nwhat dumpsys media.player prints, a "
-                                    "list of MIME types, or one that --list-devices names;\n"
-                                    "more than once: the first is the one that is shown");
+    CLI::Option* device =
+            addOption(app, "--device", options.devices, "FILE|DIR|NAME",
+                      "Judge for this device: its codec list (media_codecs.xml), a folder\n"
+                      "with one, what dumpsys media.player prints, a list of MIME\n"
+                      "types (- is standard input for these), or a known name; more\n"
+                      "than once: the first is the one that is shown in full");
     CLI::Option* const all[] = {
             device,
             addOption(app, "--compare", options.compared, "A,B,...",
                       "Print a table of these devices, named as for --device, by files")
-                    ->delimiter(',')
                     ->excludes(device),
             app.add_flag_callback(
                     "--list-devices", [] { throw CLI::CallForVersion(listOfDevices(), 0); },
@@ -130,16 +140,14 @@ void addDeviceOptions(CLI::App& app, DeviceOptions& options) {
 }
 
 std::vector<PretendedDevice> readDevices(const DeviceOptions& options) {
-    std::vector<std::string> names = options.compared.empty() ? options.devices : options.compared;
+    std::vector<std::string> names = options.devices;
+    for (const std::string& each : options.compared) split(each, names);
     if (names.empty()) names.emplace_back(kDefaultDevice);
     std::vector<PretendedDevice> devices;
     for (const std::string& name : names) {
+        if (name.empty()) throw UnknownDevice("is an empty name");
         PretendedDevice& device = devices.emplace_back();
-        try {
-            device.description = loadDevice(name);
-        } catch (const FileError& error) {
-            throw FileError("--device " + name + ": " + error.what());
-        }
+        device.description = loadDevice(name);
         shape(device, options);
     }
     return devices;

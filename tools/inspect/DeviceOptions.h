@@ -23,7 +23,8 @@ struct DeviceOptions {
 
 void addDeviceOptions(CLI::App& app, DeviceOptions& options);
 
-// Throws a FileError for a description that cannot be read. At least one.
+// At least one. Throws a FileError for a description that cannot be read, an UnknownDevice for a
+// name that is none.
 std::vector<PretendedDevice> readDevices(const DeviceOptions& options);
 
 // With one value each time.

@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "inspect/DeviceOptions.h"
+#include "inspect/devices/DeviceList.h"
 #include "zrcodecparser/MediaDefs.h"
 
 namespace inspect {
@@ -91,7 +92,7 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
     app.footer(
             "Exit status: 0 when every file was described, 1 when one could not be read, is "
             "truncated or fails\n--verify, or a file could not be written, 2 for a wrong command "
-            "line, 3 when --check is not met.");
+            "line or an unknown device, 3\nwhen --check is not met and nothing else is wrong.");
     app.set_version_flag("--version", android::ZRCODECPARSER_VERSION,
                          "Print the library's version");
     app.add_option("FILE", options.files, "Files to look at; - is standard input")
@@ -100,9 +101,9 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
     app.add_flag("--json", options.json, "Print one JSON document; docs/json.md names every field");
     app.add_flag("--keys", options.keys, "Print every key that the library stored");
     app.add_flag("--fix", options.scope.fix,
-                 "Print what to change in a file that does not play, as a command for ffmpeg");
+                 "Print what to change so that a file plays, as an ffmpeg command");
     app.add_flag("--check{all}", options.check,
-                 "Exit with status 3 when something does not play: =video, =audio or =all")
+                 "Exit with 3 when something does not play: =video, =audio or =all")
             ->check(CLI::IsMember({"video", "audio", "all"}).description(""));
     app.add_flag("--quiet,-q", options.quiet, "Print errors only");
     app.add_flag("--log", options.log, "Print what the library wrote to its log");
@@ -111,7 +112,7 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
     app.add_flag("--frames", options.scope.frames,
                  "Compare the key frames that the library finds with those marked");
     app.add_flag("--verify", options.scope.verify,
-                 "Read every sample and say whether they are all there, whole and in order");
+                 "Read every sample and say whether all are there, whole and in order");
     addOutputOptions(app, options);
     DeviceOptions device;
     addDeviceOptions(app, device);
@@ -122,12 +123,16 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
         if (app.exit(error, text, text) == 0) return CommandLineEnd{0, text.str()};
         return CommandLineEnd{kExitUsage, error.what() + hintOnDash(app.remaining())};
     }
+    options.isCompared = !device.compared.empty();
+    options.isDeviceNamed = options.isCompared || !device.devices.empty();
+    const std::string option = options.isCompared ? "--compare: " : "--device: ";
     try {
         options.scope.devices = readDevices(device);
+    } catch (const UnknownDevice& error) {
+        return CommandLineEnd{kExitUsage, option + error.what()};
     } catch (const FileError& error) {
-        return CommandLineEnd{kExitFileError, error.what()};
+        return CommandLineEnd{kExitFileError, option + error.what()};
     }
-    options.isCompared = !device.compared.empty();
     options.scope.outputs.inputs = options.files;
     return {};
 }

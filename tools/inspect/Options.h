@@ -20,9 +20,10 @@ struct Options {
     bool keys = false;
     bool log = false;
     bool quiet = false;
-    bool isCompared = false;  // a table of devices by files
-    std::string check;        // "video", "audio", "all"; empty = nothing has to play
-    std::string pictures;     // the folder to write pictures to; empty = none
+    bool isDeviceNamed = false;  // by --device or --compare
+    bool isCompared = false;     // a table of devices by files
+    std::string check;           // "video", "audio", "all"; empty = nothing has to play
+    std::string pictures;        // the folder to write pictures to; empty = none
     Scope scope;
 };
 

@@ -7,6 +7,8 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
+#include <set>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -72,20 +74,30 @@ bool meets(const std::string& check, const FileReport& report) {
             return verdict.play == FilePlay::kPlays;
         });
     }
+    const bool isRead = report.verdicts.front().play != FilePlay::kNoParser;
     return std::ranges::all_of(report.tracks, [&](const TrackReport& track) {
         return toString(track.stream.kind) != check ||
-               std::ranges::all_of(track.verdicts, plays, &Verdict::play);
+               (isRead && std::ranges::all_of(track.verdicts, plays, &Verdict::play));
     });
+}
+
+std::string textOf(const Options& options, const FileReport& report) {
+    const std::vector<PretendedDevice>& devices = options.scope.devices;
+    const TextStyle style{.colour = wantsColour(),
+                          .keys = options.keys,
+                          .log = options.log,
+                          .notKnown = options.isDeviceNamed};
+    std::ostringstream text;
+    std::ostringstream fixes;
+    printText(text, report, devices, style);
+    printFixes(fixes, report, devices, style, terminalColumns(STDOUT_FILENO));
+    return forTerminal(text.str()) + fixes.str();
 }
 
 // Returns whether all of it is written.
 bool show(const Options& options, const FileReport& report, bool isFirst) {
     if (options.quiet || options.json || options.isCompared || !report.error.empty()) return true;
-    const TextStyle style{.colour = wantsColour(), .keys = options.keys, .log = options.log};
-    std::ostringstream text;
-    if (!isFirst) text << '\n';
-    printText(text, report, style);
-    return print(forTerminal(text.str()));
+    return print(std::string(isFirst ? 0 : 1, '\n').append(textOf(options, report)));
 }
 
 bool showAll(const Options& options, const std::vector<FileReport>& reports) {
@@ -115,9 +127,18 @@ int inspectFiles(const Options& options, PictureFiles* pictures) {
     return isMet ? EXIT_SUCCESS : kExitDoesNotPlay;
 }
 
+// A device that is named twice has each said once.
 void warnOfDevices(const Options& options) {
+    std::set<std::string> said;
     for (const PretendedDevice& device : options.scope.devices) {
-        for (const std::string& warning : device.description.warnings) complain(warning);
+        const std::string& name = device.description.name;
+        const std::string file = std::filesystem::path(name).filename().string() + ':';
+        for (const std::string& warning : device.description.warnings) {
+            const bool isNamed = warning.starts_with(file);
+            const std::string place =
+                    isNamed ? warning.substr(file.size() - 1) : std::string(": ").append(warning);
+            if (said.insert(name + place).second) complain(name + place);
+        }
     }
 }
 

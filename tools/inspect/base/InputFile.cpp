@@ -77,7 +77,7 @@ int fileOf(const std::string& name, int pipe) {
 }  // namespace
 
 InputFile::InputFile(std::string path) : mPath(std::move(path)), mDescriptor(openInput(mPath)) {
-    mHasName = mPath != "-" && !isPipe(mDescriptor);
+    mHasName = mPath != "-" && !mPath.starts_with("/dev/") && !isPipe(mDescriptor);
     if (isPipe(mDescriptor)) mDescriptor = fileOf(mPath, mDescriptor);
     mSize = lseek(mDescriptor, 0, SEEK_END);
     if (mSize > 0) return;

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "inspect/base/Distance.h"
-#include "inspect/base/InputFile.h"
 #include "inspect/devices/MediaPlayerDump.h"
 #include "inspect/devices/MimeList.h"
 #include "inspect/devices/Source.h"
@@ -97,7 +96,7 @@ DeviceDescription readFile(const fs::path& path) {
     std::ranges::sort(names, {}, [&](std::string_view name) { return distance(what, name); });
     std::string list;
     for (const std::string_view name : names) list.append(list.empty() ? "" : ", ").append(name);
-    throw FileError(what + ": there is no such file, and the built-in devices are " + list);
+    throw UnknownDevice(what + ": there is no such file, and the built-in devices are " + list);
 }
 
 }  // namespace
@@ -113,7 +112,7 @@ DeviceDescription loadDevice(const std::string& what) {
         return device;
     }
     std::error_code error;
-    if (!fs::exists(what, error)) failOnUnknown(what);
+    if (what != "-" && !fs::exists(what, error) && !error) failOnUnknown(what);
     const bool isFolder = fs::is_directory(what, error);
     const fs::path folder = isFolder ? fs::path(what) : fs::path(what).parent_path();
     try {

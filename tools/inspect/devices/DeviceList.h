@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "inspect/base/InputFile.h"
 #include "inspect/devices/Decoder.h"
 
 namespace inspect {
@@ -19,9 +20,15 @@ struct BuiltInDevice {
 
 std::span<const BuiltInDevice> builtInDevices();
 
+// Of a name that is neither a built-in device nor a file.
+class UnknownDevice : public FileError {
+public:
+    using FileError::FileError;
+};
+
 // A built-in device, or else a file or folder: a codec list in XML with what it includes, the
-// output of "dumpsys media.player", a list of MIME types. Throws a FileError, which names the file,
-// for what is none of them.
+// output of "dumpsys media.player", a list of MIME types; "-" is standard input. Throws a
+// FileError, which names the file, for what is none of them.
 DeviceDescription loadDevice(const std::string& what);
 
 }  // namespace inspect

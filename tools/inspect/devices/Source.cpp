@@ -31,7 +31,7 @@ std::string shortName(std::string_view text) {
 }
 
 std::string inQuotes(std::string_view text) {
-    return '"' + shortName(text) + '"';
+    return '"' + shortName(text.substr(0, text.find('\0'))) + '"';
 }
 
 std::string_view trimmed(std::string_view text) {

@@ -38,7 +38,7 @@ private:
 // A name or a value out of a description: all of a usual one.
 std::string shortName(std::string_view text);
 
-// The same in quotes, for messages.
+// The same in quotes, for messages, which end at a zero.
 std::string inQuotes(std::string_view text);
 
 std::string_view trimmed(std::string_view text);

@@ -193,6 +193,7 @@ MediaFile readMediaFile(const OpenFile& open) {
     AVFormatContext& context = demuxer.context();
     MediaFile file;
     file.path = open.input().path();
+    file.hasName = open.input().hasName();
     file.format = open.format();
     file.formatName = open.formatName();
     file.truncation = open.extent().truncation;

@@ -74,6 +74,7 @@ struct Container {
 
 struct MediaFile {
     std::string path;
+    bool hasName = true;     // by which another program can open it
     std::string format;      // the demuxer's name, the first where it has several
     std::string formatName;  // the same in words
     std::string majorBrand;  // of the ISO base media family

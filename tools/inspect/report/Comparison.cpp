@@ -5,6 +5,8 @@
 #include <string>
 
 #include "inspect/base/Utf8.h"
+#include "inspect/devices/Judge.h"
+#include "inspect/report/TextReport.h"
 
 namespace inspect {
 namespace {
@@ -39,24 +41,40 @@ private:
 struct Line {
     std::string name;
     std::vector<std::string> cells;  // one a device
-    std::vector<bool> plays;
+    std::vector<FilePlay> plays;
 };
+
+// What could not be judged of tracks that play.
+std::string notKnownOf(const FileReport& report, size_t device) {
+    std::string text;
+    for (const TrackReport& track : report.tracks) {
+        const Verdict& verdict = track.verdicts[device];
+        if (verdict.notKnown.empty()) continue;
+        text += (text.empty() ? "" : "; ") + verdict.decoder + ": " + listed(verdict.notKnown);
+    }
+    return text;
+}
 
 std::vector<Line> linesOf(const std::vector<FileReport>& reports, Footnotes& notes) {
     std::vector<Line> lines;
     for (const FileReport& report : reports) {
         Line& line = lines.emplace_back();
         line.name = escaped(report.path);
-        for (const FileVerdict& verdict : report.verdicts) {
-            line.cells.push_back(std::string(toString(verdict.play)) + notes.refer(verdict.reason));
-            line.plays.push_back(verdict.play == FilePlay::kPlays);
+        for (size_t i = 0; i < report.verdicts.size(); i++) {
+            const auto& [play, reason] = report.verdicts[i];
+            const std::string note = reason.empty() ? notKnownOf(report, i) : reason;
+            line.cells.push_back(std::string(toString(play)) + notes.refer(note));
+            line.plays.push_back(play);
         }
     }
     return lines;
 }
 
 std::string cellText(const Line& line, size_t device, size_t width, const TextStyle& style) {
-    return paint(style, line.plays[device] ? kGreen : kRed, padded(line.cells[device], width));
+    const FilePlay play = line.plays[device];
+    const bool isHalf = play == FilePlay::kPlaysInPart;
+    const auto colour = play == FilePlay::kPlays ? kGreen : isHalf ? kYellow : kRed;
+    return paint(style, colour, padded(line.cells[device], width));
 }
 
 void printTable(std::ostream& out, const std::vector<std::string>& names,
@@ -114,6 +132,12 @@ void printComparison(std::ostream& out, std::span<const PretendedDevice> devices
         printList(out, names, lines, style);
     }
     notes.print(out, columns);
+    for (const FileReport& report : reports) {
+        const auto isOne = [](const auto& fix) { return fix.has_value(); };
+        if (std::ranges::none_of(report.fixes, isOne)) continue;
+        out << '\n' << paint(style, kBold, escaped(report.path)) << '\n';
+        printFixes(out, report, devices, style, columns);
+    }
 }
 
 }  // namespace inspect

@@ -67,8 +67,8 @@ std::string paint(const TextStyle& style, std::string_view colour, const std::st
 }
 
 std::string padded(std::string text, size_t width) {
-    text.resize(std::max(width, text.size()), ' ');
-    return text;
+    const size_t columns = columnsOf(text);
+    return text.append(width - std::min(width, columns), ' ');
 }
 
 std::string rightAligned(const std::string& text, size_t width) {

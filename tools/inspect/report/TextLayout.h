@@ -10,8 +10,9 @@ namespace inspect {
 
 struct TextStyle {
     bool colour = false;
-    bool keys = false;  // every key of every format
-    bool log = false;   // the library's log lines
+    bool keys = false;      // every key of every format
+    bool log = false;       // the library's log lines
+    bool notKnown = false;  // what could not be judged
 };
 
 inline constexpr std::string_view kBold = "1";

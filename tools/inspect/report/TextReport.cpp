@@ -16,6 +16,15 @@ namespace {
 
 using namespace android;
 
+// Where the lines about a file begin.
+const std::string kFileIndent(6, ' ');
+
+std::string joined(const std::vector<std::string>& words, const char* between) {
+    std::string text;
+    for (const std::string& word : words) text += (text.empty() ? "" : between) + word;
+    return text;
+}
+
 std::string bitRateText(int32_t bitRate) {
     constexpr int kThousand = 1000;
     if (bitRate < kThousand) return std::to_string(bitRate) + " b/s";
@@ -69,7 +78,7 @@ private:
     std::string mText;
 };
 
-std::string verdictText(const Verdict& verdict, const TextStyle& style) {
+std::string verdictText(const Verdict& verdict, const std::string& mime, const TextStyle& style) {
     std::string text;
     if (plays(verdict.play)) {
         const bool isInSoftware = verdict.play == Play::kPlaysInSoftware;
@@ -79,7 +88,8 @@ std::string verdictText(const Verdict& verdict, const TextStyle& style) {
         const std::string code(toString(verdict.play));
         text = paint(style, kRed, "does not play (" + code + ")");
     }
-    if (!verdict.decoder.empty()) text += " with " + escaped(verdict.decoder);
+    const std::string decoder = escaped(verdict.decoder);
+    if (!decoder.empty() && decoder != mime) text += " with " + decoder;
     if (!verdict.reason.empty()) text += ": " + escaped(verdict.reason);
     return text;
 }
@@ -93,14 +103,25 @@ std::string verdictText(const FileVerdict& verdict, const TextStyle& style) {
     return paint(style, isGood ? kGreen : isHalf ? kYellow : kRed, words);
 }
 
-// What led to a verdict that is not good, in one line.
-void printChain(std::ostream& out, const Verdict& verdict, const TextStyle& style) {
-    if (plays(verdict.play) || verdict.chain.empty()) return;
-    std::string text;
+void printDim(std::ostream& out, const std::string& text, const TextStyle& style) {
+    if (!text.empty()) out << kIndent << paint(style, kDim, escaped(text)) << '\n';
+}
+
+// What led to a verdict that is not good, without what its reason says; each step once.
+std::string chainText(const Verdict& verdict) {
+    if (plays(verdict.play)) return {};
+    std::vector<std::string> steps;
     for (const auto& [what, answer] : verdict.chain) {
-        text += (text.empty() ? "" : "; ") + what + ": " + answer;
+        const std::string step = what + ": " + answer;
+        const bool isSaid = verdict.reason.find(answer) != std::string::npos &&
+                            verdict.reason.find(what) != std::string::npos;
+        if (!isSaid && std::ranges::count(steps, step) == 0) steps.push_back(step);
     }
-    out << kIndent << paint(style, kDim, escaped(text)) << '\n';
+    return joined(steps, "; ");
+}
+
+std::string notKnownText(const Verdict& verdict) {
+    return verdict.notKnown.empty() ? "" : verdict.decoder + ": " + joined(verdict.notKnown, "; ");
 }
 
 void printCodecData(std::ostream& out, const std::vector<CodecDatum>& data) {
@@ -125,13 +146,16 @@ void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
     const std::string index = rightAligned(std::to_string(track.stream.index), 4);
     out << index << "  " << padded(toString(track.stream.kind), 5) << "  ";
     if (track.stream.kind == Kind::kOther) {
-        out << escaped(track.stream.codec) << ": not a track to the library\n";
+        const std::string& why = track.stream.nothingReadable;
+        out << escaped(track.stream.codec) << ": "
+            << (why.empty() ? "not a track to the library" : escaped(why)) << '\n';
         return;
     }
     out << paint(style, kBold, padded(mimeOf(track.found.entries), mimeWidth)) << "  "
-        << verdictText(track.verdicts.front(), style) << '\n'
+        << verdictText(track.verdicts.front(), mimeOf(track.found.entries), style) << '\n'
         << kIndent << Facts(track).text() << '\n';
-    printChain(out, track.verdicts.front(), style);
+    printDim(out, chainText(track.verdicts.front()), style);
+    if (style.notKnown) printDim(out, notKnownText(track.verdicts.front()), style);
     if (const PcmFormat* pcm = findPcmFormat(track.stream)) {
         out << kIndent << "conversion to 16 bits: " << pcm->conversion << '\n';
     }
@@ -152,42 +176,78 @@ void printTrack(std::ostream& out, const TrackReport& track, size_t mimeWidth,
     if (style.log) printLog(out, track.found.log, style);
 }
 
-void printFix(std::ostream& out, const Fix& fix, const TextStyle& style) {
-    const std::string indent = "      ";
-    out << indent << paint(style, kBold, "fix") << ": " << escaped(fix.sentence) << '\n';
-    if (!fix.command.empty()) out << indent << escaped(fix.command) << '\n';
-    if (!fix.device.empty()) {
-        out << indent << "or what the device lacks: " << escaped(fix.device) << '\n';
+// Of a verdict that no track's line explains.
+bool isUnexplained(const FileReport& report) {
+    const std::string& reason = report.verdicts.front().reason;
+    return std::ranges::none_of(report.tracks, [&](const TrackReport& track) {
+        const std::string& own = track.verdicts.front().reason;
+        return !own.empty() && reason.find(own) != std::string::npos;
+    });
+}
+
+// The first device's verdict is that of the file.
+void printOtherDevices(std::ostream& out, const FileReport& report,
+                       std::span<const PretendedDevice> devices, const TextStyle& style) {
+    for (size_t i = 1; i < devices.size(); i++) {
+        const FileVerdict& verdict = report.verdicts[i];
+        out << kFileIndent << "on " << escaped(devices[i].description.name) << ": "
+            << verdictText(verdict, style) << (verdict.reason.empty() ? "" : ": ")
+            << escaped(verdict.reason) << '\n';
     }
 }
 
 }  // namespace
 
-void printText(std::ostream& out, const FileReport& report, const TextStyle& style) {
+void printText(std::ostream& out, const FileReport& report,
+               std::span<const PretendedDevice> devices, const TextStyle& style) {
     const bool hasMime = findValue<std::string>(report.entries, AMEDIAFORMAT_KEY_MIME) != nullptr;
     out << paint(style, kBold, escaped(report.path)) << "  "
         << (hasMime ? mimeOf(report.entries) : "no container MIME type") << ", "
         << escaped(report.formatName);
     const auto* duration = findValue<int64_t>(report.entries, AMEDIAFORMAT_KEY_DURATION);
     if (duration != nullptr) out << ", " << durationText(*duration);
-    out << ": " << verdictText(report.verdicts.front(), style) << '\n';
+    const FileVerdict& verdict = report.verdicts.front();
+    out << ": " << verdictText(verdict, style);
+    if (devices.size() > 1) out << " on " << escaped(devices.front().description.name);
+    if (isUnexplained(report) && !verdict.reason.empty()) out << ": " << escaped(verdict.reason);
+    out << '\n';
+    printOtherDevices(out, report, devices, style);
     if (report.truncation) {
-        out << "      " << paint(style, kRed, "truncated") << ": " << *report.truncation << '\n';
+        out << kFileIndent << paint(style, kRed, "truncated") << ": " << *report.truncation << '\n';
     }
     if (report.junk) {
-        out << "      " << paint(style, kYellow, "junk") << ": " << *report.junk << '\n';
+        out << kFileIndent << paint(style, kYellow, "junk") << ": " << *report.junk << '\n';
     }
-    if (style.keys) printKeys(out, report.entries, "      ");
+    if (style.keys) printKeys(out, report.entries, kFileIndent);
     size_t mimeWidth = 0;
     for (const TrackReport& track : report.tracks) {
         if (track.stream.kind == Kind::kOther) continue;
         mimeWidth = std::max(mimeWidth, mimeOf(track.found.entries).size());
     }
     for (const TrackReport& track : report.tracks) printTrack(out, track, mimeWidth, style);
-    if (!report.fixes.empty() && report.fixes.front()) {
-        printFix(out, *report.fixes.front(), style);
-    }
     printTags(out, report.tags, style);
+}
+
+void printFixes(std::ostream& out, const FileReport& report,
+                std::span<const PretendedDevice> devices, const TextStyle& style, size_t columns) {
+    const auto print = [&](const std::string& text) {
+        out << wrapped(kFileIndent + text, columns) << '\n';
+    };
+    for (size_t i = 0; i < report.fixes.size(); i++) {
+        const auto isIt = [&](const auto& fix) { return fix == report.fixes[i]; };
+        const auto last = report.fixes.begin() + static_cast<ptrdiff_t>(i);
+        if (!report.fixes[i] || std::any_of(report.fixes.begin(), last, isIt)) continue;
+        std::vector<std::string> names;
+        for (size_t other = i; other < devices.size(); other++) {
+            if (isIt(report.fixes[other])) names.push_back(devices[other].description.name);
+        }
+        const std::string heading =
+                devices.size() > 1 ? "fix for " + escaped(joined(names, ", ")) : "fix";
+        const Fix& fix = *report.fixes[i];
+        print(paint(style, kBold, heading) + ": " + escaped(fix.sentence));
+        if (!fix.command.empty()) out << kFileIndent << fix.command << '\n';
+        if (!fix.device.empty()) print("or what the device lacks: " + escaped(fix.device));
+    }
 }
 
 }  // namespace inspect

@@ -1,10 +1,14 @@
 #include "inspect/verdict/Fix.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <filesystem>
 #include <utility>
 
+#include "inspect/base/Utf8.h"
 #include "inspect/media/CodecMap.h"
 #include "inspect/media/ContainerMap.h"
 #include "inspect/media/LibAv.h"
@@ -97,13 +101,27 @@ Stream movedTo(const Muxer& muxer, Stream stream) {
     return stream;
 }
 
+// Bytes that no terminal and no text in UTF-8 lets through, for a POSIX shell: "$(printf '\\ddd')"
+std::string printed(const std::string& word) {
+    std::string text;
+    for (const char c : word) {
+        const auto byte = static_cast<unsigned char>(c);
+        std::array<char, 5> octal{};
+        std::snprintf(octal.data(), octal.size(), "\\%03o", byte);
+        const bool isPlain = byte >= ' ' && byte < 0x7F && c != '\\' && c != '\'' && c != '%';
+        text += isPlain ? std::string(1, c) : octal.data();
+    }
+    return "\"$(printf '" + text + "')\"";
+}
+
 // For a POSIX shell.
 std::string quoted(const std::string& word) {
     constexpr std::string_view kPlain =
             "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-+=:,./@%";
     if (!word.empty() && word.find_first_not_of(kPlain) == word.npos) return word;
+    if (escaped(word) != word) return printed(word);
     std::string text = "'";
-    for (const char c : word) text += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    for (const char c : word) text += c == '\'' ? std::string("'\"'\"'") : std::string(1, c);
     return text + "'";
 }
 
@@ -169,6 +187,8 @@ public:
 
     Fix fix() const {
         std::filesystem::path out = mFile.path;
+        const std::string folder = out.has_parent_path() ? out.parent_path() : ".";
+        if (access(folder.c_str(), W_OK) != 0) out = out.filename();
         out.replace_extension("fixed." + std::string(mMuxer.extension));
         Fix fix;
         fix.command = "ffmpeg";
@@ -180,6 +200,10 @@ public:
         fix.command += " -i " + quoted(fileWord(mFile.path)) + mMaps + mOptions + " " +
                        quoted(fileWord(out.string()));
         fix.sentence = mNotes.empty() ? "another container, and nothing is converted" : mNotes;
+        if (!mFile.hasName) {
+            fix.command.clear();
+            fix.sentence += "; no command can name what comes through a pipe: save it to a file";
+        }
         return fix;
     }
 

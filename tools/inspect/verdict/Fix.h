@@ -13,8 +13,10 @@ namespace inspect {
 
 struct Fix {
     std::string sentence;  // what the command does, or why none helps
-    std::string command;   // for a shell; empty = none helps
+    std::string command;   // for a shell, and as it is for a terminal; empty = none helps
     std::string device;    // what the device lacks instead; empty = nothing would help
+
+    bool operator==(const Fix&) const = default;
 };
 
 // For a file that does not play, or not all of it. The command is proposed only where the same

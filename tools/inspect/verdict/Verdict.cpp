@@ -5,6 +5,7 @@
 
 #include "inspect/callers/Offer.h"
 #include "inspect/devices/Judge.h"
+#include "inspect/devices/Profiles.h"
 #include "inspect/media/CodecMap.h"
 #include "platform/Log.h"
 #include "zrcodecparser/CodecType.h"
@@ -74,7 +75,7 @@ std::string plainType(std::string_view mime) {
     for (const char c : mime.substr(std::min(mime.find('/') + 1, mime.size()))) {
         if (std::isalnum(static_cast<unsigned char>(c)) != 0) {
             plain += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-        } else if (plain == "x" || plain == "vnd" || plain == "ms") {
+        } else if (plain == "x" || plain == "vnd" || plain == "ms" || plain == "zr") {
             plain.clear();
         }
     }
@@ -116,6 +117,12 @@ std::string whyNoDecoder(const Stream& stream, const std::set<std::string>& want
     const std::set<std::string> near = nearTypes(wanted, device);
     if (!near.empty()) {
         text += "; it has one for " + joined(near, ", ") + ", for which the library does not ask";
+    }
+    for (const Decoder& each : device.description.decoders) {
+        const auto isIt = [&](const std::string& mime) { return isSameMime(mime, each.type); };
+        if (!each.whyIgnored.empty() && std::ranges::any_of(wanted, isIt)) {
+            text += "; " + sentence({&each, {}});
+        }
     }
     const auto& missing = device.description.missingFiles;
     if (!missing.empty())
@@ -164,9 +171,11 @@ Verdict notOffered(const Stream& stream, const Offer& offer, const PretendedDevi
     }
     if (!offer.mime) {
         const std::vector<std::string> texts = complaints(offer);
+        const char* what = device.host.mediaServerAlive ? "has no codec list" : "does not answer";
         return because(Play::kNoDecoder,
-                       "no MIME type stored; the library says: " +
-                               (texts.empty() ? "nothing" : texts.back()),
+                       std::string("the device's media server ") + what +
+                               ", so no MIME type is stored; the library says: " +
+                               (texts.empty() ? "nothing" : texts.front()),
                        "a media server that answers with its codec list");
     }
     if (stream.kind == Kind::kText) {
@@ -203,7 +212,8 @@ Verdict withoutChain(const Stream& stream, const Offer& offer, const TrackFacts&
     if (stream.kind == Kind::kText) return because(Play::kPlays, "");
     if (hasDecoder(device, *offer.mime)) return chosen(*offer.mime, facts, device);
     return because(Play::kOfferedWithoutDecoder,
-                   "offered although the device has no decoder for " + *offer.mime,
+                   "the library offers it whatever the device has, but there is no decoder for " +
+                           *offer.mime,
                    "a decoder for " + *offer.mime);
 }
 
