@@ -101,7 +101,7 @@ Stream movedTo(const Muxer& muxer, Stream stream) {
     return stream;
 }
 
-// Bytes that no terminal and no text in UTF-8 lets through, for a POSIX shell: "$(printf '\\ddd')"
+// Bytes that no terminal and no text in UTF-8 lets through, for a POSIX shell: "$(printf '\ddd')"
 std::string printed(const std::string& word) {
     std::string text;
     for (const char c : word) {
