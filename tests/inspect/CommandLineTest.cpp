@@ -53,6 +53,7 @@ TEST_F(CommandLine, ProposesWhatCanBeDone) {
              " A.fixed.mkv\n"},
             {"printf 'video/hevc v bitrate=1-9 video/avc v audio/mpeg a' >d; $Z --fix --device d $S/video.avi",
              " -level:0 1.1 -c:1 copy "},
+            {"LC_ALL=C sed 's/5avcC/\\x0BavcC/' $S/video.mp4 >u; $Z --fix u", "no conversion mends that"},
             // Sequence headers of MPEG-2 have the size.
             {FFMPEG " -v error -f lavfi -i testsrc -f lavfi -i sine -t 1 -f mpegts - |"
              " LC_ALL=C sed 's/\\x00\\x00\\x01\\xB3/\\x00\\x00\\x01\\xB2/g' >t; $Z --fix t",

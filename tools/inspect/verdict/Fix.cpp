@@ -230,6 +230,7 @@ std::string whyBeyondRepair(const JudgedTrack& track) {
             return name + "wants the key of its owner; no conversion goes without";
         case Play::kCodecDataBroken:
             return name + "no decoder starts from it, nor a converter; get or write the file anew";
+        case Play::kEndsProcess: return name + track.verdict->reason + "; no conversion mends that";
         case Play::kNothingReadable: return name + stream.nothingReadable + "; get the whole file";
         default: break;
     }
