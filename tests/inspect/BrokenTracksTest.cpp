@@ -8,8 +8,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "inspect/verdict/BrokenData.h"
 #include "inspect/callers/Session.h"
+#include "inspect/verdict/BrokenData.h"
 
 namespace {
 
@@ -81,6 +81,7 @@ TEST(BrokenTracks, CodecData) {
                           {avc, "avcC", 9, "\xE0", "no SPS"},
                           {flv, "\1\0\6\x68"s, 0, "\0"s, "no PPS"},
                           {avc, "avcC", 10, "\xFF", "cut short"},
+                          {avc, "\0\0\0\65avcC"s, 0, "\0\0\0\13"s, "cut short"},
                           {avc, "avcC", 16, std::string(8, '\0'), "SPS"},
                           {hvc1, "hvcC", 4, "\0"s, "version 0"},
                           {hvc1, "hvcC", 27, "\x27", "no VPS"},

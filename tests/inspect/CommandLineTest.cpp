@@ -33,6 +33,26 @@ TEST_F(CommandLine, EndsAsItShould) {
     EXPECT_EQ(shell("ls -A | grep -E 'wav|zrinspect'").out, "");
 }
 
+TEST_F(CommandLine, ProposesWhatCanBeDone) {
+    // clang-format off
+    const std::pair<const char*, const char*> cases[] = {
+            {"$Z --fix --no-decoder audio/mpeg $S/audio.mp3", "becomes AAC LC\n"},
+            {"$Z --fix --no-decoder audio/mpeg $S/audio.mp3", "lacks: a decoder for audio/mpeg\n"},
+            {"$Z --fix --no-decoder video/avc - <$S/video.mp4", "ffmpeg -i - -map"},
+            {FFMPEG " -v error -i $S/video.mp4 -c copy A.MKV; $Z --fix --device bare A.MKV",
+             " A.fixed.mkv\n"},
+            {"printf 'video/hevc v bitrate=1-9 video/avc v audio/mpeg a' >d; $Z --fix --device d $S/video.avi",
+             " -level:0 1.1 -c:1 copy "},
+            {"LC_ALL=C sed 's/5avcC/\\x0BavcC/' $S/video.mp4 >u; $Z --fix u", "no conversion mends that"},
+            // Sequence headers of MPEG-2 have the size.
+            {FFMPEG " -v error -f lavfi -i testsrc -f lavfi -i sine -t 1 -f mpegts - |"
+             " LC_ALL=C sed 's/\\x00\\x00\\x01\\xB3/\\x00\\x00\\x01\\xB2/g' >t; $Z --fix t",
+             "no conversion is known"},
+    };
+    // clang-format on
+    for (const auto& [script, part] : cases) expectContains(shell(script).out, part);
+}
+
 TEST_F(CommandLine, FitsPipesAndTerminals) {
     const std::string usual = shell("cd $S; $Z --keys video.mp4").out.substr(9);
     EXPECT_EQ(shell("$Z --keys - <$S/video.mp4").out, "-" + usual);

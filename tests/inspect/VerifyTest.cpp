@@ -130,6 +130,12 @@ TEST_F(Verify, NothingReadableIsTheVerdict) {
         expectContains(file["tracks"][0]["reason"], reason);
     }
     expectContains(inspectBytes("", fragmented).out, "video/avc        plays with");
+    // The video begins behind sound of which no chunk is in the file.
+    std::string late = encode("-vf setpts=PTS+3/TB -fps_mode passthrough " + kMp4);
+    const size_t chunks = late.rfind("stco") + 12;
+    const auto count = static_cast<size_t>(late[chunks - 1]);
+    for (size_t i = 0; i < count; i++) late[chunks + 4 * i] = 0x7F;
+    expectContains(inspectBytes("", late).out, "video/avc        plays with");
 }
 
 }  // namespace

@@ -99,6 +99,7 @@ std::map<int, KeyFrames> compareKeyFrames(const OpenFile& open, const MediaFile&
     walkSamples(open, demuxer, [&](AVPacket& packet) {
         const auto track = tracks.find(packet.stream_index);
         if (track != tracks.end()) track->second.add(*helper, packet);
+        return true;
     });
     for (const auto& [index, track] : tracks) results.emplace(index, track.result());
     return results;

@@ -104,6 +104,7 @@ void readPackets(const OpenFile& open, const Demuxer& demuxer, int index, Dump& 
         if (packet.stream_index == index) {
             dump.add({packet.data, static_cast<size_t>(packet.size)});
         }
+        return true;
     });
     if (status != AVERROR_EOF) failOn(open.input().path(), readingError(status));
 }

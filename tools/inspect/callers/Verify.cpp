@@ -197,6 +197,7 @@ std::map<int, Verification> verifySamples(const OpenFile& open, const MediaFile&
     const int status = walkSamples(open, demuxer, [&](const AVPacket& packet) {
         const auto track = tracks.find(packet.stream_index);
         if (track != tracks.end()) track->second.add(packet);
+        return true;
     });
     std::map<int, Verification> results;
     for (auto& [index, track] : tracks) {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int64_t kMaxNumber = 1'000'000'000'000;
 constexpr int64_t kMaxSide = 1'000'000;
-constexpr size_t kMaxItems = 256;  // of a list
+constexpr size_t kMaxItems = 64;  // of a list
 
 std::optional<int64_t> readNumber(std::string_view text) {
     text = trimmed(text);

@@ -12,7 +12,7 @@
 namespace inspect {
 
 inline constexpr size_t kMaxDescriptionBytes = size_t{16} << 20;  // with all that it includes
-inline constexpr size_t kMaxDecoders = 10'000;                    // of a description
+inline constexpr size_t kMaxDecoders = 1'000;                     // of a description
 
 struct Source {
     std::string name;

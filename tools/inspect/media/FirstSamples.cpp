@@ -34,31 +34,29 @@ struct Found {
     std::set<int> brokenUnits;  // and no sample whose NAL units fill it
 };
 
-Found readUntilFound(AVFormatContext& context, std::set<int> sought, std::span<Stream> streams) {
-    constexpr int kMostPackets = 1000;
-    int64_t bytesLeft = 8 << 20;
+Found readUntilFound(const OpenFile& open, const Demuxer& demuxer, std::set<int> sought,
+                     std::span<Stream> streams) {
     Found found;
-    const LibAvPtr<AVPacket> packet(av_packet_alloc());
-    for (int count = 0; count < kMostPackets && bytesLeft > 0 && !sought.empty(); count++) {
-        if (av_read_frame(&context, packet.get()) < 0) {
-            found.nothing = std::move(sought);
-            break;
-        }
-        bytesLeft -= packet->size;
-        const int index = packet->stream_index;
+    if (sought.empty()) return found;
+    int packetsLeft = 1000;
+    int64_t bytesLeft = 8 << 20;
+    const int status = walkSamples(open, demuxer, [&](const AVPacket& packet) {
+        const int index = packet.stream_index;
         const auto place = static_cast<size_t>(index);
-        const bool isWhole = (packet->flags & AV_PKT_FLAG_CORRUPT) == 0;
+        const bool isWhole = (packet.flags & AV_PKT_FLAG_CORRUPT) == 0;
         if (isWhole && sought.contains(index)) {
-            if (hasWholeUnits(*packet, *context.streams[place]->codecpar)) {
-                findAdtsHeader(*packet, streams[place]);
+            if (hasWholeUnits(packet, *demuxer.streams()[place]->codecpar)) {
+                findAdtsHeader(packet, streams[place]);
                 found.brokenUnits.erase(index);
                 sought.erase(index);
             } else {
                 found.brokenUnits.insert(index);
             }
         }
-        av_packet_unref(packet.get());
-    }
+        bytesLeft -= packet.size;
+        return --packetsLeft > 0 && bytesLeft > 0 && !sought.empty();
+    });
+    if (status < 0) found.nothing = std::move(sought);
     return found;
 }
 
@@ -78,7 +76,7 @@ void readFirstSamples(const OpenFile& open, const Demuxer& demuxer, std::span<St
                 mayHaveAdtsHeaders(stream) || unitLengthBytes(*source.codecpar) > 0;
         if (isLookedInto || !isIndexed) sought.insert(stream.index);
     }
-    const Found found = readUntilFound(demuxer.context(), std::move(sought), streams);
+    const Found found = readUntilFound(open, demuxer, std::move(sought), streams);
     for (const int index : found.nothing) {
         streams[static_cast<size_t>(index)].nothingReadable =
                 hasWholeIndex(open) ? "the track has no samples"

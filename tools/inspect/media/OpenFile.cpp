@@ -1,5 +1,9 @@
 #include "inspect/media/OpenFile.h"
 
+extern "C" {
+#include <libavutil/mem.h>
+}
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -34,6 +38,7 @@ void failAsNotMedia(const InputFile& file) {
 
 OpenFile::OpenFile(const InputFile& input) : mInput(input) {
     setLibAvListener(nullptr);
+    av_max_alloc(size_t{512} << 20);  // for no sample and no index more, whatever its size says
     // No file is known by what one byte over and over says.
     constexpr int64_t kLeastProbed = 64 << 10;
     const Fill fill = findFill(input);

@@ -1,24 +1,11 @@
 #include "inspect/media/Samples.h"
 
-extern "C" {
-#include <libavutil/mem.h>
-}
-
 #include <algorithm>
 
 #include "inspect/base/Progress.h"
 
 namespace inspect {
 namespace {
-
-// No sample takes more, whatever its size says.
-class MemoryLimit {
-public:
-    MemoryLimit() { av_max_alloc(size_t{512} << 20); }
-    ~MemoryLimit() { av_max_alloc(std::numeric_limits<int>::max()); }  // as it is at first
-    MemoryLimit(const MemoryLimit&) = delete;
-    MemoryLimit& operator=(const MemoryLimit&) = delete;
-};
 
 // How many samples the index holds of the streams that are read.
 int64_t indexedSamples(const Demuxer& demuxer) {
@@ -83,11 +70,10 @@ void visitIndex(const OpenFile& open, AVStream& stream,
 }
 
 int walkSamples(const OpenFile& open, const Demuxer& demuxer,
-                const std::function<void(AVPacket&)>& visit) {
+                const std::function<bool(AVPacket&)>& visit) {
     constexpr int64_t kMostSamples = 1 << 24;
     // Samples may lie one upon the other, but not all of them.
     int64_t bytesLeft = 4 * std::min(open.input().size(), int64_t{1} << 60) + (64 << 20);
-    const MemoryLimit limit;
     Progress progress(open.input().path(), open.input().size());
     const LibAvPtr<AVPacket> packet(av_packet_alloc());
     for (int64_t count = 1; count <= kMostSamples && bytesLeft >= 0; count++) {
@@ -100,8 +86,9 @@ int walkSamples(const OpenFile& open, const Demuxer& demuxer,
         }
         if (status < 0) return status;
         bytesLeft -= packet->size;
-        visit(*packet);
+        const bool goesOn = visit(*packet);
         av_packet_unref(packet.get());
+        if (!goesOn) return 0;
     }
     return AVERROR_EXIT;
 }

@@ -24,11 +24,11 @@ void visitIndex(const OpenFile& open, AVStream& stream,
                 const std::function<bool(const IndexEntry&)>& visit);
 
 // Reads the samples of the streams that are not discarded, and shows on a terminal how far it is.
-// Goes past samples that a whole index places behind the end. The visit may change the packet.
-// Returns libav's status: AVERROR_EOF at the end, AVERROR_EXIT when the file has samples without
-// an end.
+// Goes past samples that a whole index places behind the end. The visit may change the packet, and
+// returns whether to go on. Returns libav's status: AVERROR_EOF at the end, AVERROR_EXIT when the
+// file has samples without an end; 0 when the visit wants no more.
 int walkSamples(const OpenFile& open, const Demuxer& demuxer,
-                const std::function<void(AVPacket&)>& visit);
+                const std::function<bool(AVPacket&)>& visit);
 
 // ISO/IEC 14496-15 5.3.3.1.2 and 8.3.3.1.2: of the lengths before NAL units; 0 = there are none.
 size_t unitLengthBytes(const AVCodecParameters& codec);

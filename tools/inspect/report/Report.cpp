@@ -42,6 +42,9 @@ TrackReport reportTrack(const Stream& stream, const MediaFile& file, Session& se
     track.stream = stream;
     track.found = session.describeTrack(stream, file.container.hasWholeFrames);
     track.facts = factsOf(stream, track.found.records);
+    track.faults = {.brokenData = whyNoDecoderStarts(stream, track.found.records,
+                                                     file.container.hasWholeFrames),
+                    .endsProcess = track.found.fatal};
     if (scope.explain) track.explanations = track.found.records;
     return track;
 }
@@ -61,12 +64,8 @@ void judgeFor(const PretendedDevice& device, FileReport& report, const MediaFile
               bool isFixed) {
     std::vector<JudgedTrack> tracks;
     for (TrackReport& track : report.tracks) {
-        const TrackFaults faults = {
-                .brokenData = whyNoDecoderStarts(track.stream, track.found.records,
-                                                 file.container.hasWholeFrames),
-                .endsProcess = track.found.fatal};
-        track.verdicts.push_back(
-                judge(track.stream, file.container.hasWholeFrames, track.facts, faults, device));
+        track.verdicts.push_back(judge(track.stream, file.container.hasWholeFrames, track.facts,
+                                       track.faults, device));
         tracks.push_back({&track.stream, &track.facts, &track.verdicts.back()});
     }
     const FileVerdict verdict = judge(file.container, tracks);

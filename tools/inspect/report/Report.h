@@ -35,6 +35,7 @@ struct TrackReport {
     Stream stream;
     TrackFindings found;
     TrackFacts facts;
+    TrackFaults faults;
     std::vector<Verdict> verdicts;  // one a device
     std::optional<PcmDump> dump;
     std::vector<Record> explanations;

@@ -19,8 +19,8 @@ using Why = std::string;  // empty: nothing is wrong
 // Annex B of ITU-T H.264 and H.265: no record.
 bool hasStartCode(Bytes data) {
     const std::array<uint8_t, 4> first = {0, 0, 0, 1};
-    return data.size() < first.size() || std::ranges::equal(data.first(4), first) ||
-           std::ranges::equal(data.first(3), Bytes(first).last(3));
+    return data.size() >= first.size() && (std::ranges::equal(data.first(4), first) ||
+                                           std::ranges::equal(data.first(3), Bytes(first).last(3)));
 }
 
 // ISO/IEC 14496-15 5.4.2.1, 8.4.1.1: the sample entries whose parameter sets may stand in samples.

@@ -47,19 +47,15 @@ constexpr auto kMuxers = std::to_array<Muxer>({
 });
 // clang-format on
 
-std::string extensionOf(const std::string& path) {
-    std::string extension = std::filesystem::path(path).extension().string();
-    return extension.empty() ? extension : extension.substr(1);
-}
-
 // The file's own first, and then those that hold nearly everything.
 std::vector<Muxer> muxersFor(const MediaFile& file) {
-    const std::string own = extensionOf(file.path);
     const bool hasVideo = std::ranges::any_of(
             file.streams, [](const Stream& each) { return each.kind == Kind::kVideo; });
     std::vector<Muxer> muxers;
     for (const Muxer& each : kMuxers) {
-        if (each.extension == own && each.format == file.format) muxers.push_back(each);
+        const std::string extension(each.extension);
+        const bool isOwn = av_match_ext(file.path.c_str(), extension.c_str()) != 0;
+        if (isOwn && each.format == file.format) muxers.push_back(each);
     }
     const auto last = hasVideo ? std::to_array<Muxer>({{"mp4", "mov"}, {"mkv", "matroska"}})
                                : std::to_array<Muxer>({{"m4a", "mov"}, {"mka", "matroska"}});
@@ -125,8 +121,9 @@ std::string quoted(const std::string& word) {
     return text + "'";
 }
 
-// A name that neither an option nor a protocol can be taken for.
+// A name that neither an option nor a protocol can be taken for; "-" is standard input to both.
 std::string fileWord(const std::string& path) {
+    if (path == "-") return path;
     return path.starts_with('-') || path.find(':') != path.npos ? "file:" + path : path;
 }
 
@@ -248,18 +245,22 @@ std::optional<Plan> planFor(const MediaFile& file, std::span<const JudgedTrack> 
 
 // Why no conversion can be told for a track; empty = one may be found.
 std::string whyBeyondRepair(const JudgedTrack& track) {
-    const std::string name = nameOf(*track.stream) + ": ";
+    const Stream& stream = *track.stream;
+    const bool isNoTrack = stream.kind == Kind::kOther;  // to the library
+    if (isNoTrack && stream.nothingReadable.empty()) return {};
+    const std::string name = nameOf(stream) + ": ";
     switch (track.verdict->play) {
         case Play::kEncrypted:
             return name + "wants the key of its owner; no conversion goes without";
         case Play::kCodecDataBroken:
             return name + "no decoder starts from it, nor a converter; get or write the file anew";
-        case Play::kNothingReadable: return name + "is not in the file; get the whole file";
+        case Play::kEndsProcess: return name + track.verdict->reason + "; no conversion mends that";
+        case Play::kNothingReadable: return name + stream.nothingReadable + "; get the whole file";
         default: break;
     }
-    const bool isConverted = !plays(track.verdict->play) && track.stream->kind != Kind::kText;
-    if (!isConverted || avcodec_find_decoder(codecOf(*track.stream)) != nullptr) return {};
-    return name + "no converter is known for " + track.stream->codec;
+    const bool isConverted = !plays(track.verdict->play) && stream.kind != Kind::kText;
+    if (!isConverted || avcodec_find_decoder(codecOf(stream)) != nullptr) return {};
+    return name + "no converter is known for " + stream.codec;
 }
 
 }  // namespace
@@ -272,6 +273,7 @@ Fix proposeFix(const MediaFile& file, std::span<const JudgedTrack> tracks,
     }
     std::string lack;
     for (const JudgedTrack& track : tracks) {
+        if (track.stream->kind == Kind::kOther) continue;
         const std::string& each = track.verdict->lack;
         if (!each.empty() && lack.find(each) == lack.npos)
             lack += (lack.empty() ? "" : "; ") + each;

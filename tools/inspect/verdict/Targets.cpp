@@ -19,8 +19,8 @@ using namespace android;
 struct VideoTarget {
     const char* words;
     const char* codec;  // libavcodec's name
-    CodecType type;
-    int profile;  // libavcodec's number
+    uint32_t type;      // android::CodecType
+    int profile;        // libavcodec's number
     const char* encoder;
     const char* profileArgument;  // null = none
     const LevelTable* levels;     // null = none
@@ -55,7 +55,9 @@ void add(Options& options, const char* name, const std::string& value) {
 // Frames at no steady distance come at the average one.
 double steadyRate(const Stream::Video& video) {
     const bool isSteady = video.baseFrameRate < 1.01 * video.averageFrameRate;
-    return isSteady ? 0 : std::max(1.0, std::round(video.averageFrameRate));
+    return isSteady || video.averageFrameRate <= 0
+                   ? 0
+                   : std::max(1.0, std::round(video.averageFrameRate));
 }
 
 void setRate(double rate, Target& out) {
@@ -81,7 +83,8 @@ void setSize(double scale, Target& out) {
 // The stream in this codec; nothing when no level of the codec holds it. rate: 0 = as it is.
 std::optional<Target> videoTarget(const Stream& from, const VideoTarget& target, double scale,
                                   double rate) {
-    if (rate > 0 && rate >= from.video.averageFrameRate) return {};
+    const bool isSizeKnown = from.video.width > 0 && from.video.height > 0;
+    if (!isSizeKnown || (rate > 0 && rate >= from.video.averageFrameRate)) return {};
     Target out{{"-c", target.encoder, "-pix_fmt", "yuv420p"}, target.words, from};
     setSize(scale, out);
     if (rate == 0) rate = steadyRate(from.video);
@@ -107,7 +110,7 @@ std::optional<Target> videoTarget(const Stream& from, const VideoTarget& target,
 struct AudioTarget {
     const char* words;
     const char* codec;
-    CodecType type;
+    uint32_t type;
     int profile;
     const char* encoder;
     uint32_t channels;  // at most
@@ -202,12 +205,10 @@ std::optional<Target> audioTarget(const Stream& from, const AudioTarget& target,
 
 // Well below the decoder's limit, where it has one, and what the level allows: an encoder keeps to
 // a rate over a while only.
-void limitBitRate(const std::string& decoder, const PretendedDevice& device, Target& target) {
-    const auto& all = device.description.decoders;
-    const auto found = std::ranges::find(all, decoder, &Decoder::name);
-    if (target.stream.kind != Kind::kVideo || found == all.end() || !found->limits.bitRate) return;
+void limitBitRate(const std::optional<Range>& taken, Target& target) {
+    if (target.stream.kind != Kind::kVideo || !taken) return;
     constexpr int64_t kEnough = 40'000'000;
-    int64_t most = found->limits.bitRate->to / 2;
+    int64_t most = taken->to / 2;
     const Level* level = levelFor(kHevcBounds, target.stream.video);
     const bool isHevc = target.stream.codecType == kCodecTypeHevc;
     if (isHevc && level != nullptr) most = std::min(most, level->bitRate);
@@ -225,7 +226,7 @@ bool takes(const PretendedDevice& device, Target& target) {
     const TrackFacts facts = factsOf(target.stream, {});
     const Verdict verdict = judge(target.stream, kHasWholeFrames, facts, {}, device);
     if (!plays(verdict.play)) return false;
-    limitBitRate(verdict.decoder, device, target);
+    limitBitRate(verdict.bitRate, target);
     return true;
 }
 
@@ -233,9 +234,8 @@ bool takes(const PretendedDevice& device, Target& target) {
 template <typename List>
 std::vector<typename List::value_type> sorted(const List& targets, const Stream& stream) {
     std::vector<typename List::value_type> all(targets.begin(), targets.end());
-    std::ranges::stable_partition(all, [&](const auto& target) {
-        return static_cast<uint32_t>(target.type) == stream.codecType;
-    });
+    std::stable_partition(all.begin(), all.end(),
+                          [&](const auto& each) { return each.type == stream.codecType; });
     return all;
 }
 
@@ -246,9 +246,10 @@ std::optional<Target> findTarget(const Stream& stream, const PretendedDevice& de
     // The first of two changes is the dearer one.
     const auto search = [&](const auto& targets, const auto& dear, const auto& cheap,
                             const auto& make) -> std::optional<Target> {
+        const auto ownFirst = sorted(targets, stream);
         for (const auto& first : dear) {
             for (const auto& second : cheap) {
-                for (const auto& each : sorted(targets, stream)) {
+                for (const auto& each : ownFirst) {
                     std::optional<Target> target = make(stream, each, first, second);
                     if (target && isKept(target->stream) && takes(device, *target)) return target;
                 }

@@ -88,6 +88,7 @@ std::set<std::string> nearTypes(const std::set<std::string>& wanted,
     std::set<std::string> near;
     for (const std::string& mime : device.host.decoders) {
         const std::string plain = plainType(mime);
+        if (plain.empty()) continue;
         for (const std::string& each : wanted) {
             const std::string other = plainType(each);
             const bool isNear = plain.starts_with(other) || other.starts_with(plain);
@@ -149,6 +150,7 @@ Verdict chosen(const std::string& mime, const TrackFacts& facts, const Pretended
     const bool inSoftware = taken.isSoftware || std::ranges::count(kSoftwareMimes, mime) > 0;
     verdict.play = inSoftware ? Play::kPlaysInSoftware : Play::kPlays;
     verdict.decoder = taken.name;
+    verdict.bitRate = taken.limits.bitRate;
     verdict.notKnown = choice.judgement.unknown;
     if (!taken.remark.empty()) verdict.notKnown.push_back(taken.remark);
     verdict.chain.push_back({taken.name, "takes it"});

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -38,6 +39,7 @@ struct Verdict {
     Play play = Play::kNotSupported;
     std::string reason;                 // a sentence; empty when there is nothing to explain
     std::string decoder;                // that takes the track; empty = none, or none is needed
+    std::optional<Range> bitRate;       // that it takes
     std::vector<std::string> notKnown;  // what could be judged if it were known; remarks
     std::string lack;         // what the device would need to play it; empty = nothing helps
     std::vector<Step> chain;  // what led there
