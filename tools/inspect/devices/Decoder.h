@@ -42,8 +42,8 @@ struct Limits {
     std::optional<Range> frameRate;  // a second
     std::optional<Range> bitRate;    // bits a second
     std::optional<Range> channelCount;
-    std::vector<Range> sampleRates;  // Hz; empty = not known
-    std::optional<std::vector<ProfileLevel>> profileLevels;
+    std::vector<Range> sampleRates;           // Hz; empty = not known
+    std::vector<ProfileLevel> profileLevels;  // likewise
 };
 
 struct Decoder {

@@ -114,9 +114,10 @@ constexpr auto kLimits = std::to_array<LimitRow>({
 });
 
 bool isAnyKnown(const Limits& limits) {
-    return limits.width || limits.height || !limits.sampleRates.empty() || limits.profileLevels ||
-           std::ranges::any_of(kLimits,
-                               [&](const LimitRow& row) { return bool(limits.*row.range); });
+    return limits.width || limits.height || !limits.sampleRates.empty() ||
+           !limits.profileLevels.empty() || std::ranges::any_of(kLimits, [&](const LimitRow& row) {
+               return bool(limits.*row.range);
+           });
 }
 
 double aligned(int64_t length, int64_t unit) {
