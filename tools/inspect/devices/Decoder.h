@@ -15,8 +15,6 @@ namespace inspect {
 struct Range {
     int64_t from = 0;
     int64_t to = std::numeric_limits<int64_t>::max();
-
-    bool holds(int64_t value) const { return from <= value && value <= to; }
 };
 
 struct Size {

@@ -1,9 +1,8 @@
-#include "inspect/devices/JudgeProfile.h"
-
 #include <algorithm>
 #include <map>
 #include <utility>
 
+#include "inspect/devices/Judge.h"
 #include "inspect/devices/Profiles.h"
 
 namespace inspect {
