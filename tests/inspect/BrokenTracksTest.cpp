@@ -10,6 +10,7 @@
 
 #include "inspect/verdict/BrokenData.h"
 #include "inspect/callers/Session.h"
+#include "inspect/media/OpenFile.h"
 
 namespace {
 
