@@ -3,7 +3,6 @@
 #include <exception>
 #include <map>
 
-#include "inspect/callers/OlderParsers.h"
 #include "inspect/verdict/BrokenData.h"
 #include "inspect/verdict/TrackFacts.h"
 
