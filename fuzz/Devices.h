@@ -4,7 +4,7 @@
 
 #include "Fuzz.h"
 #include "inspect/base/InputFile.h"
-#include "inspect/devices/Source.h"
+#include "inspect/devices/Draft.h"
 
 namespace fuzz {
 

@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "inspect/callers/Session.h"
+#include "inspect/media/OpenFile.h"
 #include "inspect/verdict/BrokenData.h"
 
 namespace {

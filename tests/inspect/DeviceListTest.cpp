@@ -45,8 +45,7 @@ std::string show(const Decoder& decoder) {
     append(text, "bit/s", limits.bitRate);
     append(text, "channels", limits.channelCount);
     for (const Range& each : limits.sampleRates) append(text, "Hz", each);
-    if (limits.profileLevels && limits.profileLevels->empty()) text += " no profiles";
-    for (const auto& [profile, level] : limits.profileLevels.value_or(std::vector<ProfileLevel>()))
+    for (const auto& [profile, level] : limits.profileLevels)
         text += ' ' + std::to_string(profile) + '/' + std::to_string(level);
     if (!decoder.whyIgnored.empty()) text += "; not counted: " + decoder.whyIgnored;
     return text + (decoder.remark.empty() ? "\n" : "; " + decoder.remark + '\n');

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "inspect/verdict/TrackFacts.h"
 #include "inspect/devices/Judge.h"
 #include "inspect/devices/Profiles.h"
+#include "inspect/verdict/TrackFacts.h"
 
 namespace inspect {
 namespace {
@@ -148,7 +148,9 @@ TEST(Judge, ProfilesAndLevelsAgainstLists) {
         facts.profile = profileOf(*codec, stream);
         facts.level = levelOf(*codec, stream);
         facts.bitDepth = stream.bitDepth;
+        facts.width = facts.height = 1;
         Limits limits;
+        limits.width = Range{};
         limits.profileLevels = list;
         EXPECT_EQ(told(facts, decoderOf("x", mime, limits)), expected);
     }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "inspect/callers/Format.h"
+#include "inspect/media/MediaFile.h"
 #include "inspect/records/Record.h"
 
 namespace inspect {
@@ -25,5 +26,8 @@ inline constexpr const char* kDoesNotApply = ", does not apply";
 
 // Wants a fatal handler that throws a LibraryFatal.
 Call callLibrary(const char* name, const std::function<std::optional<int32_t>()>& operation);
+
+// What older parsers, which keep metadata, get of a track. Belongs into a Session's life.
+std::vector<Call> describeToOlderParsers(const Stream& stream, const Entries& entries);
 
 }  // namespace inspect

@@ -76,10 +76,7 @@ std::map<int, Track> openTracks(const MediaFile& file, const Demuxer& demuxer) {
         const auto index = static_cast<size_t>(stream->index);
         const bool isVideo =
                 index < file.streams.size() && file.streams[index].kind == Kind::kVideo;
-        if (!isVideo) {
-            stream->discard = AVDISCARD_ALL;
-            continue;
-        }
+        if (!isVideo) continue;
         tracks.emplace(stream->index, Track(*stream, file.streams[index].codecType,
                                             file.container.hasWholeFrames));
     }
@@ -96,11 +93,8 @@ std::map<int, KeyFrames> compareKeyFrames(const OpenFile& open, const MediaFile&
     std::map<int, KeyFrames> results;
     if (tracks.empty()) return results;
     const sp<MediaExtractorHelper> helper = new MediaExtractorHelper;
-    walkSamples(open, demuxer, [&](AVPacket& packet) {
-        const auto track = tracks.find(packet.stream_index);
-        if (track != tracks.end()) track->second.add(*helper, packet);
-        return true;
-    });
+    walkTracks(open, demuxer, tracks,
+               [&](Track& track, AVPacket& packet) { track.add(*helper, packet); });
     for (const auto& [index, track] : tracks) results.emplace(index, track.result());
     return results;
 }

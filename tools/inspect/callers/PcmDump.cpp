@@ -96,19 +96,6 @@ private:
     uint64_t mCutBytes = 0;
 };
 
-void readPackets(const OpenFile& open, const Demuxer& demuxer, int index, Dump& dump) {
-    for (AVStream* stream : demuxer.streams()) {
-        if (stream->index != index) stream->discard = AVDISCARD_ALL;
-    }
-    const int status = walkSamples(open, demuxer, [&](const AVPacket& packet) {
-        if (packet.stream_index == index) {
-            dump.add({packet.data, static_cast<size_t>(packet.size)});
-        }
-        return true;
-    });
-    if (status != AVERROR_EOF) failOn(open.input().path(), readingError(status));
-}
-
 }  // namespace
 
 size_t firstPcmStream(const MediaFile& file) {
@@ -138,7 +125,12 @@ PcmDump dumpPcm(const std::string& path, const OutputRules& rules, const OpenFil
     PcmDump result{.path = path, .frames = 0, .cutBytes = 0};
     {
         Dump dump(path, other, format, stream.audio);
-        readPackets(open, demuxer, stream.index, dump);
+        std::map<int, Dump&> tracks = {{stream.index, dump}};
+        const int status =
+                walkTracks(open, demuxer, tracks, [](Dump& track, const AVPacket& packet) {
+                    track.add({packet.data, static_cast<size_t>(packet.size)});
+                });
+        if (status != AVERROR_EOF) failOn(open.input().path(), readingError(status));
         result.frames = dump.frames();
         result.cutBytes = dump.cutBytes();
     }

@@ -73,10 +73,6 @@ std::vector<host::LogLine> Session::takeLog() {
     return std::exchange(mLog, {});
 }
 
-Tags Session::readTags(const OpenFile& open) {
-    return inspect::readTags(open, {*mHelper, [this] { return takeLog(); }});
-}
-
 Entries Session::describeFile(const MediaFile& file) {
     const Format format;
     const Container& container = file.container;

@@ -8,9 +8,7 @@
 #include "inspect/callers/CodecData.h"
 #include "inspect/callers/Format.h"
 #include "inspect/callers/Hooks.h"
-#include "inspect/callers/Tags.h"
 #include "inspect/media/MediaFile.h"
-#include "inspect/media/OpenFile.h"
 #include "zrcodecparser/MediaExtractorHelper.h"
 #include "zrcodecparser/TrackInfo.h"
 
@@ -36,7 +34,6 @@ public:
     Entries describeFile(const MediaFile& file);
     // Nothing of a stream that is no track to the library.
     TrackFindings describeTrack(const Stream& stream, bool hasWholeFrames);
-    Tags readTags(const OpenFile& open);
 
     // What the library has logged since the last call.
     std::vector<host::LogLine> takeLog();

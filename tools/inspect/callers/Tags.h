@@ -2,14 +2,12 @@
 
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "inspect/base/Bytes.h"
 #include "inspect/callers/Format.h"
 #include "inspect/media/OpenFile.h"
-#include "zrcodecparser/MediaExtractorHelper.h"
 
 namespace inspect {
 
@@ -32,16 +30,9 @@ struct Tags {
     std::vector<Tag> list;
 };
 
-struct TagLibrary {
-    android::MediaExtractorHelper& helper;
-    std::function<std::vector<host::LogLine>()> takeLog;
-
-    // Lets the library fill the tag's format, and takes down what goes wrong.
-    void read(Tag& tag, const std::function<void(AMediaFormat*)>& fill) const;
-};
-
 // Finds the tags as a container parser does and lets the library read them: ID3 at the start of any
-// file, and at the end of MP3 and ADTS; the Vorbis comments of Ogg and FLAC.
-Tags readTags(const OpenFile& open, const TagLibrary& library);
+// file, and at the end of MP3 and ADTS; the Vorbis comments of Ogg and FLAC. Belongs into a
+// Session's life.
+Tags readTags(const OpenFile& open);
 
 }  // namespace inspect

@@ -179,10 +179,7 @@ std::map<int, Track> openTracks(const OpenFile& open, const MediaFile& file,
     for (AVStream* stream : demuxer.streams()) {
         const auto index = static_cast<size_t>(stream->index);
         const Kind kind = index < file.streams.size() ? file.streams[index].kind : Kind::kOther;
-        if (kind == Kind::kOther) {
-            stream->discard = AVDISCARD_ALL;
-            continue;
-        }
+        if (kind == Kind::kOther) continue;
         tracks.emplace(stream->index, Track(*stream, kind, hasDecodingTimes, hasWholeIndex(open)));
     }
     return tracks;
@@ -194,11 +191,8 @@ std::map<int, Verification> verifySamples(const OpenFile& open, const MediaFile&
     const Demuxer demuxer(open,
                           file.container.hasWholeFrames ? Samples::kAsStored : Samples::kWhole);
     auto tracks = openTracks(open, file, demuxer);
-    const int status = walkSamples(open, demuxer, [&](const AVPacket& packet) {
-        const auto track = tracks.find(packet.stream_index);
-        if (track != tracks.end()) track->second.add(packet);
-        return true;
-    });
+    const int status = walkTracks(open, demuxer, tracks,
+                                  [](Track& track, const AVPacket& packet) { track.add(packet); });
     std::map<int, Verification> results;
     for (auto& [index, track] : tracks) {
         const auto result = results.emplace(index, track.finish(open)).first;

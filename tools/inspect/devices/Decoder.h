@@ -15,8 +15,6 @@ namespace inspect {
 struct Range {
     int64_t from = 0;
     int64_t to = std::numeric_limits<int64_t>::max();
-
-    bool holds(int64_t value) const { return from <= value && value <= to; }
 };
 
 struct Size {
@@ -42,8 +40,8 @@ struct Limits {
     std::optional<Range> frameRate;  // a second
     std::optional<Range> bitRate;    // bits a second
     std::optional<Range> channelCount;
-    std::vector<Range> sampleRates;  // Hz; empty = not known
-    std::optional<std::vector<ProfileLevel>> profileLevels;
+    std::vector<Range> sampleRates;           // Hz; empty = not known
+    std::vector<ProfileLevel> profileLevels;  // likewise
 };
 
 struct Decoder {

@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <filesystem>
 #include <pugixml.hpp>
-#include <utility>
+#include <set>
 #include <vector>
 
 #include "inspect/base/Distance.h"
+#include "inspect/base/InputFile.h"
+#include "inspect/devices/Draft.h"
 #include "inspect/devices/MediaPlayerDump.h"
 #include "inspect/devices/MimeList.h"
-#include "inspect/devices/Source.h"
 #include "inspect/devices/XmlCodecList.h"
 
 namespace inspect {
@@ -32,14 +33,19 @@ std::string utf8Of(const std::string& text) {
     return pugi::as_utf8(wide);
 }
 
-std::string readText(const std::string& path) {
-    const InputFile file(path);
-    const auto size = static_cast<size_t>(file.size());
-    if (size > kMaxDescriptionBytes) throw FileError("is larger than 16 MiB");
-    std::vector<uint8_t> bytes(size);
-    const int64_t count = file.readAt(0, bytes);
-    if (count < 0) throw FileError("cannot be read");
-    return utf8Of({bytes.begin(), bytes.begin() + count});
+// Throws a FileError, which names the file.
+std::string readText(const fs::path& folder, const std::string& name) {
+    try {
+        const InputFile file((folder / name).string());
+        const auto size = static_cast<size_t>(file.size());
+        if (size > kMaxDescriptionBytes) throw FileError("is larger than 16 MiB");
+        std::vector<uint8_t> bytes(size);
+        const int64_t count = file.readAt(0, bytes);
+        if (count < 0) throw FileError("cannot be read");
+        return utf8Of({bytes.begin(), bytes.begin() + count});
+    } catch (const FileError& error) {
+        throw FileError(name + ": " + error.what());
+    }
 }
 
 // Only a regular file can be part of a list.
@@ -47,40 +53,27 @@ FileReader readerOf(const fs::path& folder) {
     return [folder](const std::string& name) -> std::optional<std::string> {
         std::error_code ignored;
         if (!fs::is_regular_file(folder / name, ignored)) return {};
-        try {
-            return readText((folder / name).string());
-        } catch (const FileError& error) {
-            throw FileError(name + ": " + error.what());
-        }
+        return readText(folder, name);
     };
 }
 
 DeviceDescription readFolder(const fs::path& folder) {
-    const FileReader read = readerOf(folder);
-    std::vector<std::string> performance;
-    for (const auto& entry : fs::directory_iterator(folder)) {
-        const std::string name = entry.path().filename().string();
-        const bool isOne = name.starts_with("media_codecs_performance") && name.ends_with(".xml");
-        if (isOne) performance.push_back(name);
-    }
-    std::ranges::sort(performance);
-    std::vector<std::string> files = {"media_codecs.xml", "media_codecs_c2.xml"};
+    std::set<std::string> files = {"media_codecs.xml", "media_codecs_c2.xml"};
     const auto isThere = [&](const auto& name) { return fs::exists(folder / name); };
     if (std::ranges::none_of(files, isThere)) {
         throw FileError("media_codecs.xml: there is none in this folder");
     }
-    files.insert(files.end(), performance.begin(), performance.end());
-    return readXmlCodecLists(files, read);
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        const std::string name = entry.path().filename().string();
+        const bool isOne = name.starts_with("media_codecs_performance") && name.ends_with(".xml");
+        if (isOne) files.insert(name);
+    }
+    return readXmlCodecLists(files, readerOf(folder));
 }
 
 DeviceDescription readFile(const fs::path& path) {
     const std::string name = path.filename().string();
-    std::string text;
-    try {
-        text = readText(path.string());
-    } catch (const FileError& error) {
-        throw FileError(name + ": " + error.what());
-    }
+    const std::string text = readText(path.parent_path(), name);
     if (!trimmed(text).starts_with('<')) {
         return isMediaPlayerDump(text) ? readMediaPlayerDump(text, name) : readMimeList(text, name);
     }

@@ -8,7 +8,6 @@
 #include <optional>
 #include <utility>
 
-#include "inspect/devices/JudgeProfile.h"
 #include "inspect/devices/Profiles.h"
 
 namespace inspect {
@@ -27,11 +26,8 @@ std::string numberText(int64_t value) {
     return std::to_string(value);
 }
 
-template <typename Length>
-std::string sizeText(Length width, Length height) {
-    const auto text = [](Length side) {
-        return side == Length(Range{}.to) ? "any" : numberText(side);
-    };
+std::string sizeText(int64_t width, int64_t height) {
+    const auto text = [](int64_t side) { return side == Range{}.to ? "any" : numberText(side); };
     return text(width) + "x" + text(height);
 }
 
@@ -114,42 +110,37 @@ constexpr auto kLimits = std::to_array<LimitRow>({
 });
 
 bool isAnyKnown(const Limits& limits) {
-    return limits.width || limits.height || !limits.sampleRates.empty() || limits.profileLevels ||
-           std::ranges::any_of(kLimits,
-                               [&](const LimitRow& row) { return bool(limits.*row.range); });
-}
-
-double aligned(int64_t length, int64_t unit) {
-    const auto whole = static_cast<double>(length);
-    return unit > 1 ? static_cast<double>(unitsIn(length, unit)) * static_cast<double>(unit)
-                    : whole;
+    return limits.width || limits.height || !limits.sampleRates.empty() ||
+           !limits.profileLevels.empty() || std::ranges::any_of(kLimits, [&](const LimitRow& row) {
+               return bool(limits.*row.range);
+           });
 }
 
 void judgeSize(const TrackFacts& facts, const Limits& limits, Judgement& judgement) {
     if (!limits.width && !limits.height) return;
     if (!facts.width || !facts.height) return judgement.lack(kNoSize);
-    const double width = aligned(*facts.width, limits.alignment.width);
-    const double height = aligned(*facts.height, limits.alignment.height);
+    const auto aligned = [](int64_t length, int64_t unit) {
+        return unit > 1 ? unitsIn(length, unit) * unit : length;
+    };
+    const int64_t width = aligned(*facts.width, limits.alignment.width);
+    const int64_t height = aligned(*facts.height, limits.alignment.height);
     const Range wide = limits.width.value_or(Range{});
     const Range high = limits.height.value_or(Range{});
-    const double upright = std::max(excessOf(width, wide), excessOf(height, high));
-    const double turned = std::max(excessOf(width, high), excessOf(height, wide));
-    const double excess = limits.canSwapSides ? std::min(upright, turned) : upright;
+    const auto excessAs = [&](int64_t across, int64_t up) {
+        return std::max(excessOf(static_cast<double>(across), wide),
+                        excessOf(static_cast<double>(up), high));
+    };
+    double excess = excessAs(width, height);
+    if (limits.canSwapSides) excess = std::min(excess, excessAs(height, width));
     if (excess <= 0) return;
     std::string asked = sizeText(*facts.width, *facts.height);
     const std::string rounded = sizeText(width, height);
     if (rounded != asked) asked += ", rounded up to " + rounded;
     std::vector<std::string> taken;
-    const auto isBelow = [](double side, const Range& range) {
-        return side < static_cast<double>(range.from);
-    };
-    const auto isAbove = [](double side, const Range& range) {
-        return side > static_cast<double>(range.to);
-    };
-    if (isBelow(width, wide) || isBelow(height, high)) {
+    if (width < wide.from || height < high.from) {
         taken.push_back("no less than " + sizeText(wide.from, high.from));
     }
-    if (isAbove(width, wide) || isAbove(height, high)) {
+    if (width > wide.to || height > high.to) {
         taken.push_back("up to " + sizeText(wide.to, high.to));
     }
     judgement.beyond.push_back(

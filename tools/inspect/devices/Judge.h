@@ -27,6 +27,12 @@ struct Judgement {
     void lack(const std::string& what);  // adds to what is unknown, once
 };
 
+// The excess of a profile that the decoder does not have; a level counts half a doubling.
+inline constexpr double kOtherTools = 100;
+
+// Adds what the decoder's list of profiles and levels says. Codecs without profiles pass.
+void judgeProfile(const TrackFacts& facts, const Decoder& decoder, Judgement& judgement);
+
 // Limits of which the file or the decoder does not tell enough are never exceeded. A frame rate is
 // beyond only when the average and, where known, the base frame rate are.
 Judgement judge(const TrackFacts& facts, const Decoder& decoder);

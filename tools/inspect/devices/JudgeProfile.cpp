@@ -1,9 +1,8 @@
-#include "inspect/devices/JudgeProfile.h"
-
 #include <algorithm>
 #include <map>
 #include <utility>
 
+#include "inspect/devices/Judge.h"
 #include "inspect/devices/Profiles.h"
 
 namespace inspect {
@@ -99,11 +98,11 @@ void judgeProfile(const TrackFacts& facts, const Decoder& decoder, Judgement& ju
     const CodecProfiles* codec = profilesOfMime(decoder.type);
     if (codec == nullptr) return;
     const auto& list = decoder.limits.profileLevels;
-    if (!list || list->empty()) {
+    if (list.empty()) {
         const char* what = codec->levels.empty() ? "profiles" : "profiles and levels";
         return judgement.lack(std::string(what) + " are not known of this decoder");
     }
-    const Levels all = levelsOf(*codec, *list);
+    const Levels all = levelsOf(*codec, list);
     if (!facts.profile) {
         judgement.lack("the profile of the file is not known");
         return judgeBitDepth(*codec, facts, all, judgement);

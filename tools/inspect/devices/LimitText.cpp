@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "inspect/devices/Source.h"
+#include "inspect/devices/Draft.h"
 
 namespace inspect {
 namespace {
@@ -35,82 +35,81 @@ std::optional<Size> readSize(std::string_view text) {
 }
 
 // "a-b", "a-", "-b", or "a" for "a-a".
-std::optional<std::pair<std::string_view, std::string_view>> splitRange(std::string_view text) {
+template <typename Value>
+std::optional<std::pair<Value, Value>> readEnds(std::string_view text, Value least, Value most,
+                                                std::optional<Value> (*read)(std::string_view)) {
     const size_t dash = text.find('-');
-    if (dash == text.npos) return std::pair(text, text);
-    const auto ends = std::pair(trimmed(text.substr(0, dash)), trimmed(text.substr(dash + 1)));
-    if (ends.first.empty() && ends.second.empty()) return {};
-    return ends;
+    const std::string_view first = trimmed(text.substr(0, dash));
+    const std::string_view last = dash == text.npos ? first : trimmed(text.substr(dash + 1));
+    if (first.empty() && last.empty()) return {};
+    const auto from = first.empty() ? least : read(first);
+    const auto to = last.empty() ? most : read(last);
+    if (!from || !to) return {};
+    return std::pair(*from, *to);
 }
 
-std::optional<Range> readRange(std::string_view text) {
-    const auto ends = splitRange(text);
-    if (!ends) return {};
-    const auto from = ends->first.empty() ? Range().from : readNumber(ends->first);
-    const auto to = ends->second.empty() ? Range().to : readNumber(ends->second);
-    if (!from || !to || *from > *to) return {};
-    return Range{*from, *to};
-}
-
-// Empty for a broken one.
-std::vector<Range> readRanges(std::string_view text) {
+std::optional<std::vector<Range>> readRanges(std::string_view text) {
     std::vector<Range> ranges;
     for (bool isLast = false; !isLast;) {
         const size_t comma = text.find(',');
         isLast = comma == text.npos;
-        const auto range = readRange(text.substr(0, comma));
-        if (!range || ranges.size() == kMaxItems) return {};
-        ranges.push_back(*range);
+        const auto ends = readEnds(text.substr(0, comma), Range().from, Range().to, readNumber);
+        if (!ends || ends->first > ends->second || ranges.size() == kMaxItems) return {};
+        ranges.push_back({ends->first, ends->second});
         text.remove_prefix(isLast ? text.size() : comma + 1);
     }
     return ranges;
 }
 
-bool setSides(Limits& limits, std::string_view text) {
-    const auto ends = splitRange(text);
-    if (!ends) return false;
-    const auto from = ends->first.empty() ? Size{0, 0} : readSize(ends->first);
-    const auto to = ends->second.empty() ? Size{Range().to, Range().to} : readSize(ends->second);
-    if (!from || !to || from->width > to->width || from->height > to->height) return false;
-    limits.width = {from->width, to->width};
-    limits.height = {from->height, to->height};
+// All return whether the text is right; they set nothing where it is not.
+
+template <auto kMember, auto kRead>
+bool set(Limits& limits, std::string_view text) {
+    auto value = kRead(text);
+    if (value) limits.*kMember = std::move(*value);
+    return value.has_value();
+}
+
+template <auto kMember>
+bool setRange(Limits& limits, std::string_view text) {
+    const auto ranges = readRanges(text);
+    if (!ranges) return false;
+    limits.*kMember = {std::ranges::min(*ranges, {}, &Range::from).from,
+                       std::ranges::max(*ranges, {}, &Range::to).to};
     return true;
 }
 
-constexpr auto kRangeLimits =
-        std::to_array<std::pair<std::string_view, std::optional<Range> Limits::*>>({
-                {"block-count", &Limits::blockCount},
-                {"blocks-per-second", &Limits::blocksPerSecond},
-                {"frame-rate", &Limits::frameRate},
-                {"bitrate", &Limits::bitRate},
-                {"channel-count", &Limits::channelCount},
-        });
-
-// False for what is no such limit; the outcome is in isSet.
-bool isRangeLimit(Limits& limits, std::string_view name, std::string_view value, bool& isSet) {
-    for (const auto& [known, member] : kRangeLimits) {
-        if (name != known) continue;
-        const std::vector<Range> ranges = readRanges(value);
-        isSet = !ranges.empty();
-        if (!isSet) return true;
-        Range all = ranges[0];
-        for (const Range& each : ranges) {
-            all = {std::min(all.from, each.from), std::max(all.to, each.to)};
-        }
-        limits.*member = all;
-        return true;
-    }
-    return false;
+bool setSides(Limits& limits, std::string_view text) {
+    const auto ends = readEnds(text, Size{0, 0}, Size{Range().to, Range().to}, readSize);
+    if (!ends) return false;
+    const auto& [from, to] = *ends;
+    if (from.width > to.width || from.height > to.height) return false;
+    limits.width = {from.width, to.width};
+    limits.height = {from.height, to.height};
+    return true;
 }
+
+struct LimitRow {
+    std::string_view name;
+    bool (*set)(Limits& limits, std::string_view text);
+};
+
+constexpr auto kRows = std::to_array<LimitRow>({
+        {"size", setSides},
+        {"alignment", set<&Limits::alignment, readSize>},
+        {"block-size", set<&Limits::blockSize, readSize>},
+        {"block-count", setRange<&Limits::blockCount>},
+        {"blocks-per-second", setRange<&Limits::blocksPerSecond>},
+        {"frame-rate", setRange<&Limits::frameRate>},
+        {"bitrate", setRange<&Limits::bitRate>},
+        {"channel-count", setRange<&Limits::channelCount>},
+        {"sample-rate", set<&Limits::sampleRates, readRanges>},
+});
 
 bool isHint(std::string_view name) {
     return name == "concurrent-instances" || name == "quality" || name == "complexity" ||
            name.ends_with("-aspect-ratio") || name.starts_with("performance-point-") ||
            name.starts_with("measured-frame-rate-");
-}
-
-LimitResult resultOf(bool isSet) {
-    return isSet ? LimitResult::kSet : LimitResult::kBroken;
 }
 
 // Takes a number off the front, decimal or with 0x.
@@ -129,29 +128,12 @@ std::optional<int64_t> takeNumber(std::string_view& text) {
 }  // namespace
 
 LimitResult setLimit(Limits& limits, std::string_view name, std::string_view value) {
-    bool isSet = false;
-    if (isRangeLimit(limits, name, value, isSet)) return resultOf(isSet);
-    if (name == "size") return resultOf(setSides(limits, value));
-    if (name == "alignment" || name == "block-size") {
-        const auto size = readSize(value);
-        if (!size) return LimitResult::kBroken;
-        if (name == "alignment") {
-            limits.alignment = *size;
-        } else {
-            limits.blockSize = *size;
-        }
-        return LimitResult::kSet;
-    }
-    if (name == "sample-rate") {
-        std::vector<Range> rates = readRanges(value);
-        if (rates.empty()) return LimitResult::kBroken;
-        limits.sampleRates = std::move(rates);
-        return LimitResult::kSet;
-    }
-    return isHint(name) ? LimitResult::kIgnored : LimitResult::kUnknown;
+    const auto row = std::ranges::find(kRows, name, &LimitRow::name);
+    if (row == kRows.end()) return isHint(name) ? LimitResult::kTaken : LimitResult::kUnknown;
+    return row->set(limits, value) ? LimitResult::kTaken : LimitResult::kBroken;
 }
 
-std::vector<ProfileLevel> readProfileLevels(std::string_view text) {
+bool setProfileLevels(Limits& limits, std::string_view text) {
     std::vector<ProfileLevel> pairs;
     while (!text.empty() && pairs.size() < kMaxItems) {
         if (text[0] == '(') text.remove_prefix(std::min(text.find(')'), text.size()));
@@ -163,12 +145,16 @@ std::vector<ProfileLevel> readProfileLevels(std::string_view text) {
             text.remove_prefix(1);
         }
     }
-    return pairs;
+    if (pairs.empty()) return false;
+    limits.profileLevels = std::move(pairs);
+    return true;
 }
 
-void requireFeature(Decoder& decoder, std::string_view feature) {
-    if (feature == "secure-playback" || feature == "tunneled-playback") {
-        decoder.whyIgnored = "serves only what asks for " + std::string(feature);
+void setFeature(Decoder& decoder, std::string_view name, bool isRequired, bool isOn) {
+    if (name == "can-swap-width-height") decoder.limits.canSwapSides = isOn;
+    const bool isSpecial = name == "secure-playback" || name == "tunneled-playback";
+    if (isSpecial && isRequired) {
+        decoder.whyIgnored = "serves only what asks for " + std::string(name);
     }
 }
 

@@ -3,21 +3,21 @@
 #pragma once
 
 #include <string_view>
-#include <vector>
 
 #include "inspect/devices/Decoder.h"
 
 namespace inspect {
 
-enum class LimitResult { kSet, kIgnored, kUnknown, kBroken };
+enum class LimitResult { kTaken, kUnknown, kBroken };
 
 // The name is that of the XML form: "size". Either end of a range may be missing.
 LimitResult setLimit(Limits& limits, std::string_view name, std::string_view value);
 
 // The pairs of "1/65536 (Main/Main 5.1), 0x2/0x10000"; what is between them does not matter.
-std::vector<ProfileLevel> readProfileLevels(std::string_view text);
+// Returns whether there are any.
+bool setProfileLevels(Limits& limits, std::string_view text);
 
-// Makes the decoder one that does not count for an ordinary file, if this required feature does so.
-void requireFeature(Decoder& decoder, std::string_view feature);
+// Such as "secure-playback".
+void setFeature(Decoder& decoder, std::string_view name, bool isRequired, bool isOn);
 
 }  // namespace inspect

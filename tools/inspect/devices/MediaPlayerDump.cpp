@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
+#include "inspect/devices/Draft.h"
 #include "inspect/devices/LimitText.h"
-#include "inspect/devices/Source.h"
 
 namespace inspect {
 namespace {
@@ -34,14 +33,12 @@ std::string_view limitOf(std::string_view key) {
 
 class DumpReader {
 public:
-    explicit DumpReader(Source source) : mSource(std::move(source)) {}
+    DumpReader(std::string_view text, const std::string& file) : mDraft{file, text} {}
 
     DeviceDescription read() {
-        std::string_view rest = mSource.text;
+        std::string_view rest = mDraft.text;
         while (!rest.empty()) readLine(trimmed(takeLine(rest)));
-        mDevice.warnings = mWarnings.take();
-        warnOfNone(mDevice, mSource.name);
-        return std::move(mDevice);
+        return mDraft.finish(mDraft.name);
     }
 
 private:
@@ -52,10 +49,9 @@ private:
         } else if (line.starts_with("Decoder \"") || line.starts_with("Encoder \"")) {
             mIsDecoder = line[0] == 'D' && !mType.empty();
             if (!mIsDecoder) return;
-            addDecoder(mDevice, {.name = shortName(quotedPart(line)), .type = mType}, mSource,
-                       mSource.offsetOf(line));
+            mDraft.add({.name = shortName(quotedPart(line)), .type = mType}, line);
         } else if (mIsDecoder) {
-            readTraits(line, mDevice.decoders.back());
+            readTraits(line, mDraft.device.decoders.back());
         }
     }
 
@@ -64,9 +60,8 @@ private:
         if (const size_t at = line.find(kSoftware); at != line.npos) {
             decoder.isSoftware = trimmed(line.substr(at + kSoftware.size())).starts_with('1');
         }
-        if (line.starts_with(kProfileLevels)) {  // an empty list says nothing
-            auto pairs = readProfileLevels(brackets(line));
-            if (!pairs.empty()) decoder.limits.profileLevels = std::move(pairs);
+        if (line.starts_with(kProfileLevels)) {
+            setProfileLevels(decoder.limits, brackets(line));
         } else if (line.starts_with(kAliases)) {
             readAliases(brackets(line), decoder);
         } else {
@@ -76,15 +71,13 @@ private:
 
     // What the brackets hold that are opened on this line and closed on this or another.
     std::string_view brackets(std::string_view line) {
-        const size_t offset = mSource.offsetOf(line);
         const size_t open = line.find('[');
         if (open == line.npos) return line.substr(line.find(':') + 1);
-        const size_t first = offset + open + 1;
-        const size_t end = std::min(mSource.text.find_first_of("[]{", first), mSource.text.size());
-        if (end == mSource.text.size() || mSource.text[end] != ']') {
-            mWarnings.add(mSource, offset, "the list is not closed");
-        }
-        return mSource.text.substr(first, end - first);
+        const auto first = static_cast<size_t>(line.data() - mDraft.text.data()) + open + 1;
+        const std::string_view list = mDraft.text.substr(first);
+        const size_t end = std::min(list.find_first_of("[]{"), list.size());
+        if (end == list.size() || list[end] != ']') mDraft.warn(line, "the list is not closed");
+        return list.substr(0, end);
     }
 
     static void readAliases(std::string_view list, Decoder& decoder) {
@@ -114,23 +107,17 @@ private:
     void readDetail(std::string_view key, std::string_view value, Decoder& decoder) {
         constexpr std::string_view kFeature = "feature-";
         if (key.starts_with(kFeature)) {
-            if (value != "1") return;
-            key.remove_prefix(kFeature.size());
-            requireFeature(decoder, key);
-            if (key == "can-swap-width-height") decoder.limits.canSwapSides = true;
+            if (value == "1") setFeature(decoder, key.substr(kFeature.size()), true, true);
             return;
         }
         const std::string most = '-' + std::string(value);
         const std::string_view range = key == "max-channel-count" ? most : value;
         if (setLimit(decoder.limits, limitOf(key), range) == LimitResult::kBroken) {
-            mWarnings.add(mSource, mSource.offsetOf(key),
-                          shortName(key) + " has the value " + inQuotes(value));
+            mDraft.warn(key, shortName(key) + " has the value " + inQuotes(value));
         }
     }
 
-    Source mSource;
-    DeviceDescription mDevice;
-    Warnings mWarnings;
+    Draft mDraft;
     std::string mType;
     bool mIsDecoder = false;  // the lines are of the last one
 };
@@ -142,7 +129,7 @@ bool isMediaPlayerDump(std::string_view text) {
 }
 
 DeviceDescription readMediaPlayerDump(std::string_view text, const std::string& file) {
-    return DumpReader({file, text}).read();
+    return DumpReader(text, file).read();
 }
 
 }  // namespace inspect

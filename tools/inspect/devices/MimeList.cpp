@@ -1,11 +1,11 @@
 #include "inspect/devices/MimeList.h"
 
 #include <algorithm>
-#include <utility>
+#include <vector>
 
 #include "inspect/base/InputFile.h"
+#include "inspect/devices/Draft.h"
 #include "inspect/devices/LimitText.h"
-#include "inspect/devices/Source.h"
 
 namespace inspect {
 namespace {
@@ -34,66 +34,45 @@ bool setTrait(Decoder& decoder, std::string_view word) {
     if (equals == word.npos) return false;
     const std::string_view name = word.substr(0, equals);
     const std::string_view value = word.substr(equals + 1);
+    if (name == "profile/levels") return setProfileLevels(decoder.limits, value);
     if (name == "software") {
         decoder.isSoftware = value == "1";
-        return true;
-    }
-    if (name == "can-swap-width-height") {
+    } else if (name == "can-swap-width-height") {
         decoder.limits.canSwapSides = value == "1";
-        return true;
+    } else {
+        return setLimit(decoder.limits, name, value) == LimitResult::kTaken;
     }
-    if (name != "profile/levels") {
-        const LimitResult result = setLimit(decoder.limits, name, value);
-        return result == LimitResult::kSet || result == LimitResult::kIgnored;
-    }
-    decoder.limits.profileLevels = readProfileLevels(value);
-    return !decoder.limits.profileLevels->empty();
+    return true;
 }
 
-class ListReader {
-public:
-    explicit ListReader(Source source) : mSource(std::move(source)) {}
-
-    DeviceDescription read() {
-        std::string_view rest = mSource.text;
-        while (!rest.empty()) readLine(takeLine(rest));
-        mDevice.warnings = mWarnings.take();
-        warnOfNone(mDevice, mSource.name);
-        return std::move(mDevice);
-    }
-
-private:
-    void readLine(std::string_view line) {
-        const size_t offset = mSource.offsetOf(line);
-        line = line.substr(0, line.find('#'));
-        bool maybeName = false;
-        for (std::string_view word; !(word = takeWord(line)).empty();) {
-            const bool isType = isMimeType(word);
-            if (isType) {
-                const std::string type(word);
-                addDecoder(mDevice, {.name = type, .type = type}, mSource, offset);
-            } else if (mDevice.decoders.empty()) {
-                throw FileError(mSource.place(offset) + inQuotes(word) +
-                                " begins no codec list in XML, no output of \"dumpsys "
-                                "media.player\" and no list of MIME types");
-            } else if (maybeName && word.find('=') == word.npos) {
-                mDevice.decoders.back().name = shortName(word);
-            } else if (!setTrait(mDevice.decoders.back(), word)) {
-                mWarnings.add(mSource, offset, inQuotes(word) + " is not understood");
-            }
-            maybeName = isType;
+void readLine(std::string_view line, Draft& draft) {
+    const std::string_view whole = line;
+    std::vector<Decoder>& decoders = draft.device.decoders;
+    line = line.substr(0, line.find('#'));
+    bool maybeName = false;
+    for (std::string_view word; !(word = takeWord(line)).empty();) {
+        const bool isType = isMimeType(word);
+        if (isType) {
+            draft.add({.name = std::string(word), .type = std::string(word)}, whole);
+        } else if (decoders.empty()) {
+            throw FileError(draft.place(whole) + inQuotes(word) +
+                            " begins no codec list in XML, no output of \"dumpsys "
+                            "media.player\" and no list of MIME types");
+        } else if (maybeName && word.find('=') == word.npos) {
+            decoders.back().name = shortName(word);
+        } else if (!setTrait(decoders.back(), word)) {
+            draft.warn(whole, inQuotes(word) + " is not understood");
         }
+        maybeName = isType;
     }
-
-    Source mSource;
-    DeviceDescription mDevice;
-    Warnings mWarnings;
-};
+}
 
 }  // namespace
 
 DeviceDescription readMimeList(std::string_view text, const std::string& file) {
-    return ListReader({file, text}).read();
+    Draft draft{file, text};
+    while (!text.empty()) readLine(takeLine(text), draft);
+    return draft.finish(file);
 }
 
 }  // namespace inspect

@@ -20,10 +20,10 @@ inline constexpr int kMpeg4Level4a = 14;
 
 // clang-format off
 inline constexpr auto kAvcProfiles = std::to_array<ProfileRow>({
-    {0x1,     "Baseline",             FF_PROFILE_H264_BASELINE,             8},
-    {0x2,     "Main",                 FF_PROFILE_H264_MAIN,                 8},
+    {0x1,     "Baseline",             FF_PROFILE_H264_BASELINE,             8,  {0x10000}},
+    {0x2,     "Main",                 FF_PROFILE_H264_MAIN,                 8,  {0x10000}},
     {0x4,     "Extended",             FF_PROFILE_H264_EXTENDED,             8},
-    {0x8,     "High",                 FF_PROFILE_H264_HIGH,                 8},
+    {0x8,     "High",                 FF_PROFILE_H264_HIGH,                 8,  {0x10000, 0x80000}},
     {0x10,    "High 10",              FF_PROFILE_H264_HIGH_10,              10},
     {0x10,    "High 10",              FF_PROFILE_H264_HIGH_10_INTRA,        10},
     {0x20,    "High 4:2:2",           FF_PROFILE_H264_HIGH_422,             10},
@@ -32,42 +32,52 @@ inline constexpr auto kAvcProfiles = std::to_array<ProfileRow>({
     {0x10000, "Constrained Baseline", FF_PROFILE_H264_CONSTRAINED_BASELINE, 8},
     {0x80000, "Constrained High",     kConstrainedHigh,                     8},
 });
+// ITU-T H.264 table A-1, in macroblocks.
 inline constexpr auto kAvcLevels = std::to_array<LevelRow>({
-    {0x1,     "1.0", 10}, {0x2,     "1b",  kAvcLevel1b}, {0x4,     "1.1", 11}, {0x8,     "1.2", 12},
-    {0x10,    "1.3", 13}, {0x20,    "2.0", 20},          {0x40,    "2.1", 21}, {0x80,    "2.2", 22},
-    {0x100,   "3.0", 30}, {0x200,   "3.1", 31},          {0x400,   "3.2", 32}, {0x800,   "4.0", 40},
-    {0x1000,  "4.1", 41}, {0x2000,  "4.2", 42},          {0x4000,  "5.0", 50}, {0x8000,  "5.1", 51},
-    {0x10000, "5.2", 52}, {0x20000, "6.0", 60},          {0x40000, "6.1", 61}, {0x80000, "6.2", 62},
-});
-inline constexpr auto kAvcContained = std::to_array<Containment>({
-    {0x1, 0x10000}, {0x2, 0x10000}, {0x8, 0x10000}, {0x8, 0x80000},
+    {0x1,     "1.0", 10,          99,     1485},
+    {0x2,     "1b",  kAvcLevel1b, 99,     1485},
+    {0x4,     "1.1", 11,          396,    3000},
+    {0x8,     "1.2", 12,          396,    6000},
+    {0x10,    "1.3", 13,          396,    11880},
+    {0x20,    "2.0", 20,          396,    11880},
+    {0x40,    "2.1", 21,          792,    19800},
+    {0x80,    "2.2", 22,          1620,   20250},
+    {0x100,   "3.0", 30,          1620,   40500},
+    {0x200,   "3.1", 31,          3600,   108000},
+    {0x400,   "3.2", 32,          5120,   216000},
+    {0x800,   "4.0", 40,          8192,   245760},
+    {0x1000,  "4.1", 41,          8192,   245760},
+    {0x2000,  "4.2", 42,          8704,   522240},
+    {0x4000,  "5.0", 50,          22080,  589824},
+    {0x8000,  "5.1", 51,          36864,  983040},
+    {0x10000, "5.2", 52,          36864,  2073600},
+    {0x20000, "6.0", 60,          139264, 4177920},
+    {0x40000, "6.1", 61,          139264, 8355840},
+    {0x80000, "6.2", 62,          139264, 16711680},
 });
 
 inline constexpr auto kHevcProfiles = std::to_array<ProfileRow>({
-    {0x1,    "Main",               FF_PROFILE_HEVC_MAIN,               8},
-    {0x2,    "Main 10",            FF_PROFILE_HEVC_MAIN_10,            10},
+    {0x1,    "Main",               FF_PROFILE_HEVC_MAIN,               8,  {0x4}},
+    {0x2,    "Main 10",            FF_PROFILE_HEVC_MAIN_10,            10, {0x1, 0x4}},
     {0x4,    "Main Still Picture", FF_PROFILE_HEVC_MAIN_STILL_PICTURE, 8},
     {0x1000, "Main 10 HDR10",      kOnlyListed,                        10},
     {0x2000, "Main 10 HDR10+",     kOnlyListed,                        10},
 });
-// Twice general_level_idc, and general_tier_flag.
+// ITU-T H.265 tables A.8 and A.9, in luma samples; the Main tier.
 inline constexpr auto kHevcLevels = std::to_array<LevelRow>({
-    {0x1,       "1.0", 60},  {0x2,       "1.0 High tier", 61},
-    {0x4,       "2.0", 120}, {0x8,       "2.0 High tier", 121},
-    {0x10,      "2.1", 126}, {0x20,      "2.1 High tier", 127},
-    {0x40,      "3.0", 180}, {0x80,      "3.0 High tier", 181},
-    {0x100,     "3.1", 186}, {0x200,     "3.1 High tier", 187},
-    {0x400,     "4.0", 240}, {0x800,     "4.0 High tier", 241},
-    {0x1000,    "4.1", 246}, {0x2000,    "4.1 High tier", 247},
-    {0x4000,    "5.0", 300}, {0x8000,    "5.0 High tier", 301},
-    {0x10000,   "5.1", 306}, {0x20000,   "5.1 High tier", 307},
-    {0x40000,   "5.2", 312}, {0x80000,   "5.2 High tier", 313},
-    {0x100000,  "6.0", 360}, {0x200000,  "6.0 High tier", 361},
-    {0x400000,  "6.1", 366}, {0x800000,  "6.1 High tier", 367},
-    {0x1000000, "6.2", 372}, {0x2000000, "6.2 High tier", 373},
-});
-inline constexpr auto kHevcContained = std::to_array<Containment>({
-    {0x1, 0x4}, {0x2, 0x1}, {0x2, 0x4},
+    {0x1,       "1.0", 30,  36864,   552960,     128'000},
+    {0x4,       "2.0", 60,  122880,  3686400,    1500'000},
+    {0x10,      "2.1", 63,  245760,  7372800,    3000'000},
+    {0x40,      "3.0", 90,  552960,  16588800,   6000'000},
+    {0x100,     "3.1", 93,  983040,  33177600,   10000'000},
+    {0x400,     "4.0", 120, 2228224, 66846720,   12000'000},
+    {0x1000,    "4.1", 123, 2228224, 133693440,  20000'000},
+    {0x4000,    "5.0", 150, 8912896, 267386880,  25000'000},
+    {0x10000,   "5.1", 153, 8912896, 534773760,  40000'000},
+    {0x40000,   "5.2", 156, 8912896, 1069547520, 60000'000},
+    {0x100000,  "6.0", 180},
+    {0x400000,  "6.1", 183},
+    {0x1000000, "6.2", 186},
 });
 
 inline constexpr auto kMpeg4Profiles = std::to_array<ProfileRow>({
@@ -76,14 +86,21 @@ inline constexpr auto kMpeg4Profiles = std::to_array<ProfileRow>({
     {0x8,    "Main",               FF_PROFILE_MPEG4_MAIN,               8},
     {0x400,  "Advanced Real Time", FF_PROFILE_MPEG4_ADVANCED_REAL_TIME, 8},
     {0x1000, "Advanced Coding",    FF_PROFILE_MPEG4_ADVANCED_CODING,    8},
-    {0x8000, "Advanced Simple",    FF_PROFILE_MPEG4_ADVANCED_SIMPLE,    8},
+    {0x8000, "Advanced Simple",    FF_PROFILE_MPEG4_ADVANCED_SIMPLE,    8, {0x1}},
 });
-// ISO/IEC 14496-2 Table G.1: the lower four bits
+// ISO/IEC 14496-2 Table G.1: the lower four bits; N.1, in macroblocks: of the Simple profile
 inline constexpr auto kMpeg4Levels = std::to_array<LevelRow>({
-    {0x1,  "0",  0}, {0x2,  "0b", 9}, {0x4,  "1",  1},             {0x8,  "2", 2}, {0x10,  "3", 3},
-    {0x18, "3b", 7}, {0x20, "4",  4}, {0x40, "4a", kMpeg4Level4a}, {0x80, "5", 5}, {0x100, "6", 6},
+    {0x1,   "0",  0},
+    {0x2,   "0b", 9},
+    {0x4,   "1",  1, 99, 1485},
+    {0x8,   "2",  2},
+    {0x10,  "3",  3, 396, 11880},
+    {0x18,  "3b", 7},
+    {0x20,  "4",  4},
+    {0x40,  "4a", kMpeg4Level4a},
+    {0x80,  "5",  5, 1620, 40500},
+    {0x100, "6",  6},
 });
-inline constexpr auto kMpeg4Contained = std::to_array<Containment>({{0x8000, 0x1}});
 
 inline constexpr auto kH263Profiles = std::to_array<ProfileRow>({
     {0x1, "Baseline", 0, 8},
@@ -116,11 +133,22 @@ inline constexpr auto kVp9Profiles = std::to_array<ProfileRow>({
     {0x1000, "Profile 2 HDR", kOnlyListed,      12},
     {0x2000, "Profile 3 HDR", kOnlyListed,      12},
 });
+// VP9 Annex A, in luma samples.
 inline constexpr auto kVp9Levels = std::to_array<LevelRow>({
-    {0x1,    "1.0", 10}, {0x2,    "1.1", 11}, {0x4,   "2.0", 20}, {0x8,   "2.1", 21},
-    {0x10,   "3.0", 30}, {0x20,   "3.1", 31}, {0x40,  "4.0", 40}, {0x80,  "4.1", 41},
-    {0x100,  "5.0", 50}, {0x200,  "5.1", 51}, {0x400, "5.2", 52}, {0x800, "6.0", 60},
-    {0x1000, "6.1", 61}, {0x2000, "6.2", 62},
+    {0x1,    "1.0", 10, 36864,   829440},
+    {0x2,    "1.1", 11, 73728,   2764800},
+    {0x4,    "2.0", 20, 122880,  4608000},
+    {0x8,    "2.1", 21, 245760,  9216000},
+    {0x10,   "3.0", 30, 552960,  20736000},
+    {0x20,   "3.1", 31, 983040,  36864000},
+    {0x40,   "4.0", 40, 2228224, 83558400},
+    {0x80,   "4.1", 41, 2228224, 160432128},
+    {0x100,  "5.0", 50, 8912896, 311951360},
+    {0x200,  "5.1", 51, 8912896, 588251136},
+    {0x400,  "5.2", 52, 8912896, 1176502272},
+    {0x800,  "6.0", 60},
+    {0x1000, "6.1", 61},
+    {0x2000, "6.2", 62},
 });
 
 inline constexpr auto kAv1Profiles = std::to_array<ProfileRow>({
@@ -146,18 +174,15 @@ inline constexpr auto kAacProfiles = std::to_array<ProfileRow>({
     {2,  "LC",          FF_PROFILE_MPEG2_AAC_LOW, 0},
     {3,  "SSR",         FF_PROFILE_AAC_SSR,       0},
     {4,  "LTP",         FF_PROFILE_AAC_LTP,       0},
-    {5,  "HE",          FF_PROFILE_AAC_HE,        0},
+    {5,  "HE",          FF_PROFILE_AAC_HE,        0, {2}},
     {5,  "HE",          FF_PROFILE_MPEG2_AAC_HE,  0},
     {6,  "Scalable",    5,                        0},
     {17, "ER LC",       16,                       0},
     {20, "ER Scalable", 19,                       0},
     {23, "LD",          FF_PROFILE_AAC_LD,        0},
-    {29, "HE v2",       FF_PROFILE_AAC_HE_V2,     0},
+    {29, "HE v2",       FF_PROFILE_AAC_HE_V2,     0, {5, 2}},
     {39, "ELD",         FF_PROFILE_AAC_ELD,       0},
     {42, "xHE",         41,                       0},
-});
-inline constexpr auto kAacContained = std::to_array<Containment>({
-    {5, 2}, {29, 5}, {29, 2},
 });
 // clang-format on
 

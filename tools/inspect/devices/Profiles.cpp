@@ -15,14 +15,14 @@ using namespace android;
 
 // clang-format off
 constexpr auto kCodecs = std::to_array<CodecProfiles>({
-    {"AVC",           ZRE_MEDIA_MIMETYPE_VIDEO_AVC,   "h264",       kAvcProfiles,   kAvcLevels,   kAvcContained},
-    {"HEVC",          ZRE_MEDIA_MIMETYPE_VIDEO_HEVC,  "hevc",       kHevcProfiles,  kHevcLevels,  kHevcContained, true},
-    {"MPEG-4 Visual", ZRE_MEDIA_MIMETYPE_VIDEO_MPEG4, "mpeg4",      kMpeg4Profiles, kMpeg4Levels, kMpeg4Contained},
-    {"H.263",         ZRE_MEDIA_MIMETYPE_VIDEO_H263,  "h263",       kH263Profiles,  kH263Levels,  {}},
-    {"MPEG-2",        ZRE_MEDIA_MIMETYPE_VIDEO_MPEG2, "mpeg2video", kMpeg2Profiles, kMpeg2Levels, {}},
-    {"VP9",           ZRE_MEDIA_MIMETYPE_VIDEO_VP9,   "vp9",        kVp9Profiles,   kVp9Levels,   {}},
-    {"AV1",           ZRE_MEDIA_MIMETYPE_VIDEO_AV1,   "av1",        kAv1Profiles,   kAv1Levels,   {}},
-    {"AAC",           ZRE_MEDIA_MIMETYPE_AUDIO_AAC,   "aac",        kAacProfiles,   {},           kAacContained},
+    {"AVC",           ZRE_MEDIA_MIMETYPE_VIDEO_AVC,   "h264",       kAvcProfiles,   kAvcLevels,   16},
+    {"HEVC",          ZRE_MEDIA_MIMETYPE_VIDEO_HEVC,  "hevc",       kHevcProfiles,  kHevcLevels,  1, true},
+    {"MPEG-4 Visual", ZRE_MEDIA_MIMETYPE_VIDEO_MPEG4, "mpeg4",      kMpeg4Profiles, kMpeg4Levels, 16},
+    {"H.263",         ZRE_MEDIA_MIMETYPE_VIDEO_H263,  "h263",       kH263Profiles,  kH263Levels},
+    {"MPEG-2",        ZRE_MEDIA_MIMETYPE_VIDEO_MPEG2, "mpeg2video", kMpeg2Profiles, kMpeg2Levels},
+    {"VP9",           ZRE_MEDIA_MIMETYPE_VIDEO_VP9,   "vp9",        kVp9Profiles,   kVp9Levels},
+    {"AV1",           ZRE_MEDIA_MIMETYPE_VIDEO_AV1,   "av1",        kAv1Profiles,   kAv1Levels},
+    {"AAC",           ZRE_MEDIA_MIMETYPE_AUDIO_AAC,   "aac",        kAacProfiles,   {}},
 });
 // clang-format on
 
@@ -49,7 +49,6 @@ bool isLevel1b(const Indication& stream) {
 }
 
 int levelToldApart(const CodecProfiles& codec, int level, const Indication& stream) {
-    if (codec.hasTiers) return 2 * level + (stream.isHighTier ? 1 : 0);
     if (is(codec, "AVC") && isLevel1b(stream)) return kAvcLevel1b;
     const bool isMpeg4Simple =
             is(codec, "MPEG-4 Visual") && stream.profile == FF_PROFILE_MPEG4_SIMPLE;
@@ -74,6 +73,13 @@ template <typename Rows>
 std::string nameIn(const Rows& rows, int64_t number) {
     const auto row = std::ranges::find_if(rows, [&](const auto& r) { return r.number == number; });
     return row != rows.end() ? std::string(row->name) : hexText(number);
+}
+
+constexpr const char* kHighTier = " High tier";
+
+// One bit a level, the first that of the Main tier.
+bool isHighTier(const CodecProfiles& codec, int64_t number) {
+    return codec.hasTiers && std::bit_width(static_cast<uint64_t>(number)) % 2 == 0;
 }
 
 }  // namespace
@@ -109,7 +115,10 @@ std::optional<Rank> levelOf(const CodecProfiles& codec, const Indication& stream
     if (!stream.level || *stream.level < 0) return {};
     const int level = levelToldApart(codec, *stream.level, stream);
     const auto row = std::ranges::find(codec.levels, level, &LevelRow::level);
-    if (row != codec.levels.end()) return Rank{std::string(row->name), row->number};
+    if (row != codec.levels.end()) {
+        const bool isHigh = codec.hasTiers && stream.isHighTier;
+        return Rank{std::string(row->name) + (isHigh ? kHighTier : ""), row->number << isHigh};
+    }
     if (*stream.level == 0 || codec.levels.empty()) return {};
     return Rank{"number " + std::to_string(*stream.level), {}};
 }
@@ -119,6 +128,9 @@ std::string profileName(const CodecProfiles& codec, int64_t number) {
 }
 
 std::string levelName(const CodecProfiles& codec, int64_t number) {
+    for (const LevelRow& row : codec.levels) {
+        if (codec.hasTiers && 2 * row.number == number) return std::string(row.name) + kHighTier;
+    }
     return nameIn(codec.levels, number);
 }
 
@@ -128,27 +140,25 @@ int bitDepthOf(const CodecProfiles& codec, int64_t profile) {
 }
 
 bool takesProfile(const CodecProfiles& codec, int64_t listed, int64_t asked) {
-    return listed == asked || std::ranges::any_of(codec.contained, [&](const Containment& each) {
-               return each.outer == listed && each.inner == asked;
-           });
+    const auto row = std::ranges::find(codec.profiles, listed, &ProfileRow::number);
+    return listed == asked || (asked > 0 && row != codec.profiles.end() &&
+                               std::ranges::count(row->contained, asked) > 0);
 }
 
 bool takesLevel(const CodecProfiles& codec, int64_t listed, int64_t asked) {
     if (codec.levels.empty()) return true;
-    if (!codec.hasTiers) return listed >= asked;
-    // One bit a level, the first that of the Main tier.
-    const auto isHigh = [](int64_t number) {
-        return std::bit_width(static_cast<uint64_t>(number)) % 2 == 0;
-    };
-    return listed >= asked && (isHigh(listed) || !isHigh(asked));
+    return listed >= asked && (isHighTier(codec, listed) || !isHighTier(codec, asked));
 }
 
 int levelsBetween(const CodecProfiles& codec, int64_t listed, int64_t asked) {
-    const auto below = [&](int64_t number) {
-        return std::ranges::count_if(codec.levels,
-                                     [&](const LevelRow& row) { return row.number < number; });
-    };
-    return static_cast<int>(std::max<int64_t>(below(asked) - below(listed), 1));
+    int between = 0;
+    for (const LevelRow& row : codec.levels) {
+        for (int tier = 0; tier <= (codec.hasTiers ? 1 : 0); tier++) {
+            const int64_t number = row.number << tier;
+            between += (number < asked ? 1 : 0) - (number < listed ? 1 : 0);
+        }
+    }
+    return std::max(between, 1);
 }
 
 }  // namespace inspect

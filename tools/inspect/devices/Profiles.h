@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -15,20 +16,18 @@ namespace inspect {
 struct ProfileRow {
     int64_t number;  // of the platform's class CodecProfileLevel
     std::string_view name;
-    int profile;   // libavcodec's number; below zero: it has none
-    int bitDepth;  // the most bits of a sample
+    int profile;                         // libavcodec's number; below zero: it has none
+    int bitDepth;                        // the most bits of a sample
+    std::array<int64_t, 2> contained{};  // numbers that a decoder of this one takes too
 };
 
 struct LevelRow {
     int64_t number;
     std::string_view name;
-    int level;  // as the bitstream has it, with what tells apart those of one value
-};
-
-// A decoder of the one takes the other too.
-struct Containment {
-    int64_t outer;
-    int64_t inner;
+    int level;            // as the bitstream has it, with what tells apart those of one value
+    int64_t picture = 0;  // the most of a picture, and of the pictures of a second; 0: nothing is
+    int64_t second = 0;   // written in this level
+    int64_t bitRate = 0;  // bits a second, for those who write it; 0 = no matter
 };
 
 struct CodecProfiles {
@@ -37,8 +36,8 @@ struct CodecProfiles {
     std::string_view codec;  // how libavcodec's names for it begin
     std::span<const ProfileRow> profiles;
     std::span<const LevelRow> levels;  // from low to high; none: levels say nothing
-    std::span<const Containment> contained;
-    bool hasTiers = false;  // the levels of the Main and the High tier stand by turns
+    int64_t unit = 1;                  // pictures count in squares of so many samples a side
+    bool hasTiers = false;             // twice the number of a level is its High tier
 };
 
 // Null of others; letter case does not matter in a MIME type.

@@ -2,14 +2,16 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <initializer_list>
 #include <map>
-#include <set>
+#include <pugixml.hpp>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "inspect/base/InputFile.h"
-#include "inspect/devices/Source.h"
-#include "inspect/devices/XmlTraits.h"
+#include "inspect/devices/Draft.h"
+#include "inspect/devices/LimitText.h"
 
 namespace inspect {
 namespace {
@@ -18,10 +20,19 @@ using pugi::xml_node;
 
 constexpr size_t kMaxSteps = 1'000'000;  // elements, and comparisons of names
 constexpr size_t kMaxFiles = 256;
+constexpr size_t kMaxAliases = 16;
 constexpr int kMaxDepth = 16;
 
-size_t offsetOf(const xml_node& node) {
-    return static_cast<size_t>(std::max<ptrdiff_t>(0, node.offset_debug()));
+std::string tagOf(const xml_node& node) {
+    return '<' + shortName(node.name()) + '>';
+}
+
+std::string nameOf(const xml_node& node) {
+    return shortName(trimmed(node.attribute("name").value()));
+}
+
+bool isOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
+    return std::ranges::find(names, name) != names.end();
 }
 
 // A path that stays below the folder of the file that names it.
@@ -29,13 +40,45 @@ bool staysInside(const std::filesystem::path& path) {
     return !path.empty() && !path.is_absolute() && std::ranges::find(path, "..") == path.end();
 }
 
-enum class Section { kRoot, kDecoders, kEncoders, kSettings };
+// Whichever form it has, as "from-to" or as a list.
+std::string valueOf(const xml_node& limit) {
+    for (const char* name : {"range", "ranges", "value"}) {
+        if (const auto attribute = limit.attribute(name)) return attribute.value();
+    }
+    return std::string(limit.attribute("min").value()) + '-' + limit.attribute("max").value();
+}
 
-std::optional<Section> sectionOf(std::string_view tag) {
-    if (tag == "Decoders") return Section::kDecoders;
-    if (tag == "Encoders") return Section::kEncoders;
-    if (tag == "Settings") return Section::kSettings;
+// These return what is not understood; empty = all is.
+
+std::string applyLimit(const xml_node& node, Decoder& decoder) {
+    const std::string value = valueOf(node);
+    const LimitResult result = setLimit(decoder.limits, nameOf(node), value);
+    if (result == LimitResult::kTaken) return {};
+    return "the limit " + inQuotes(nameOf(node)) +
+           (result == LimitResult::kUnknown ? " is not known"
+                                            : " has the value " + inQuotes(value));
+}
+
+std::string applyFeature(const xml_node& node, Decoder& decoder) {
+    if (nameOf(node).empty()) return "a feature without a name";
+    setFeature(decoder, nameOf(node), node.attribute("required").as_bool(),
+               node.attribute("value").as_bool(true));
     return {};
+}
+
+std::string applyTrait(const xml_node& node, Decoder& decoder) {
+    const std::string_view tag = node.name();
+    if (tag == "Limit") return applyLimit(node, decoder);
+    if (tag == "Feature") return applyFeature(node, decoder);
+    if (tag == "Attribute" && nameOf(node) == "software-codec") decoder.isSoftware = true;
+    if (tag == "Alias" && decoder.aliases.size() < kMaxAliases) {
+        decoder.aliases.push_back(nameOf(node));
+    }
+    if (tag == "Variant") {
+        decoder.remark = "has other limits on models of the variant " + inQuotes(nameOf(node));
+    }
+    if (isOneOf(tag, {"Attribute", "Alias", "Variant", "Quirk", "Mapping", "Setting"})) return {};
+    return tagOf(node) + " is not known here";
 }
 
 class ListReader {
@@ -44,214 +87,203 @@ public:
 
     void readFile(const std::string& name) {
         if (!mNames.insert(name).second) return;
-        if (const auto text = mRead(name)) readText({name, *text}, Section::kRoot, 0);
+        if (const auto text = mRead(name)) readText(name, *text, "", 0);
     }
 
-    DeviceDescription take();
+    DeviceDescription finish();
 
 private:
-    struct Place {
-        const Source& source;
-        Section section;
-        int depth;
-    };
+    // The section is the tag of the element of the list that the nodes are in; empty = the root.
+    void readText(const std::string& name, std::string_view text, std::string_view section,
+                  int depth);
+    void readChildren(const xml_node& parent, std::string_view section, int depth);
+    void readOther(const xml_node& node, std::string_view section);
+    void readInclude(const xml_node& node, std::string_view section, int depth);
+    void readCodec(const xml_node& node);
+    void readUpdate(const xml_node& node);
+    void readTraits(const xml_node& parent, const std::vector<Decoder*>& decoders);
+    void add(Decoder decoder, std::string_view type, const xml_node& codec, const xml_node& node);
+    std::vector<Decoder*> find(const xml_node& node, std::string_view name, std::string_view type);
 
-    void readText(const Source& source, Section section, int depth);
-    void readChildren(const Place& place, const xml_node& parent);
-    void readOther(const Place& place, const xml_node& node);
-    void readInclude(const Place& place, const xml_node& node);
-    void readCodec(const Source& source, const xml_node& node);
-    void readUpdate(const Source& source, const xml_node& node);
-    void readTraits(const Source& source, const xml_node& node,
-                    const std::vector<Decoder*>& decoders);
-    void readTag(const xml_node& codec, Decoder& decoder);
-    std::vector<Decoder*> find(const Source& source, const xml_node& node, std::string_view name,
-                               std::string_view type);
-
-    void spend(const Source& source, const xml_node& node, size_t steps) {
+    std::string_view partAt(ptrdiff_t offset) const {
+        return mDraft.text.substr(static_cast<size_t>(std::max<ptrdiff_t>(0, offset)));
+    }
+    void warn(const xml_node& node, const std::string& complaint) {
+        mDraft.warn(partAt(node.offset_debug()), complaint);
+    }
+    [[noreturn]] void fail(ptrdiff_t offset, const std::string& complaint) const {
+        throw FileError(mDraft.place(partAt(offset)) + complaint);
+    }
+    void spend(const xml_node& node, size_t steps) {
         mSteps += steps;
-        if (mSteps > kMaxSteps) throw FileError(place(source, node) + "no device has such a list");
-    }
-    void warn(const Source& source, const xml_node& node, const std::string& text) {
-        mWarnings.add(source, offsetOf(node), text);
-    }
-    static std::string place(const Source& source, const xml_node& node) {
-        return source.place(offsetOf(node));
+        if (mSteps > kMaxSteps) fail(node.offset_debug(), "no device has such a list");
     }
 
     const FileReader& mRead;
-    DeviceDescription mDevice;
+    Draft mDraft{};
     std::vector<std::string> mDomainOf;  // each decoder's
     std::map<std::string, bool> mDomains;
     std::set<std::string> mNames;
-    Warnings mWarnings;
     size_t mSteps = 0;
     size_t mBytes = 0;
 };
 
 // Of the encoding only what is below 128 matters.
-void ListReader::readText(const Source& source, Section section, int depth) {
-    mBytes += source.text.size();
-    if (mBytes > kMaxDescriptionBytes) throw FileError(source.name + ": makes more than 16 MiB");
+void ListReader::readText(const std::string& name, std::string_view text, std::string_view section,
+                          int depth) {
+    mBytes += text.size();
+    if (mBytes > kMaxDescriptionBytes) throw FileError(name + ": makes more than 16 MiB");
+    const std::string outerName = std::exchange(mDraft.name, name);
+    const std::string_view outerText = std::exchange(mDraft.text, text);
     pugi::xml_document document;
-    const auto result = document.load_buffer(source.text.data(), source.text.size(),
-                                             pugi::parse_default, pugi::encoding_utf8);
-    if (!result) {
-        throw FileError(source.place(static_cast<size_t>(std::max<ptrdiff_t>(0, result.offset))) +
-                        "is no XML: " + result.description());
-    }
+    const auto result = document.load_buffer(text.data(), text.size(), pugi::parse_default,
+                                             pugi::encoding_utf8);
+    if (!result) fail(result.offset, std::string("is no XML: ") + result.description());
     for (const xml_node& root : document.children()) {
         if (isOneOf(root.name(), {"MediaCodecs", "Included"})) {
-            readChildren({source, section, depth}, root);
-        } else if (root.type() == pugi::node_element && depth == 0) {
-            throw FileError(place(source, root) + tagOf(root) + " begins no list of codecs");
+            readChildren(root, section, depth);
         } else if (root.type() == pugi::node_element) {
-            warn(source, root, tagOf(root) + " begins no list of codecs");
+            const std::string complaint = tagOf(root) + " begins no list of codecs";
+            if (depth == 0) fail(root.offset_debug(), complaint);
+            warn(root, complaint);
         }
     }
+    mDraft.name = outerName;
+    mDraft.text = outerText;
 }
 
-void ListReader::readChildren(const Place& place, const xml_node& parent) {
-    if (place.depth > kMaxDepth) return warn(place.source, parent, "is nested too deep");
+void ListReader::readChildren(const xml_node& parent, std::string_view section, int depth) {
+    if (depth > kMaxDepth) return warn(parent, "is nested too deep");
     for (const xml_node& node : parent.children()) {
         if (node.type() != pugi::node_element) continue;
-        spend(place.source, node, 1);
+        spend(node, 1);
         const std::string_view tag = node.name();
         if (tag == "Include") {
-            readInclude(place, node);
-        } else if (const auto section = sectionOf(tag)) {
-            readChildren({place.source, *section, place.depth + 1}, node);
-        } else if (tag == "MediaCodec" && place.section == Section::kDecoders) {
-            readCodec(place.source, node);
+            readInclude(node, section, depth);
+        } else if (isOneOf(tag, {"Decoders", "Encoders", "Settings"})) {
+            readChildren(node, tag, depth + 1);
+        } else if (tag == "MediaCodec" && section == "Decoders") {
+            readCodec(node);
         } else {
-            readOther(place, node);
+            readOther(node, section);
         }
     }
 }
 
-void ListReader::readOther(const Place& place, const xml_node& node) {
+void ListReader::readOther(const xml_node& node, std::string_view section) {
     const std::string_view tag = node.name();
-    if (place.section == Section::kEncoders && tag == "MediaCodec") return;
-    if (place.section == Section::kSettings && tag == "Domain") {
+    if (section == "Encoders" && tag == "MediaCodec") return;
+    if (section == "Settings" && tag == "Domain") {
         mDomains[nameOf(node)] = node.attribute("enabled").as_bool(true);
-    } else if (place.section != Section::kSettings || !isOneOf(tag, {"Setting", "Variant"})) {
-        warn(place.source, node, tagOf(node) + " is not known here");
+    } else if (section != "Settings" || !isOneOf(tag, {"Setting", "Variant"})) {
+        warn(node, tagOf(node) + " is not known here");
     }
 }
 
-void ListReader::readInclude(const Place& place, const xml_node& node) {
+void ListReader::readInclude(const xml_node& node, std::string_view section, int depth) {
     const std::filesystem::path path = node.attribute("href").value();
     if (!staysInside(path)) {
-        return warn(place.source, node, inQuotes(path.string()) + " is no file of this folder");
+        return warn(node, inQuotes(path.string()) + " is no file of this folder");
     }
-    const auto folder = std::filesystem::path(place.source.name).parent_path();
+    const auto folder = std::filesystem::path(mDraft.name).parent_path();
     const std::string name = (folder / path).lexically_normal().generic_string();
-    if (mNames.contains(name)) {
-        return warn(place.source, node, inQuotes(name) + " is read once only");
-    }
-    if (mNames.size() == kMaxFiles) {
-        throw FileError(this->place(place.source, node) + "too many files are included");
-    }
+    if (mNames.contains(name)) return warn(node, inQuotes(name) + " is read once only");
+    if (mNames.size() == kMaxFiles) fail(node.offset_debug(), "too many files are included");
     mNames.insert(name);
-    if (const auto text = mRead(name)) {
-        return readText({name, *text}, place.section, place.depth + 1);
-    }
-    mDevice.missingFiles.push_back(name);
-    warn(place.source, node, inQuotes(name) + " is missing");
+    if (const auto text = mRead(name)) return readText(name, *text, section, depth + 1);
+    mDraft.device.missingFiles.push_back(name);
+    warn(node, inQuotes(name) + " is missing");
 }
 
-void ListReader::readTag(const xml_node& codec, Decoder& decoder) {
+void readTag(const xml_node& codec, Decoder& decoder) {
     if (!codec.attribute("enabled").as_bool(true)) decoder.whyIgnored = "is switched off";
     if (const auto variant = codec.attribute("variant")) {
         decoder.remark = "is there on models of the variant " + inQuotes(variant.value()) + " only";
     }
 }
 
-void ListReader::readTraits(const Source& source, const xml_node& parent,
-                            const std::vector<Decoder*>& decoders) {
+void ListReader::readTraits(const xml_node& parent, const std::vector<Decoder*>& decoders) {
     for (const xml_node& node : parent.children()) {
         const bool isType = std::string_view(node.name()) == "Type";
         if (node.type() != pugi::node_element || isType) continue;
-        spend(source, node, decoders.size());
+        spend(node, decoders.size());
         std::string complaint;
         for (Decoder* each : decoders) complaint = applyTrait(node, *each);
-        if (!complaint.empty()) warn(source, node, complaint);
+        if (!complaint.empty()) warn(node, complaint);
     }
 }
 
-void ListReader::readCodec(const Source& source, const xml_node& node) {
-    if (node.attribute("update").as_bool()) return readUpdate(source, node);
+// The node is the codec or, inside it, the type.
+void ListReader::add(Decoder decoder, std::string_view type, const xml_node& codec,
+                     const xml_node& node) {
+    decoder.type = shortName(trimmed(type));
+    if (decoder.type.empty()) return warn(node, inQuotes(decoder.name) + " has no type");
+    mDraft.add(std::move(decoder), partAt(node.offset_debug()));
+    mDomainOf.push_back(shortName(codec.attribute("domain").value()));
+}
+
+void ListReader::readCodec(const xml_node& node) {
+    if (node.attribute("update").as_bool()) return readUpdate(node);
     Decoder decoder;
     decoder.name = nameOf(node);
     readTag(node, decoder);
-    readTraits(source, node, {&decoder});
-    const auto add = [&](Decoder each, std::string_view type, const xml_node& of) {
-        each.type = shortName(trimmed(type));
-        if (each.type.empty()) warn(source, of, inQuotes(each.name) + " has no type");
-        if (each.type.empty()) return;
-        addDecoder(mDevice, std::move(each), source, offsetOf(of));
-        mDomainOf.push_back(shortName(node.attribute("domain").value()));
-    };
+    readTraits(node, {&decoder});
     const auto types = node.children("Type");
     if (node.attribute("type") || types.begin() == types.end()) {
-        add(decoder, node.attribute("type").value(), node);
+        add(decoder, node.attribute("type").value(), node, node);
     }
     for (const xml_node& type : types) {
-        spend(source, type, 1);
+        spend(type, 1);
         Decoder each = decoder;
-        readTraits(source, type, {&each});
-        add(std::move(each), type.attribute("name").value(), type);
+        readTraits(type, {&each});
+        add(std::move(each), type.attribute("name").value(), node, type);
     }
 }
 
 // Those of this name, and of this type unless it is empty; says so when there is none.
-std::vector<Decoder*> ListReader::find(const Source& source, const xml_node& node,
-                                       std::string_view name, std::string_view type) {
-    spend(source, node, 1 + mDevice.decoders.size());
+std::vector<Decoder*> ListReader::find(const xml_node& node, std::string_view name,
+                                       std::string_view type) {
+    spend(node, 1 + mDraft.device.decoders.size());
     std::vector<Decoder*> found;
-    for (Decoder& each : mDevice.decoders) {
-        const bool isNamed =
-                each.name == name || std::ranges::find(each.aliases, name) != each.aliases.end();
+    for (Decoder& each : mDraft.device.decoders) {
+        const bool isNamed = each.name == name || std::ranges::count(each.aliases, name) > 0;
         if (isNamed && (type.empty() || each.type == type)) found.push_back(&each);
     }
     if (found.empty()) {
-        warn(source, node,
-             "there is no decoder " + inQuotes(name) +
-                     (type.empty() ? "" : " of " + inQuotes(type)) + " to update");
+        warn(node, "there is no decoder " + inQuotes(name) +
+                           (type.empty() ? "" : " of " + inQuotes(type)) + " to update");
     }
     return found;
 }
 
-void ListReader::readUpdate(const Source& source, const xml_node& node) {
+void ListReader::readUpdate(const xml_node& node) {
     const std::string name = nameOf(node);
-    const auto decoders = find(source, node, name, node.attribute("type").value());
+    const auto decoders = find(node, name, node.attribute("type").value());
     for (Decoder* each : decoders) readTag(node, *each);
     if (decoders.empty()) return;
-    readTraits(source, node, decoders);
+    readTraits(node, decoders);
     for (const xml_node& type : node.children("Type")) {
-        readTraits(source, type, find(source, type, name, type.attribute("name").value()));
+        readTraits(type, find(type, name, type.attribute("name").value()));
     }
 }
 
-DeviceDescription ListReader::take() {
+DeviceDescription ListReader::finish() {
     for (size_t i = 0; i < mDomainOf.size(); i++) {
-        Decoder& decoder = mDevice.decoders[i];
+        Decoder& decoder = mDraft.device.decoders[i];
         if (mDomainOf[i].empty() || !decoder.whyIgnored.empty() || mDomains[mDomainOf[i]]) continue;
         decoder.whyIgnored = "is of the domain " + inQuotes(mDomainOf[i]) + ", which is off";
     }
     std::string files;
     for (const std::string& name : mNames) files += (files.empty() ? "" : ", ") + name;
-    mDevice.warnings = mWarnings.take();
-    warnOfNone(mDevice, files);
-    return std::move(mDevice);
+    return mDraft.finish(files);
 }
 
 }  // namespace
 
-DeviceDescription readXmlCodecLists(const std::vector<std::string>& files, const FileReader& read) {
+DeviceDescription readXmlCodecLists(const std::set<std::string>& files, const FileReader& read) {
     ListReader reader(read);
     for (const std::string& name : files) reader.readFile(name);
-    return reader.take();
+    return reader.finish();
 }
 
 }  // namespace inspect

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 
 #include "inspect/media/Demuxer.h"
 
@@ -29,6 +30,20 @@ void visitIndex(const OpenFile& open, AVStream& stream,
 // file has samples without an end; 0 when the visit wants no more.
 int walkSamples(const OpenFile& open, const Demuxer& demuxer,
                 const std::function<bool(AVPacket&)>& visit);
+
+// The same for some tracks, by the index of their streams; all others are discarded.
+template <typename Track>
+int walkTracks(const OpenFile& open, const Demuxer& demuxer, std::map<int, Track>& tracks,
+               const auto& visit) {
+    for (AVStream* stream : demuxer.streams()) {
+        if (!tracks.contains(stream->index)) stream->discard = AVDISCARD_ALL;
+    }
+    return walkSamples(open, demuxer, [&](AVPacket& packet) {
+        const auto track = tracks.find(packet.stream_index);
+        if (track != tracks.end()) visit(track->second, packet);
+        return true;
+    });
+}
 
 // ISO/IEC 14496-15 5.3.3.1.2 and 8.3.3.1.2: of the lengths before NAL units; 0 = there are none.
 size_t unitLengthBytes(const AVCodecParameters& codec);

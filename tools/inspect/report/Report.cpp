@@ -3,7 +3,6 @@
 #include <exception>
 #include <map>
 
-#include "inspect/callers/OlderParsers.h"
 #include "inspect/verdict/BrokenData.h"
 #include "inspect/verdict/TrackFacts.h"
 
@@ -90,7 +89,7 @@ void fill(FileReport& report, const OpenFile& open, const Scope& scope, PictureF
     for (const PretendedDevice& device : scope.devices) {
         judgeFor(device, report, file, scope.fix);
     }
-    report.tags = session.readTags(open);
+    report.tags = readTags(open);
     const auto keyFrames = scope.frames ? compareKeyFrames(open, file) : std::map<int, KeyFrames>{};
     const auto verified = scope.verify ? verifySamples(open, file) : std::map<int, Verification>{};
     for (TrackReport& track : report.tracks) {

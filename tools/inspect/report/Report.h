@@ -11,6 +11,7 @@
 #include "inspect/callers/PcmDump.h"
 #include "inspect/callers/Pictures.h"
 #include "inspect/callers/Session.h"
+#include "inspect/callers/Tags.h"
 #include "inspect/callers/Verify.h"
 #include "inspect/verdict/Fix.h"
 #include "inspect/verdict/Verdict.h"

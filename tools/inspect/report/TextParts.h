@@ -8,7 +8,6 @@
 
 #include "inspect/callers/Calls.h"
 #include "inspect/callers/Format.h"
-#include "inspect/callers/KeyFrames.h"
 #include "inspect/callers/Tags.h"
 #include "inspect/records/Record.h"
 #include "inspect/report/TextLayout.h"
@@ -26,7 +25,6 @@ void printRecord(std::ostream& out, const Record& record, const TextStyle& style
 void printCalls(std::ostream& out, const char* heading, const std::vector<Call>& calls,
                 const TextStyle& style);
 
-void printKeyFrames(std::ostream& out, const KeyFrames& frames);
 void printTags(std::ostream& out, const Tags& tags, const TextStyle& style);
 
 }  // namespace inspect

@@ -6,6 +6,10 @@
 namespace inspect {
 namespace {
 
+std::string counted(uint64_t count, const std::string& what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
 struct Remark {
     std::string text;
     bool isFault;
@@ -29,8 +33,7 @@ Remark presence(const Verification& found) {
         return fault(found.outside, found.samples, "not inside the file, " + missing);
     }
     if (found.cut.count > 0) return fault(found.cut, found.samples, "cut off");
-    std::string text =
-            std::to_string(found.samples) + (found.samples == 1 ? " sample" : " samples");
+    std::string text = counted(found.samples, "sample");
     if (found.hasIndex) return {text + ", all inside the file", false};
     if (found.endUs) text += ", up to " + durationText(*found.endUs);
     return {text, false};
@@ -39,8 +42,7 @@ Remark presence(const Verification& found) {
 std::string keyFrameText(const Verification& found) {
     if (found.keyFrames == 0) return "no key frame";
     if (found.keyFrames == 1) return "no key frame after the first";
-    return "key frames at most " + std::to_string(found.keyDistance) +
-           (found.keyDistance == 1 ? " sample (" : " samples (") +
+    return "key frames at most " + counted(found.keyDistance, "sample") + " (" +
            durationText(found.keyDistanceUs) + ") apart";
 }
 
@@ -66,6 +68,24 @@ std::vector<Remark> remarks(const Verification& found) {
     return list;
 }
 
+void printSamples(std::ostream& out, const KeyFrames& frames) {
+    if (frames.library == 0) return;
+    out << kIndent << "  to the library: sample";
+    for (const uint64_t sample : frames.firstOfLibrary) out << ' ' << sample;
+    out << (frames.library > frames.firstOfLibrary.size() ? " ...\n" : "\n");
+}
+
+void printDisputes(std::ostream& out, const KeyFrames& frames, const std::string& marker) {
+    const std::string indent = std::string(kIndent) + "  ";
+    for (const auto& [sample, timeUs, libraryCallsKey] : frames.firstDisputed) {
+        out << indent << "sample " << sample;
+        if (timeUs) out << ", " << durationText(*timeUs);
+        out << ": key frame to the " << (libraryCallsKey ? "library" : marker) << " only\n";
+    }
+    const uint64_t more = frames.disputed - frames.firstDisputed.size();
+    if (more > 0) out << indent << "and " << more << " more\n";
+}
+
 }  // namespace
 
 std::string faultText(const Verification& found) {
@@ -83,6 +103,26 @@ void printVerification(std::ostream& out, const Verification& found, const TextS
         out << std::exchange(separator, "; ") << (isFault ? paint(style, kRed, text) : text);
     }
     out << '\n';
+}
+
+void printKeyFrames(std::ostream& out, const KeyFrames& frames) {
+    const std::string marker = frames.isMarkedByContainer ? "container" : "demuxer";
+    out << kIndent << "key frames among " << counted(frames.samples, "sample") << ": ";
+    if (!frames.isExamined) {
+        out << marker << ' ' << frames.marked << "; the library does not examine this codec\n";
+        return;
+    }
+    out << "library " << frames.library << ", " << marker << ' ' << frames.marked;
+    if (frames.disputed > 0) {
+        out << "; they disagree on " << frames.disputed << '\n';
+    } else {
+        out << (frames.library > 0 ? "; they agree\n" : "; there is nothing to agree on\n");
+    }
+    printSamples(out, frames);
+    if (frames.unreadable > 0) {
+        out << kIndent << "  " << counted(frames.unreadable, "sample") << " cannot be read\n";
+    }
+    printDisputes(out, frames, marker);
 }
 
 }  // namespace inspect

@@ -5,6 +5,7 @@
 #include <ostream>
 #include <string>
 
+#include "inspect/callers/KeyFrames.h"
 #include "inspect/callers/Verify.h"
 #include "inspect/report/TextLayout.h"
 
@@ -12,5 +13,6 @@ namespace inspect {
 
 std::string faultText(const Verification& found);  // empty when there is none
 void printVerification(std::ostream& out, const Verification& found, const TextStyle& style);
+void printKeyFrames(std::ostream& out, const KeyFrames& frames);
 
 }  // namespace inspect

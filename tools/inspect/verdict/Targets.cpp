@@ -5,8 +5,8 @@
 #include <cmath>
 #include <span>
 
+#include "inspect/devices/Profiles.h"
 #include "inspect/media/LibAv.h"
-#include "inspect/verdict/Levels.h"
 #include "inspect/verdict/TrackFacts.h"
 #include "inspect/verdict/Verdict.h"
 #include "zrcodecparser/CodecType.h"
@@ -22,22 +22,23 @@ struct VideoTarget {
     uint32_t type;      // android::CodecType
     int profile;        // libavcodec's number
     const char* encoder;
-    const char* profileArgument;  // null = none
-    const LevelTable* levels;     // null = none
+    const char* profileArgument = nullptr;  // null = none
+    bool isToldLevel = false;               // else the encoder finds it itself
 };
 
+// libx265 takes the High tier where it is allowed more bits.
+// clang-format off
 constexpr auto kVideoTargets = std::to_array<VideoTarget>({
-        {"H.264 High", "h264", kCodecTypeAvc, FF_PROFILE_H264_HIGH, "libx264", "high", &kAvcBounds},
-        {"H.264 Main", "h264", kCodecTypeAvc, FF_PROFILE_H264_MAIN, "libx264", "main", &kAvcBounds},
-        {"H.264 Baseline", "h264", kCodecTypeAvc, FF_PROFILE_H264_CONSTRAINED_BASELINE, "libx264",
-         "baseline", &kAvcBounds},
-        {"H.265 Main", "hevc", kCodecTypeHevc, FF_PROFILE_HEVC_MAIN, "libx265", "main",
-         &kHevcBounds},
-        {"VP9", "vp9", kCodecTypeVp9, FF_PROFILE_VP9_0, "libvpx-vp9", nullptr, &kVp9Bounds},
-        {"VP8", "vp8", kCodecTypeVp8, FF_PROFILE_UNKNOWN, "libvpx", nullptr, nullptr},
-        {"MPEG-4 Simple", "mpeg4", kCodecTypeMpeg4, FF_PROFILE_MPEG4_SIMPLE, "mpeg4", "0",
-         &kSimpleBounds},
+    {"H.264 High",     "h264",  kCodecTypeAvc,   FF_PROFILE_H264_HIGH,    "libx264", "high", true},
+    {"H.264 Main",     "h264",  kCodecTypeAvc,   FF_PROFILE_H264_MAIN,    "libx264", "main", true},
+    {"H.264 Baseline", "h264",  kCodecTypeAvc,   FF_PROFILE_H264_CONSTRAINED_BASELINE,
+                                                                          "libx264", "baseline", true},
+    {"H.265 Main",     "hevc",  kCodecTypeHevc,  FF_PROFILE_HEVC_MAIN,    "libx265", "main"},
+    {"VP9",            "vp9",   kCodecTypeVp9,   FF_PROFILE_VP9_0,        "libvpx-vp9"},
+    {"VP8",            "vp8",   kCodecTypeVp8,   FF_PROFILE_UNKNOWN,      "libvpx"},
+    {"MPEG-4 Simple",  "mpeg4", kCodecTypeMpeg4, FF_PROFILE_MPEG4_SIMPLE, "mpeg4",   "0",    true},
 });
+// clang-format on
 
 constexpr std::array kFrameRates = {0.0, 60.0, 30.0, 15.0};  // 0 = as it is
 constexpr std::array kScales = {1.0, 0.75, 0.5, 0.375, 0.25, 0.125};
@@ -80,6 +81,18 @@ void setSize(double scale, Target& out) {
     out.words += ", " + width + "x" + height;
 }
 
+// The lowest level that holds the video; null when none does.
+const LevelRow* levelFor(const CodecProfiles& codec, const Stream::Video& video) {
+    const auto across = [&](int64_t length) { return (length + codec.unit - 1) / codec.unit; };
+    const int64_t picture = across(video.width) * across(video.height);
+    const double rate = video.averageFrameRate > 0 ? video.averageFrameRate : video.frameRate;
+    const double second = std::ceil(static_cast<double>(picture) * std::max(rate, 1.0));
+    const auto found = std::ranges::find_if(codec.levels, [&](const LevelRow& level) {
+        return picture <= level.picture && second <= static_cast<double>(level.second);
+    });
+    return found != codec.levels.end() ? &*found : nullptr;
+}
+
 // The stream in this codec; nothing when no level of the codec holds it. rate: 0 = as it is.
 std::optional<Target> videoTarget(const Stream& from, const VideoTarget& target, double scale,
                                   double rate) {
@@ -89,19 +102,17 @@ std::optional<Target> videoTarget(const Stream& from, const VideoTarget& target,
     setSize(scale, out);
     if (rate == 0) rate = steadyRate(from.video);
     if (rate > 0) setRate(rate, out);
-    const Level* level =
-            target.levels != nullptr ? levelFor(*target.levels, out.stream.video) : nullptr;
-    if (target.levels != nullptr && level == nullptr) return {};
-
     if (target.profileArgument != nullptr) add(out.options, "-profile", target.profileArgument);
-    if (level != nullptr && level->argument != nullptr) {
-        add(out.options, "-level", level->argument);
+    out.stream.level.reset();
+    if (const CodecProfiles* codec = profilesOfCodec(target.codec)) {
+        const LevelRow* level = levelFor(*codec, out.stream.video);
+        if (level == nullptr) return {};
+        if (target.isToldLevel) add(out.options, "-level", std::string(level->name));
+        out.stream.level = level->level;
     }
     out.stream.codec = target.codec;
     out.stream.codecType = target.type;
     out.stream.profile = target.profile;
-    out.stream.level.reset();
-    if (level != nullptr) out.stream.level = level->level;
     out.stream.video.bitDepth = 8;
     out.stream.bitRate = 0;
     return out;
@@ -119,54 +130,17 @@ struct AudioTarget {
     uint32_t kilobitsAChannel;  // 0 = as it comes
 };
 
+// clang-format off
 constexpr auto kAudioTargets = std::to_array<AudioTarget>({
-        {"AAC LC",
-         "aac",
-         kCodecTypeAac,
-         FF_PROFILE_AAC_LOW,
-         "aac",
-         6,
-         {48000, 44100, 22050, 8000},
-         0,
-         64},
-        {"MP3",
-         "mp3",
-         kCodecTypeMp3,
-         FF_PROFILE_UNKNOWN,
-         "libmp3lame",
-         2,
-         {48000, 44100, 22050, 8000},
-         0,
-         64},
-        {"Opus", "opus", kCodecTypeOpus, FF_PROFILE_UNKNOWN, "libopus", 6, {48000}, 0, 64},
-        {"Vorbis",
-         "vorbis",
-         kCodecTypeVorbis,
-         FF_PROFILE_UNKNOWN,
-         "libvorbis",
-         6,
-         {48000, 44100, 22050, 8000},
-         0,
-         64},
-        {"FLAC",
-         "flac",
-         kCodecTypeFlac,
-         FF_PROFILE_UNKNOWN,
-         "flac",
-         6,
-         {96000, 48000, 44100, 8000},
-         16,
-         0},
-        {"PCM of 16 bits",
-         "pcm_s16le",
-         kCodecTypePcm,
-         FF_PROFILE_UNKNOWN,
-         "pcm_s16le",
-         6,
-         {96000, 48000, 44100, 8000},
-         16,
-         0},
+    {"AAC LC", "aac",    kCodecTypeAac,    FF_PROFILE_AAC_LOW, "aac",        6, {48000, 44100, 22050, 8000}, 0, 64},
+    {"MP3",    "mp3",    kCodecTypeMp3,    FF_PROFILE_UNKNOWN, "libmp3lame", 2, {48000, 44100, 22050, 8000}, 0, 64},
+    {"Opus",   "opus",   kCodecTypeOpus,   FF_PROFILE_UNKNOWN, "libopus",    6, {48000}, 0, 64},
+    {"Vorbis", "vorbis", kCodecTypeVorbis, FF_PROFILE_UNKNOWN, "libvorbis",  6, {48000, 44100, 22050, 8000}, 0, 64},
+    {"FLAC",   "flac",   kCodecTypeFlac,   FF_PROFILE_UNKNOWN, "flac",       6, {96000, 48000, 44100, 8000}, 16, 0},
+    {"PCM of 16 bits",
+               "pcm_s16le", kCodecTypePcm, FF_PROFILE_UNKNOWN, "pcm_s16le",  6, {96000, 48000, 44100, 8000}, 16, 0},
 });
+// clang-format on
 
 constexpr std::array<uint32_t, 4> kChannelCounts = {0, 6, 2, 1};  // 0 = as they are
 constexpr std::array<uint32_t, 6> kSampleRates = {0, 96000, 48000, 44100, 22050, 8000};
@@ -209,9 +183,9 @@ void limitBitRate(const std::optional<Range>& taken, Target& target) {
     if (target.stream.kind != Kind::kVideo || !taken) return;
     constexpr int64_t kEnough = 40'000'000;
     int64_t most = taken->to / 2;
-    const Level* level = levelFor(kHevcBounds, target.stream.video);
-    const bool isHevc = target.stream.codecType == kCodecTypeHevc;
-    if (isHevc && level != nullptr) most = std::min(most, level->bitRate);
+    const CodecProfiles* codec = profilesOfCodec(target.stream.codec);
+    const LevelRow* level = codec != nullptr ? levelFor(*codec, target.stream.video) : nullptr;
+    if (level != nullptr && level->bitRate > 0) most = std::min(most, level->bitRate);
     if (most >= kEnough) return;
     if (target.options[1].starts_with("libvpx")) {
         add(target.options, "-b", std::to_string(most / 2));

@@ -1,4 +1,4 @@
-#include "inspect/devices/Source.h"
+#include "inspect/devices/Draft.h"
 
 #include <algorithm>
 #include <utility>
@@ -7,23 +7,32 @@
 
 namespace inspect {
 
-std::string Source::place(size_t offset) const {
-    const std::string_view before = text.substr(0, offset);
+std::string Draft::place(std::string_view part) const {
+    const std::string_view before(text.data(), static_cast<size_t>(part.data() - text.data()));
     return name + ':' + std::to_string(1 + std::ranges::count(before, '\n')) + ": ";
 }
 
-void Warnings::add(const Source& source, size_t offset, const std::string& text) {
+void Draft::warn(std::string_view part, const std::string& complaint) {
     constexpr size_t kMaxShown = 50;
-    if (mShown.size() < kMaxShown) {
-        mShown.push_back(source.place(offset) + text);
+    if (device.warnings.size() < kMaxShown) {
+        device.warnings.push_back(place(part) + complaint);
     } else {
-        mHidden++;
+        moreWarnings++;
     }
 }
 
-std::vector<std::string> Warnings::take() {
-    if (mHidden > 0) mShown.push_back("and " + std::to_string(mHidden) + " more");
-    return std::move(mShown);
+void Draft::add(Decoder decoder, std::string_view part) {
+    if (device.decoders.size() == kMaxDecoders) {
+        throw FileError(place(part) + "no device has so many decoders");
+    }
+    device.decoders.push_back(std::move(decoder));
+}
+
+DeviceDescription Draft::finish(const std::string& files) {
+    auto& warnings = device.warnings;
+    if (moreWarnings > 0) warnings.push_back("and " + std::to_string(moreWarnings) + " more");
+    if (device.decoders.empty()) warnings.push_back("no decoder is described in " + files);
+    return std::move(device);
 }
 
 std::string shortName(std::string_view text) {
@@ -45,17 +54,6 @@ std::string_view takeLine(std::string_view& text) {
     const std::string_view line = text.substr(0, text.find('\n'));
     text.remove_prefix(std::min(text.size(), line.size() + 1));
     return line;
-}
-
-void addDecoder(DeviceDescription& device, Decoder decoder, const Source& source, size_t offset) {
-    if (device.decoders.size() == kMaxDecoders) {
-        throw FileError(source.place(offset) + "no device has so many decoders");
-    }
-    device.decoders.push_back(std::move(decoder));
-}
-
-void warnOfNone(DeviceDescription& device, const std::string& files) {
-    if (device.decoders.empty()) device.warnings.push_back("no decoder is described in " + files);
 }
 
 }  // namespace inspect
