@@ -20,7 +20,7 @@ class Facts:
     profile: object = None  # None = not known; NO_NUMBER = no list can hold it
     level: object = None
     high_tier: bool = False
-    stream: dict = field(default_factory=dict)  # ffprobe's own
+    stream: dict = field(default_factory=dict, repr=False)  # ffprobe's own
 
 
 NO_NUMBER = -1
