@@ -111,7 +111,7 @@ std::optional<Target> videoTarget(const Stream& from, const VideoTarget& target,
         out.stream.level = level->level;
     }
     out.stream.codec = target.codec;
-    out.stream.codecType = target.type;
+    out.stream.codecType = static_cast<uint32_t>(target.type);
     out.stream.profile = target.profile;
     out.stream.video.bitDepth = 8;
     out.stream.bitRate = 0;
@@ -170,7 +170,7 @@ std::optional<Target> audioTarget(const Stream& from, const AudioTarget& target,
     if (out.stream.bitRate > 0) add(out.options, "-b", std::to_string(out.stream.bitRate));
     if (target.type == kCodecTypeFlac) add(out.options, "-sample_fmt", "s16");
     out.stream.codec = target.codec;
-    out.stream.codecType = target.type;
+    out.stream.codecType = static_cast<uint32_t>(target.type);
     out.stream.profile = target.profile;
     out.stream.level.reset();
     audio.bitsPerSample = target.bitsPerSample;
