@@ -85,8 +85,7 @@ std::string verdictText(const Verdict& verdict, const std::string& mime, const T
         text = paint(style, isInSoftware ? kYellow : kGreen,
                      isInSoftware ? "plays in software" : "plays");
     } else {
-        const std::string code(toString(verdict.play));
-        text = paint(style, kRed, "does not play (" + code + ")");
+        text = paint(style, kRed, "does not play");
     }
     const std::string decoder = escaped(verdict.decoder);
     if (!decoder.empty() && decoder != mime) text += " with " + decoder;

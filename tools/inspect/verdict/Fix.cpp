@@ -186,7 +186,11 @@ public:
         std::filesystem::path out = mFile.path;
         const std::string folder = out.has_parent_path() ? out.parent_path() : ".";
         if (access(folder.c_str(), W_OK) != 0) out = out.filename();
-        out.replace_extension("fixed." + std::string(mMuxer.extension));
+        // Files of one name and other extensions become others.
+        const bool isOwn = out.extension().native().ends_with(mMuxer.extension);
+        if (isOwn) out.replace_extension();
+        out += ".fixed.";
+        out += mMuxer.extension;
         Fix fix;
         fix.command = "ffmpeg";
         // What is converted would be turned, and its sides with it.
