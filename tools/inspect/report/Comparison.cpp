@@ -61,10 +61,11 @@ std::vector<Line> linesOf(const std::vector<FileReport>& reports, Footnotes& not
         Line& line = lines.emplace_back();
         line.name = escaped(report.path);
         for (size_t i = 0; i < report.verdicts.size(); i++) {
-            const auto& [play, reason] = report.verdicts[i];
-            const std::string note = reason.empty() ? notKnownOf(report, i) : reason;
-            line.cells.push_back(std::string(toString(play)) + notes.refer(note));
-            line.plays.push_back(play);
+            const FileVerdict& verdict = report.verdicts[i];
+            const std::string note =
+                    verdict.reason.empty() ? notKnownOf(report, i) : verdict.reason;
+            line.cells.push_back(std::string(toString(verdict.play)) + notes.refer(note));
+            line.plays.push_back(verdict.play);
         }
     }
     return lines;

@@ -62,7 +62,12 @@ Json verdictToJson(const Verdict& verdict) {
 Json verdictToJson(const FileVerdict& verdict) {
     return {{"verdict", toString(verdict.play)},
             {"plays", verdict.play == FilePlay::kPlays},
-            {"reason", textOrNull(verdict.reason)}};
+            {"reason", textOrNull(verdict.reason)},
+            {"decoder", textOrNull(verdict.decoder)}};
+}
+
+Json stepToJson(const Step& step) {
+    return {{"what", toText(step.what)}, {"answer", toText(step.answer)}};
 }
 
 }  // namespace inspect

@@ -38,6 +38,7 @@ Json orNull(const std::optional<T>& value) {
 
 Json verdictToJson(const Verdict& verdict);
 Json verdictToJson(const FileVerdict& verdict);
+Json stepToJson(const Step& step);
 
 // By the device's name.
 template <typename Verdicts>

@@ -52,6 +52,7 @@ Json fileToJson(const FileReport& report, std::span<const PretendedDevice> devic
     Json json;
     addPath(json, "path", report.path);
     json.update(verdictToJson(report.verdicts.front()));
+    json["chain"] = arrayOf(report.verdicts.front().chain, stepToJson);
     json["devices"] = verdictsToJson(devices, report.verdicts);
     if (!report.fixes.empty()) json["fix"] = fixToJson(report.fixes.front());
     for (size_t i = 0; i < report.fixes.size(); i++) {

@@ -93,10 +93,6 @@ Json keyFramesToJson(const KeyFrames& frames) {
             {"firstDisputed", arrayOf(frames.firstDisputed, disputeToJson)}};
 }
 
-Json stepToJson(const Step& step) {
-    return {{"what", toText(step.what)}, {"answer", toText(step.answer)}};
-}
-
 Json faultyToJson(const FaultySamples& samples) {
     if (samples.count == 0) return {{"count", 0}, {"first", nullptr}};
     const auto& [sample, timeUs, offset] = samples.first;

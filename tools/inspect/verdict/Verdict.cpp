@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 
 #include "inspect/callers/Offer.h"
 #include "inspect/devices/Judge.h"
@@ -269,9 +270,11 @@ FileVerdict judge(const Container& container, std::span<const JudgedTrack> track
     if (container.fileKind == 0 && container.mime == nullptr) {
         return {FilePlay::kNoParser, "no container parser reads this kind of file"};
     }
+    FileVerdict result;
     bool hasPicturesOrSound = false;
     bool hasOneThatPlays = false;
     std::vector<std::string> lost;
+    std::set<std::string> decoders;
     for (const auto& [stream, facts, verdict] : tracks) {
         if (stream->kind == Kind::kOther) {
             const std::string& why = stream->nothingReadable;
@@ -280,17 +283,21 @@ FileVerdict judge(const Container& container, std::span<const JudgedTrack> track
         }
         const bool isMain = stream->kind != Kind::kText;
         hasPicturesOrSound |= isMain;
+        result.chain.push_back({nameOf(*stream), std::string(toString(verdict->play))});
         if (plays(verdict->play)) {
             hasOneThatPlays |= isMain;
+            if (!verdict->decoder.empty()) decoders.insert(verdict->decoder);
         } else {
             lost.push_back(nameOf(*stream) + ": " + verdict->reason);
         }
     }
-    if (!hasPicturesOrSound) return {FilePlay::kDoesNotPlay, "it has neither video nor audio"};
-    const std::string reason = joined(lost, "; ");
-    if (!hasOneThatPlays) return {FilePlay::kDoesNotPlay, reason};
-    if (lost.empty()) return {FilePlay::kPlays, ""};
-    return {FilePlay::kPlaysInPart, "lost: " + reason};
+    const bool isWhole = hasOneThatPlays && lost.empty();
+    const FilePlay playing = isWhole ? FilePlay::kPlays : FilePlay::kPlaysInPart;
+    result.play = hasOneThatPlays ? playing : FilePlay::kDoesNotPlay;
+    result.reason = (result.play == FilePlay::kPlaysInPart ? "lost: " : "") + joined(lost, "; ");
+    if (!hasPicturesOrSound) result.reason = "it has neither video nor audio";
+    result.decoder = joined(decoders, ", ");
+    return result;
 }
 
 }  // namespace inspect

@@ -61,7 +61,9 @@ std::string_view toString(FilePlay play);  // its stable code
 
 struct FileVerdict {
     FilePlay play = FilePlay::kUnreadable;
-    std::string reason;  // empty when there is nothing to explain
+    std::string reason = {};   // empty when there is nothing to explain
+    std::string decoder = {};  // those of its tracks; empty = none
+    std::vector<Step> chain = {};
 };
 
 struct JudgedTrack {
