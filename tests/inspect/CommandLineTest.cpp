@@ -36,7 +36,7 @@ TEST_F(CommandLine, EndsAsItShould) {
 TEST_F(CommandLine, ProposesWhatCanBeDone) {
     // clang-format off
     const std::pair<const char*, const char*> cases[] = {
-            {"$Z --fix --no-decoder audio/mpeg $S/audio.mp3", "becomes AAC LC\n"},
+            {"$Z --fix --no-decoder audio/mpeg $S/audio.mp3", "becomes AAC LC; other track 1 (cover picture, mjpeg) is left out\n"},
             {"$Z --fix --no-decoder audio/mpeg $S/audio.mp3", "lacks: a decoder for audio/mpeg\n"},
             {FFMPEG " -v error -i $S/video.mp4 -c copy A.MKV; $Z --fix --device bare A.MKV",
              ".fixed.mkv\n"},

@@ -161,7 +161,7 @@ public:
 
     void leaveOut(const Stream& stream) {
         mLeftOut++;
-        note(nameOf(stream) + " is left out");
+        note(nameOf(stream) + " (" + stream.codec + ") is left out");
     }
 
     // The less, the better.
@@ -200,7 +200,11 @@ public:
         }
         fix.command += " -i " + quoted(fileWord(mFile.path)) + mMaps + mOptions + " " +
                        quoted(fileWord(out.string()));
-        fix.sentence = mNotes.empty() ? "another container, and nothing is converted" : mNotes;
+        fix.sentence = mNotes;
+        if (mConverted == 0) {
+            fix.sentence = "another container, and nothing is converted" +
+                           (mNotes.empty() ? "" : "; " + mNotes);
+        }
         if (!mFile.hasName) {
             fix.command.clear();
             fix.sentence += "; no command can name what comes through a pipe: save it to a file";
@@ -239,8 +243,9 @@ std::optional<Plan> planFor(const MediaFile& file, std::span<const JudgedTrack> 
                             const Muxer& muxer, const PretendedDevice& device) {
     Plan plan(file, muxer, device);
     for (const JudgedTrack& track : tracks) {
-        if (track.stream->kind == Kind::kOther || plan.add(track)) continue;
-        if (track.stream->kind != Kind::kText) return {};
+        const Kind kind = track.stream->kind;
+        if (kind != Kind::kOther && plan.add(track)) continue;
+        if (kind != Kind::kOther && kind != Kind::kText) return {};
         plan.leaveOut(*track.stream);
     }
     if (!plan.isGood()) return {};
