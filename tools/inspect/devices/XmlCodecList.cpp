@@ -106,7 +106,9 @@ private:
     std::vector<Decoder*> find(const xml_node& node, std::string_view name, std::string_view type);
 
     std::string_view partAt(ptrdiff_t offset) const {
-        return mDraft.text.substr(static_cast<size_t>(std::max<ptrdiff_t>(0, offset)));
+        // pugixml tells of what it misses at the end as one byte behind it.
+        const auto end = static_cast<ptrdiff_t>(mDraft.text.size());
+        return mDraft.text.substr(static_cast<size_t>(std::clamp<ptrdiff_t>(offset, 0, end)));
     }
     void warn(const xml_node& node, const std::string& complaint) {
         mDraft.warn(partAt(node.offset_debug()), complaint);
