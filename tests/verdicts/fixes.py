@@ -9,6 +9,13 @@ from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 TIMEOUT = 120  # seconds
+# Proposals that are known to fail, and must: whoever mends one takes it out.
+KNOWN_TO_FAIL = {
+    # The bit rate that nobody knew in Ogg is below the decoder's range once MP4 tells it.
+    ('theora.ogv', 'flagship'),
+    # Two frames are too short a time for the encoder to come down to the rate.
+    ('dv.avi', 'midrange'),
+}
 
 
 def proposals(report, devices):
@@ -38,8 +45,13 @@ def prove(inspect, files, command, source, devices):
         result, problem = run_command(command, Path(folder))
         if problem: return [f'{source}: {command}: {problem}']
         rows = inspect(devices, [result])['files'][0]['devices']
-        return [f"{source} on {device.stem}: {command}: {row['verdict']}: {row['reason']}"
-                for device, row in zip(devices, rows) if row['verdict'] != 'plays']
+        wrong = []
+        for device, row in zip(devices, rows):
+            is_known = (source, device.stem) in KNOWN_TO_FAIL
+            if (row['verdict'] == 'plays') == is_known:
+                wrong.append(f"{source} on {device.stem}: {command}: {row['verdict']}: "
+                             f"{'known to fail' if is_known else row['reason']}")
+        return wrong
 
 
 def prove_fixes(inspect, names, devices, files):

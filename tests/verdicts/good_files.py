@@ -154,7 +154,7 @@ VIDEO_FILES = [
     Good('mjpeg.avi', (v(), a(22050, 1)), '-c:v mjpeg -pix_fmt yuvj420p -c:a pcm_u8'),
     Good('mjpeg.mov', (v('1920x1080', 25, 2),), '-c:v mjpeg -pix_fmt yuvj420p'),
     Good('theora.ogv', (v(), a()), '-c:v libtheora -c:a libvorbis'),
-    Good('dv.avi', (v('720x576', 25, 25), a(48000)),
+    Good('dv.avi', (v('720x576', 25, 2), a(48000)),
          '-c:v dvvideo -pix_fmt yuv420p -c:a pcm_s16le'),
     Good('prores.mov', (v(),), '-c:v prores_ks -pix_fmt yuv422p10le'),
     Good('wmv7.asf', (v(), a()), '-c:v wmv1 -c:a wmav1'),

@@ -8,7 +8,7 @@ What `zrinspect` says of the files that `tests/verdicts/make_files.py` writes, o
 `tests/verdicts/devices/`. The test `verdicts` holds every verdict on a whole file against a second
 evaluation of the limits, over ffprobe's facts and with readers of its own, those on broken files
 against what was written down by hand, and runs every command that `--fix` proposes: what comes of
-it plays. This page is written by
+it plays, but for the two that `tests/verdicts/fixes.py` names as known to fail. This page is written by
 
     tests/verdicts/check.py build/release/tools/inspect/zrinspect --files FOLDER --fix --table docs/verdicts.md
 
