@@ -1,6 +1,7 @@
 #include "inspect/base/Bytes.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace inspect {
 
@@ -44,6 +45,16 @@ std::string hex(Bytes data, std::string_view separator) {
         text += kDigits[byte & 15];
     }
     return text;
+}
+
+ByteVector fromHex(std::string_view text) {
+    ByteVector bytes(text.size() / 2);
+    for (size_t i = 0; i < bytes.size(); i++) {
+        const char* const digits = text.data() + 2 * i;
+        const auto [end, error] = std::from_chars(digits, digits + 2, bytes[i], 16);
+        if (error != std::errc() || end != digits + 2) return {};
+    }
+    return bytes;
 }
 
 std::string shortHex(Bytes data) {

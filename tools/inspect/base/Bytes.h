@@ -44,6 +44,9 @@ bool startsWith(Bytes data, std::string_view text);
 // "01 64 00", and "016400" without a separator.
 std::string hex(Bytes data, std::string_view separator);
 
+// What hex() made without a separator; empty for what is none of its texts.
+ByteVector fromHex(std::string_view text);
+
 // The first dozen bytes.
 std::string shortHex(Bytes data);
 

@@ -89,6 +89,13 @@ InputFile::~InputFile() {
     close(mDescriptor);
 }
 
+int64_t InputFile::modifiedNs() const {
+    constexpr int64_t kNsPerSecond = 1'000'000'000;
+    struct stat status {};
+    if (fstat(mDescriptor, &status) != 0) return 0;
+    return status.st_mtim.tv_sec * kNsPerSecond + status.st_mtim.tv_nsec;
+}
+
 int64_t InputFile::storedSize() const {
     const auto isHoleFrom = [&](int64_t offset) {
         return lseek(mDescriptor, offset, SEEK_DATA) < 0 && errno == ENXIO;

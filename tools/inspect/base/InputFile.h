@@ -27,6 +27,7 @@ public:
 
     const std::string& path() const { return mPath; }
     int64_t size() const { return mSize; }
+    int64_t modifiedNs() const;                // when, since 1970
     bool hasName() const { return mHasName; }  // that says what it is, unlike that of a pipe
 
     // Up to where bytes were ever written; a hole of zeros may follow, as far as the file system

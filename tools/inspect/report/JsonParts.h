@@ -2,17 +2,14 @@
 
 #pragma once
 
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <span>
 #include <string>
 
 #include "inspect/callers/Format.h"
-#include "inspect/report/Report.h"
+#include "inspect/report/JsonReport.h"
 
 namespace inspect {
-
-using Json = nlohmann::ordered_json;
 
 Json toText(const std::string& text);  // as it is; what is no UTF-8 as if it were ISO-8859-1
 Json textOrNull(const std::string& text);

@@ -48,9 +48,13 @@ Json deviceToJson(const PretendedDevice& device) {
             {"warnings", arrayOf(description.warnings, toText)}};
 }
 
+}  // namespace
+
 Json fileToJson(const FileReport& report, std::span<const PretendedDevice> devices) {
     Json json;
     addPath(json, "path", report.path);
+    json["sizeBytes"] = orNull(report.sizeBytes);
+    json["modifiedNs"] = orNull(report.modifiedNs);
     json.update(verdictToJson(report.verdicts.front()));
     json["chain"] = arrayOf(report.verdicts.front().chain, stepToJson);
     json["devices"] = verdictsToJson(devices, report.verdicts);
@@ -73,7 +77,9 @@ Json fileToJson(const FileReport& report, std::span<const PretendedDevice> devic
     return json;
 }
 
-}  // namespace
+std::string jsonText(const Json& json, int indent) {
+    return escapedJson(json.dump(indent, ' ', false, Json::error_handler_t::replace)) + '\n';
+}
 
 std::string jsonReport(std::span<const PretendedDevice> devices,
                        const std::vector<FileReport>& reports) {
@@ -84,7 +90,7 @@ std::string jsonReport(std::span<const PretendedDevice> devices,
                            {"files", arrayOf(reports, [&](const auto& file) {
                                 return fileToJson(file, devices);
                             })}};
-    return escapedJson(document.dump(kSpaces, ' ', false, Json::error_handler_t::replace)) + '\n';
+    return jsonText(document, kSpaces);
 }
 
 }  // namespace inspect

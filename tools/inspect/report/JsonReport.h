@@ -1,7 +1,8 @@
-// The report as one JSON document.
+// The report as JSON.
 
 #pragma once
 
+#include <nlohmann/json.hpp>
 #include <span>
 #include <string>
 #include <vector>
@@ -10,8 +11,17 @@
 
 namespace inspect {
 
-// docs/json.md names every field, docs/zrinspect.schema.json holds for every document. Characters
-// that a terminal obeys are escaped.
+using Json = nlohmann::ordered_json;
+
+// A file as it stands in the document.
+Json fileToJson(const FileReport& report, std::span<const PretendedDevice> devices);
+
+// On one line unless it is indented by so many spaces. Characters that a terminal obeys are
+// escaped.
+std::string jsonText(const Json& json, int indent = -1);
+
+// One document. docs/json.md names every field, docs/zrinspect.schema.json holds for every
+// document.
 std::string jsonReport(std::span<const PretendedDevice> devices,
                        const std::vector<FileReport>& reports);
 

@@ -106,10 +106,14 @@ void fill(FileReport& report, const OpenFile& open, const Scope& scope, PictureF
 }  // namespace
 
 FileReport makeReport(const std::string& path, const Scope& scope, PictureFiles* pictures) {
+    FileReport opened;
+    opened.path = path;
     FileReport report;
-    report.path = path;
     try {
         const InputFile input(path);
+        opened.sizeBytes = input.size();
+        opened.modifiedNs = input.modifiedNs();
+        report = opened;
         try {
             fill(report, OpenFile(input), scope, pictures);
         } catch (const std::exception& error) {
@@ -117,8 +121,7 @@ FileReport makeReport(const std::string& path, const Scope& scope, PictureFiles*
             throw FileError(fault.empty() ? error.what() : error.what() + ("; " + fault));
         }
     } catch (const std::exception& error) {
-        report = {};
-        report.path = path;
+        report = opened;
         report.error = error.what();
         report.verdicts.assign(scope.devices.size(), {FilePlay::kUnreadable, report.error});
     }

@@ -48,10 +48,12 @@ struct TrackReport {
 
 struct FileReport {
     std::string path;
+    std::optional<int64_t> sizeBytes;       // none = it could not be opened
+    std::optional<int64_t> modifiedNs;      // since 1970, before anything was read
     std::vector<FileVerdict> verdicts;      // one a device
     std::vector<std::optional<Fix>> fixes;  // one a device when they were asked for; none for what
                                             // plays
-    std::string error;  // not empty: the file could not be read, and nothing else is set
+    std::string error;  // not empty: the file could not be read, and little else is set
     std::vector<std::string> outputErrors;  // why files could not be written, with their paths
     std::optional<std::string> truncation;
     std::optional<std::string> junk;  // behind the end

@@ -1,0 +1,114 @@
+#include "inspect/collection/Row.h"
+
+#include "inspect/base/Bytes.h"
+
+namespace inspect {
+namespace {
+
+// Reads values by key, none where a key is absent or null.
+template <typename T>
+std::optional<T> find(const Json& json, const char* key) {
+    const auto value = json.find(key);
+    if (value == json.end() || value->is_null()) return {};
+    return value->get<T>();
+}
+
+std::string textOf(const Json& json, const char* key) {
+    return find<std::string>(json, key).value_or("");
+}
+
+const Json& listOf(const Json& json, const char* key) {
+    static const Json kNone = Json::array();
+    const auto list = json.find(key);
+    return list != json.end() && list->is_array() ? *list : kNone;
+}
+
+std::string pathOf(const Json& json) {
+    const ByteVector bytes = fromHex(textOf(json, "pathBytes"));
+    return bytes.empty() ? json.at("path").get<std::string>()
+                         : std::string(bytes.begin(), bytes.end());
+}
+
+PlayRow playOf(const Json& json) {
+    return {.device = textOf(json, "name"),
+            .verdict = json.at("verdict").get<std::string>(),
+            .plays = json.at("plays").get<bool>(),
+            .reason = textOf(json, "reason"),
+            .decoder = textOf(json, "decoder")};
+}
+
+std::vector<PlayRow> playsOf(const Json& json) {
+    std::vector<PlayRow> plays;
+    for (const Json& each : listOf(json, "devices")) plays.push_back(playOf(each));
+    return plays;
+}
+
+TrackRow trackOf(const Json& json) {
+    return {.index = json.at("index").get<int64_t>(),
+            .kind = textOf(json, "kind"),
+            .codec = textOf(json, "codec"),
+            .mime = textOf(json, "mime"),
+            .profile = textOf(json, "profile"),
+            .level = textOf(json, "level"),
+            .durationUs = find<int64_t>(json, "durationUs"),
+            .width = find<int64_t>(json, "width"),
+            .height = find<int64_t>(json, "height"),
+            .frameRate = find<double>(json, "frameRate"),
+            .channels = find<int64_t>(json, "channels"),
+            .sampleRate = find<int64_t>(json, "sampleRate"),
+            .bitRate = find<int64_t>(json, "bitRate"),
+            .bitDepth = find<int64_t>(json, "bitDepth"),
+            .plays = playsOf(json)};
+}
+
+// Pictures stay out.
+void addTagValues(const Json& tag, std::vector<TagValue>& values) {
+    const std::string kind = textOf(tag, "kind");
+    for (const auto& [name, entry] : tag.at("keys").items()) {
+        const Json& value = entry.at("value");
+        if (entry.at("type") == "buffer") continue;
+        values.push_back({kind, name, value.is_string() ? value.get<std::string>() : value.dump()});
+    }
+}
+
+FileRow readRow(const Json& line) {
+    FileRow row;
+    row.path = pathOf(line);
+    row.sizeBytes = find<int64_t>(line, "sizeBytes");
+    row.modifiedNs = find<int64_t>(line, "modifiedNs");
+    row.error = textOf(line, "error");
+    row.plays = playsOf(line);
+    if (!row.error.empty()) return row;
+    row.format = textOf(line.at("container"), "format");
+    row.mime = textOf(line.at("container"), "mime");
+    row.durationUs = find<int64_t>(line, "durationUs");
+    for (const Json& track : line.at("tracks")) row.tracks.push_back(trackOf(track));
+    for (const Json& tag : listOf(line, "tags")) addTagValues(tag, row.tags);
+    return row;
+}
+
+}  // namespace
+
+FileRow rowOf(const Json& line) {
+    try {
+        return readRow(line);
+    } catch (const Json::exception& error) {
+        throw FileError(std::string("is no line of --jsonl: ") + error.what());
+    }
+}
+
+Json digestOf(Json line) {
+    line.erase("chain");
+    line.erase("fix");
+    if (!line.contains("tracks")) return line;
+    line["container"].erase("keys");
+    for (Json& track : line["tracks"]) {
+        for (const char* key : {"chain", "notes", "codecData", "keys", "log", "explanations",
+                                "component", "legacy", "keyFrames", "verify"}) {
+            track.erase(key);
+        }
+    }
+    return line;
+}
+
+}  // namespace inspect
