@@ -141,6 +141,7 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
     options.scope.outputs.inputs = options.files;
     options.collection.sources.paths = options.files;
     options.collection.quiet = options.quiet;
+    options.collection.check = options.check;
     return {};
 }
 

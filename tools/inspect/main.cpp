@@ -18,6 +18,7 @@
 #include "inspect/base/Console.h"
 #include "inspect/base/Progress.h"
 #include "inspect/collection/Collection.h"
+#include "inspect/collection/Row.h"
 #include "inspect/report/Comparison.h"
 #include "inspect/report/JsonReport.h"
 #include "inspect/report/Outcome.h"
@@ -35,6 +36,11 @@ bool wantsColour() {
 
 std::string forTerminal(const std::string& text) {
     return wrapped(text, terminalColumns(STDOUT_FILENO));
+}
+
+bool meets(const Options& options, const FileReport& report) {
+    return options.check.empty() ||
+           meets(options.check, rowOf(fileToJson(report, options.scope.devices)));
 }
 
 std::string textOf(const Options& options, const FileReport& report) {
@@ -78,7 +84,7 @@ int inspectFiles(const Options& options, PictureFiles* pictures) {
         const std::vector<std::string> faults = faultsOf(report);
         std::ranges::for_each(faults, complain);
         if (!faults.empty()) isComplete = false;
-        if (!meets(options.check, report)) isMet = false;
+        if (!meets(options, report)) isMet = false;
         if (options.json || options.isCompared) reports.push_back(std::move(report));
     }
     if (!showAll(options, reports) || !isComplete) return kExitFileError;
@@ -101,7 +107,7 @@ void warnOfDevices(const Options& options) {
 }
 
 int runMany(const Options& options) {
-    const Ending ending = runCollection(options.collection, options.scope, options.check);
+    const Ending ending = runCollection(options.collection, options.scope);
     if (!ending.isComplete) return kExitFileError;
     return ending.isMet ? EXIT_SUCCESS : kExitDoesNotPlay;
 }

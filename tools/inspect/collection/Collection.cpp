@@ -8,15 +8,21 @@
 #include <csignal>
 #include <cstring>
 #include <deque>
+#include <iostream>
 #include <optional>
+#include <sstream>
 #include <utility>
 
 #include "inspect/base/Console.h"
 #include "inspect/base/InputFile.h"
 #include "inspect/base/Utf8.h"
+#include "inspect/collection/Against.h"
+#include "inspect/collection/Database.h"
 #include "inspect/collection/Pool.h"
 #include "inspect/collection/RunProgress.h"
+#include "inspect/collection/Summary.h"
 #include "inspect/collection/Worker.h"
+#include "zrcodecparser/MediaDefs.h"
 
 namespace inspect {
 namespace {
@@ -89,7 +95,13 @@ public:
           mPool({.workers = options.workers,
                  .timeout = options.timeout,
                  .prepare = [this] { limitMemory(mRules.maxMemoryMiB); },
-                 .answer = [this](const std::string& path) { return examine(path, mRules); }}) {}
+                 .answer = [this](const std::string& path) { return examine(path, mRules); }}) {
+        if (!options.against.empty()) mAgainst.emplace(options.against);
+        if (options.database.empty()) return;
+        std::string settings;
+        for (const PretendedDevice& device : rules.scope.devices) settings += describe(device);
+        mDatabase.emplace(options.database, android::ZRCODECPARSER_VERSION, settings);
+    }
 
     Ending go();
 
@@ -105,9 +117,12 @@ private:
     }
     bool takeNext();
     void look(Waiting& waiting, uint64_t ticket);
+    bool isUnchanged(const std::string& path, const struct stat& status);
     void place(Answer answer);
     void settleFirst();
     void say(const Finding& finding);
+    void weigh(const FileRow& row);
+    void sum(bool isWhole);
     void sayWhereToGoOn() const;
 
     const CollectionOptions& mOptions;
@@ -119,7 +134,12 @@ private:
     std::deque<Waiting> mWaiting;  // in the order of the files
     size_t mWaitingBytes = 0;
     uint64_t mSettled = 0;  // the files before the first that waits
+    std::optional<Database> mDatabase;
+    std::optional<Against> mAgainst;
+    Summary mSummary;
     uint64_t mNotPlaying = 0;
+    uint64_t mNoMedia = 0;
+    uint64_t mUnchanged = 0;
     bool mCanPrint = true;
     Ending mEnding;
 };
@@ -142,13 +162,22 @@ bool Run::takeNext() {
 void Run::look(Waiting& waiting, uint64_t ticket) {
     struct stat status {};
     const std::string why = whyNoFile(waiting.file, status);
-    if (why.empty()) {
+    if (why.empty() && isUnchanged(waiting.file.path, status)) {
+        waiting.isNoMatter = true;
+    } else if (why.empty()) {
         mPool.give(ticket, waiting.file.path);
     } else if (waiting.file.isFound && status.st_mode != 0) {
         waiting.isNoMatter = true;
     } else {
         waiting.text = encodeFailure(waiting.file.path, why, mRules);
     }
+}
+
+bool Run::isUnchanged(const std::string& path, const struct stat& status) {
+    if (!mDatabase || !mDatabase->isCurrent(path, status.st_size, modifiedNs(status))) return false;
+    mDatabase->keep(path);
+    mUnchanged++;
+    return true;
 }
 
 void Run::place(Answer answer) {
@@ -166,9 +195,21 @@ void Run::settleFirst() {
     if (waiting.isNoMatter) return;
     mWaitingBytes -= std::min(mWaitingBytes, waiting.text.size());
     const Finding finding = decodeFinding(waiting.text);
-    if (!finding.isMedia && waiting.file.isFound) return;
-    if (!std::ranges::all_of(finding.row.plays, &PlayRow::plays)) mNotPlaying++;
+    const FileRow& row = finding.row;
+    if (!finding.isMedia && waiting.file.isFound) {
+        mNoMedia++;
+        if (mDatabase && row.sizeBytes && row.modifiedNs) {
+            mDatabase->putOther(row.path, *row.sizeBytes, *row.modifiedNs);
+        }
+        return;
+    }
+    if (!std::ranges::all_of(row.plays, &PlayRow::plays)) mNotPlaying++;
     say(finding);
+    if (mDatabase) {
+        mDatabase->put(row);
+    } else {
+        weigh(row);
+    }
 }
 
 void Run::say(const Finding& finding) {
@@ -177,7 +218,6 @@ void Run::say(const Finding& finding) {
         complain(fault);
     }
     if (!finding.faults.empty()) mEnding.isComplete = false;
-    if (!finding.isMet) mEnding.isMet = false;
     std::string text = finding.line;
     const bool areVerdictsSaid = !mOptions.lines && finding.row.error.empty();
     for (const PlayRow& play : finding.row.plays) {
@@ -192,9 +232,49 @@ void Run::say(const Finding& finding) {
     mCanPrint = print(text);
 }
 
+void Run::weigh(const FileRow& row) {
+    mSummary.add(row);
+    if (mAgainst) mAgainst->add(row);
+    if (!row.error.empty()) mEnding.isComplete = false;
+    if (!meets(mOptions.check, row)) mEnding.isMet = false;
+}
+
+// isWhole: nothing was left out at the end
+void Run::sum(bool isWhole) {
+    size_t gone = 0;
+    if (mDatabase) {
+        mDatabase->commit();
+        if (isWhole && mOptions.skip == 0) gone = mDatabase->dropMissing(mOptions.sources.paths);
+        mDatabase->forEach([this](const FileRow& row) { weigh(row); });
+    }
+    std::ostringstream text;
+    if (mAgainst) {
+        for (const std::string& note : mAgainst->notes()) complain(note);
+        for (const auto& [device, counts] : printChanges(text, *mAgainst)) {
+            const auto lost = static_cast<size_t>(ChangeKind::kPlaysNoMore);
+            if (counts[lost] > 0) mEnding.isMet = false;
+        }
+        text << '\n';
+    }
+    if (mOptions.quiet) return;
+    text << summaryText(mSummary);
+    const auto addCount = [&](uint64_t count, const char* what) {
+        if (count > 0) text << count << what << '\n';
+    };
+    addCount(mNoMedia, " other files, which are no media");
+    addCount(mUnchanged, " files unchanged since an earlier run");
+    addCount(gone, " files gone since, and dropped from the database");
+    if (mOptions.lines) {
+        std::cerr << text.str() << std::flush;
+    } else if (!print(text.str())) {
+        mEnding.isComplete = false;
+    }
+}
+
 void Run::sayWhereToGoOn() const {
-    std::string text = "interrupted after " + std::to_string(mSettled) + " files; ";
-    complain(text + "to go on, add --skip " + std::to_string(mSettled));
+    const std::string settled = std::to_string(mSettled);
+    const std::string how = mDatabase ? "run the same again" : "add --skip " + settled;
+    complain("interrupted after " + settled + " files; to go on, " + how);
 }
 
 Ending Run::go() {
@@ -213,6 +293,7 @@ Ending Run::go() {
     }
     mProgress.hide();
     if (!mCanPrint) mEnding.isComplete = false;
+    if (mCanPrint) sum(gSignal == 0);
     if (gSignal != 0) {
         sayWhereToGoOn();
         mSignals.end();
@@ -222,13 +303,15 @@ Ending Run::go() {
 
 }  // namespace
 
-Ending runCollection(const CollectionOptions& options, const Scope& scope,
-                     const std::string& check) {
-    const WorkerRules rules{.scope = scope,
-                            .check = check,
-                            .makesLines = options.lines,
-                            .maxMemoryMiB = options.maxMemoryMiB};
-    return Run(options, rules).go();
+Ending runCollection(const CollectionOptions& options, const Scope& scope) {
+    const WorkerRules rules{
+            .scope = scope, .makesLines = options.lines, .maxMemoryMiB = options.maxMemoryMiB};
+    try {
+        return Run(options, rules).go();
+    } catch (const FileError& error) {
+        complain(error.what());
+        return {.isComplete = false};
+    }
 }
 
 }  // namespace inspect

@@ -20,17 +20,17 @@ struct CollectionOptions {
     size_t maxMemoryMiB = 1024;                 // of a worker; 0 = as much as there is
     bool lines = false;                         // of JSON
     bool quiet = false;                         // but for what went wrong
+    std::string check;                          // see meets()
     std::string database;                       // empty = none
     std::string against;  // lines or a database of an earlier run; empty = none
 };
 
 struct Ending {
     bool isComplete = true;  // every file could be read and is whole, and all could be written
-    bool isMet = true;       // see meets()
+    bool isMet = true;       // see meets(); and all that played in the earlier run does
 };
 
 // Ends the process by the signal that interrupted it.
-Ending runCollection(const CollectionOptions& options, const Scope& scope,
-                     const std::string& check);
+Ending runCollection(const CollectionOptions& options, const Scope& scope);
 
 }  // namespace inspect

@@ -1,5 +1,7 @@
 #include "inspect/collection/Row.h"
 
+#include <algorithm>
+
 #include "inspect/base/Bytes.h"
 
 namespace inspect {
@@ -88,6 +90,18 @@ FileRow readRow(const Json& line) {
 }
 
 }  // namespace
+
+bool meets(const std::string& check, const FileRow& row) {
+    const auto playsAll = [](const std::vector<PlayRow>& plays) {
+        return std::ranges::all_of(plays, &PlayRow::plays);
+    };
+    if (check.empty()) return true;
+    if (check == "all") return playsAll(row.plays);
+    const bool isRead = row.plays.front().verdict != toString(FilePlay::kNoParser);
+    return std::ranges::all_of(row.tracks, [&](const TrackRow& track) {
+        return track.kind != check || (isRead && playsAll(track.plays));
+    });
+}
 
 FileRow rowOf(const Json& line) {
     try {

@@ -58,6 +58,10 @@ struct FileRow {
     std::vector<TagValue> tags;
 };
 
+// Whether all plays on every device that is asked for: "all", "video" or "audio"; empty = nothing
+// has to.
+bool meets(const std::string& check, const FileRow& row);
+
 // What a file's JSON line says, or the part of one that digestOf() leaves. Throws a FileError for
 // what is no such line.
 FileRow rowOf(const Json& line);

@@ -92,14 +92,6 @@ std::vector<std::string> codecsOf(const Summary& summary) {
     return codecs;
 }
 
-Json toJson(const Tally& tally, size_t column) {
-    Json json = Json::object();
-    for (const auto& [key, row] : tally.rows()) {
-        if (column < row.size() && row[column] > 0) json[toText(key)] = row[column];
-    }
-    return json;
-}
-
 }  // namespace
 
 void Tally::add(const std::string& key, size_t column) {
@@ -171,27 +163,6 @@ std::string summaryText(const Summary& summary) {
            tableText("tracks", summary.trackVerdicts.keys(), devices,
                      countsOf(summary.trackVerdicts)) +
            tableText("codecs: play / do not", codecsOf(summary), devices, split);
-}
-
-Json summaryJson(const Summary& summary) {
-    Json devices = Json::array();
-    for (size_t i = 0; i < summary.devices.size(); i++) {
-        Json codecs = Json::object();
-        for (const std::string& codec : codecsOf(summary)) {
-            codecs[toText(codec)] = {{"plays", summary.playing.at(codec, i)},
-                                     {"doesNotPlay", summary.lost.at(codec, i)}};
-        }
-        devices.push_back({{"name", toText(summary.devices[i])},
-                           {"files", toJson(summary.fileVerdicts, i)},
-                           {"tracks", toJson(summary.trackVerdicts, i)},
-                           {"codecs", codecs}});
-    }
-    return {{"files", summary.files},
-            {"unreadable", summary.unreadable},
-            {"durationUs", summary.durationUs},
-            {"errors", toJson(summary.errors, 0)},
-            {"tracks", toJson(summary.kinds, 0)},
-            {"devices", devices}};
 }
 
 }  // namespace inspect

@@ -48,6 +48,4 @@ private:
 // For a person, in 80 columns.
 std::string summaryText(const Summary& summary);
 
-Json summaryJson(const Summary& summary);
-
 }  // namespace inspect

@@ -45,9 +45,7 @@ void limitMemory(size_t maxMemoryMiB) {
 
 std::string encodeFinding(const FileReport& report, const WorkerRules& rules) {
     Json file = fileToJson(report, rules.scope.devices);
-    Json finding = {{"media", report.isMedia},
-                    {"met", meets(rules.check, report)},
-                    {"faults", faultsOf(report)}};
+    Json finding = {{"media", report.isMedia}, {"faults", faultsOf(report)}};
     if (rules.makesLines) finding["line"] = jsonLine(file);
     finding["digest"] = digestOf(std::move(file));
     std::string text;
@@ -58,7 +56,6 @@ std::string encodeFinding(const FileReport& report, const WorkerRules& rules) {
 Finding decodeFinding(const std::string& text) {
     const Json json = Json::from_msgpack(text);
     return {.isMedia = json.at("media"),
-            .isMet = json.at("met"),
             .faults = json.at("faults"),
             .line = json.value("line", ""),
             .row = rowOf(json.at("digest"))};

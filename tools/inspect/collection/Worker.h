@@ -11,7 +11,6 @@ namespace inspect {
 
 struct WorkerRules {
     Scope scope;
-    std::string check;        // see meets()
     bool makesLines = false;  // of JSON
     size_t maxMemoryMiB = 0;  // 0 = as much as there is
 };
@@ -19,7 +18,6 @@ struct WorkerRules {
 // Of a file.
 struct Finding {
     bool isMedia = true;  // see FileReport
-    bool isMet = true;    // see meets()
     std::vector<std::string> faults;
     std::string line;  // when lines are made
     FileRow row;

@@ -1,7 +1,5 @@
 #include "inspect/report/Outcome.h"
 
-#include <algorithm>
-
 #include "inspect/report/VerifyText.h"
 
 namespace inspect {
@@ -17,20 +15,6 @@ std::vector<std::string> faultsOf(const FileReport& report) {
         faults.push_back(file + "track " + std::to_string(track.stream.index) + ": " + fault);
     }
     return faults;
-}
-
-bool meets(const std::string& check, const FileReport& report) {
-    if (check.empty()) return true;
-    if (check == "all") {
-        return std::ranges::all_of(report.verdicts, [](const FileVerdict& verdict) {
-            return verdict.play == FilePlay::kPlays;
-        });
-    }
-    const bool isRead = report.verdicts.front().play != FilePlay::kNoParser;
-    return std::ranges::all_of(report.tracks, [&](const TrackReport& track) {
-        return toString(track.stream.kind) != check ||
-               (isRead && std::ranges::all_of(track.verdicts, plays, &Verdict::play));
-    });
 }
 
 }  // namespace inspect

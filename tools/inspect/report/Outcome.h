@@ -12,8 +12,4 @@ namespace inspect {
 // One line for each thing that went wrong.
 std::vector<std::string> faultsOf(const FileReport& report);
 
-// Whether all plays on every device that is asked for: "all", "video" or "audio"; empty = nothing
-// has to.
-bool meets(const std::string& check, const FileReport& report);
-
 }  // namespace inspect

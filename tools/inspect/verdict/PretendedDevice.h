@@ -15,4 +15,7 @@ struct PretendedDevice {
 // Tells the platform the types of the decoders that count, each as the library spells it.
 void nameDecoders(PretendedDevice& device);
 
+// A text that is another for a device that may judge otherwise.
+std::string describe(const PretendedDevice& device);
+
 }  // namespace inspect
