@@ -99,18 +99,28 @@ def check_good(path, row):
 
 
 def check_indexes(path, tracks):
-    """Offsets in the index may count from the file's begin; and there may be no index."""
+    """There may be no index, for example where a file is cut; offsets in it may count from the file's
+    begin; and its samples may overlap."""
     data = bytearray(path.read_bytes())
     movie, index = data.find(b'movi'), data.rfind(b'idx1')
     path.write_bytes(data[:index] + b'JUNK' + data[index + 4:])
     for got, wanted in zip(parse(path)[0], tracks, strict=True):
         equal('without an index', (got['samples'], got['bytes'], got.get('and')),
               (wanted['samples'], wanted['bytes'], wanted.get('and')))
+    path.write_bytes(data[:index - 3])
+    got, status = parse(path)
+    equal('cut', (sum(int(track['samples']) for track in got) + 1, status),
+          (sum(int(track['samples']) for track in tracks), 1))
     for entry in range(index + 8, len(data) - 15, 16):
         offset, = struct.unpack_from('<I', data, entry + 8)
         struct.pack_into('<I', data, entry + 8, offset + movie)
     path.write_bytes(data)
     equal('absolute offsets', parse(path), (tracks, 0))
+    for entry in range(index + 8, len(data) - 15, 16):
+        struct.pack_into('<II', data, entry + 8, 4, len(data) // 3)
+    path.write_bytes(data)
+    got, status = parse(path)
+    equal('overlaps', (sum(int(track['samples']) for track in got), status), (3, 1))
 
 
 def check_windows_media(path):
@@ -130,13 +140,25 @@ def check_windows_media(path):
 
 
 def check_fatal(path, data):
-    """An SPS (ITU-T H.264 7.3.2.1.1) that crops 200 of 16 columns, and a PPS."""
+    """An SPS (ITU-T H.264 7.3.2.1.1) that crops 200 of 16 columns, and a PPS; codec data of 3 bytes."""
     sets = bytes.fromhex('00000001 6742000addd032f4 00000001 68ce')
     at = data.find(b'movi') + 12
     path.write_bytes(data[:at] + sets + data[at + len(sets):])
     for program in PARSER, GLUE:
         done = run(program, path)
         equal('stopped', (done.returncode, b'stopped by the library: ' in done.stderr), (1, True))
+    short = data.find(b'00dc', data.rfind(b'idx1')) + 12
+    path.write_bytes(data[:short] + b'\3' + bytes(3) + data[short + 4:])
+    tracks, status = parse(path)
+    equal('3 bytes', (tracks[0]['codec data'], status), ('refused: status -1007', 1))
+
+
+def check_channels(path, data, channels):
+    """The glue looks at them first: the library would stop, or send what no decoder takes."""
+    at = data.rfind(b'strf') + 10
+    path.write_bytes(data[:at] + struct.pack('<H', channels) + data[at + 2:])
+    done = run(GLUE, path)
+    equal('channels', re.findall(rb'status +(-?\d+)', done.stdout)[1:], [b'-1010'])
 
 
 def damaged(data, rand):
@@ -174,6 +196,8 @@ def main():
             tracks = check_good(path, row)
             if row[0].startswith('wmv2'): check_windows_media(path)
             if row[0].startswith('libx264'): check_fatal(path, data)
+            if 'pcm' in row[1]: check_channels(path, data, 9)
+            if 'wma' in row[1]: check_channels(path, data, 0)
             path.write_bytes(data)
             check_indexes(path, tracks)
             path.write_bytes(data)
