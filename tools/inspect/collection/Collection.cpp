@@ -168,6 +168,7 @@ void Run::look(Waiting& waiting, uint64_t ticket) {
         mPool.give(ticket, waiting.file.path);
     } else if (waiting.file.isFound && status.st_mode != 0) {
         waiting.isNoMatter = true;
+        mNoMedia++;
     } else {
         waiting.text = encodeFailure(waiting.file.path, why, mRules);
     }
@@ -258,12 +259,12 @@ void Run::sum(bool isWhole) {
     }
     if (mOptions.quiet) return;
     text << summaryText(mSummary);
-    const auto addCount = [&](uint64_t count, const char* what) {
-        if (count > 0) text << count << what << '\n';
+    const auto addCount = [&](const char* what, uint64_t count) {
+        if (count > 0) text << what << ": " << count << '\n';
     };
-    addCount(mNoMedia, " other files, which are no media");
-    addCount(mUnchanged, " files unchanged since an earlier run");
-    addCount(gone, " files gone since, and dropped from the database");
+    addCount("other files, which are no media", mNoMedia);
+    addCount("files that have not changed since an earlier run", mUnchanged);
+    addCount("files that have gone since", gone);
     if (mOptions.lines) {
         std::cerr << text.str() << std::flush;
     } else if (!print(text.str())) {
