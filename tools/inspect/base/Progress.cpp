@@ -19,7 +19,7 @@ constexpr auto kInterval = 100ms;
 constexpr const char* kEraseLine = "\r\x1b[K";
 
 std::string bar(double share, size_t columns) {
-    const size_t width = std::min<size_t>(columns / 2, 30);
+    const size_t width = std::min<size_t>(columns / 4, 30);
     const auto filled = static_cast<size_t>(share * static_cast<double>(width));
     return '[' + std::string(filled, '#') + std::string(width - filled, '.') + "] " +
            std::to_string(static_cast<int>(share * 100)) + " %  ";

@@ -51,7 +51,8 @@ void FileList::enter(const std::string& folder) {
     fs::directory_iterator each(folder, error);
     for (; !error && each != fs::directory_iterator(); each.increment(error)) {
         std::error_code unknown;
-        const bool isFolder = each->is_directory(unknown) && !each->is_symlink(unknown);
+        const bool isFolder = each->is_directory(unknown);
+        if (isFolder && each->is_symlink(unknown)) continue;
         entries.push_back({{each->path().string(), true, ""}, isFolder});
     }
     if (error) entries.push_back({{folder, true, error.message()}, false});
