@@ -105,7 +105,7 @@ class Faults(unittest.TestCase):
         self.assertEqual(errors_of(run('--jsonl', '-0', '--files-from', '-', input=listed)), {
             'fifo.mp3': 'is a pipe, for which nobody waits among many files',
             'device.mp3': 'is not a regular file',
-            'notes.txt': 'is not a media file',
+            'notes.txt': 'is not a media file: text',
             'missing.mp3': 'No such file or directory'})
 
     def test_denied(self):
