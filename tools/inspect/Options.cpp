@@ -97,7 +97,7 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
     app.footer(
             "Exit status: 0 when every file was described, 1 when one could not be read, is "
             "truncated or fails\n--verify, or a file could not be written, 2 for a wrong command "
-            "line or an unknown device, 3\nwhen --check is not met and nothing else is wrong.");
+            "line or an unknown device, 3\nwhen --check is not met, or less plays than in --against, and nothing else is wrong.");
     app.set_version_flag("--version", android::ZRCODECPARSER_VERSION,
                          "Print the library's version");
     app.add_option("FILE", options.files, "Files and folders to look at; - is standard input")
