@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <sstream>
 
+#include "inspect/CollectionOptions.h"
 #include "inspect/DeviceOptions.h"
 #include "inspect/devices/DeviceList.h"
 #include "zrcodecparser/MediaDefs.h"
@@ -61,7 +62,11 @@ void addOutputOptions(CLI::App& app, Options& options) {
             ->check(notEmpty());
     app.add_flag("--force", options.scope.outputs.overwrites,
                  "Let --pictures and --dump-wav overwrite files");
-    app.callback([&options] {
+    app.callback([&app, &options] {
+        if (options.files.empty() && options.collection.sources.list.empty()) {
+            throw CLI::RequiredError("FILE");
+        }
+        options.collection.isWanted = isForCollection(app, options);
         if (options.scope.outputs.overwrites && options.pictures.empty() &&
             options.scope.dumpWav.empty()) {
             throw CLI::RequiresError("--force", "--pictures or --dump-wav");
@@ -95,9 +100,8 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
             "line or an unknown device, 3\nwhen --check is not met and nothing else is wrong.");
     app.set_version_flag("--version", android::ZRCODECPARSER_VERSION,
                          "Print the library's version");
-    app.add_option("FILE", options.files, "Files to look at; - is standard input")
-            ->type_name("")
-            ->required();
+    app.add_option("FILE", options.files, "Files and folders to look at; - is standard input")
+            ->type_name("");
     app.add_flag("--json", options.json, "Print one JSON document; docs/json.md names every field");
     app.add_flag("--keys", options.keys, "Print every key that the library stored");
     app.add_flag("--fix", options.scope.fix,
@@ -116,6 +120,7 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
     addOutputOptions(app, options);
     DeviceOptions device;
     addDeviceOptions(app, device);
+    addCollectionOptions(app, options.collection);
     try {
         app.parse(count, arguments);
     } catch (const CLI::ParseError& error) {
@@ -134,6 +139,8 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
         return CommandLineEnd{kExitFileError, option + error.what()};
     }
     options.scope.outputs.inputs = options.files;
+    options.collection.sources.paths = options.files;
+    options.collection.quiet = options.quiet;
     return {};
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "inspect/collection/Collection.h"
 #include "inspect/report/Report.h"
 
 namespace inspect {
@@ -25,6 +26,7 @@ struct Options {
     std::string check;           // "video", "audio", "all"; empty = nothing has to play
     std::string pictures;        // the folder to write pictures to; empty = none
     Scope scope;
+    CollectionOptions collection;
 };
 
 // What ends the program before it looks at a file.

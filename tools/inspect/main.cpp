@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
+#include <iostream>
 #include <set>
 #include <sstream>
 #include <string>
@@ -15,12 +15,13 @@
 #include <vector>
 
 #include "inspect/Options.h"
+#include "inspect/base/Console.h"
 #include "inspect/base/Progress.h"
-#include "inspect/base/Utf8.h"
+#include "inspect/collection/Collection.h"
 #include "inspect/report/Comparison.h"
 #include "inspect/report/JsonReport.h"
+#include "inspect/report/Outcome.h"
 #include "inspect/report/TextReport.h"
-#include "inspect/report/VerifyText.h"
 
 namespace inspect {
 namespace {
@@ -32,53 +33,8 @@ bool wantsColour() {
            terminal != nullptr && std::string_view(terminal) != "dumb";
 }
 
-int writeText(int descriptor, const std::string& text) {
-    return writeAll(descriptor, ByteVector(text.begin(), text.end()));
-}
-
-void complain(const std::string& text) {
-    writeText(STDERR_FILENO, "zrinspect: " + escaped(text) + '\n');
-}
-
-// Returns whether all of it is written.
-bool print(const std::string& text) {
-    const int error = writeText(STDOUT_FILENO, text);
-    if (error != 0) complain(std::string("standard output: ") + std::strerror(error));
-    return error == 0;
-}
-
 std::string forTerminal(const std::string& text) {
     return wrapped(text, terminalColumns(STDOUT_FILENO));
-}
-
-// One line for each thing that went wrong. Returns whether something did.
-bool complain(const FileReport& report) {
-    std::vector<std::string> lines = report.outputErrors;
-    const std::string file = report.path + ": ";
-    if (!report.error.empty()) lines.push_back(file + report.error);
-    if (report.truncation) lines.push_back(file + "is truncated: " + *report.truncation);
-    for (const TrackReport& track : report.tracks) {
-        const std::string fault = track.verification ? faultText(*track.verification) : "";
-        if (fault.empty()) continue;
-        lines.push_back(file + "track " + std::to_string(track.stream.index) + ": " + fault);
-    }
-    for (const std::string& line : lines) complain(line);
-    return !lines.empty();
-}
-
-// Whether all plays on every device that --check asks for.
-bool meets(const std::string& check, const FileReport& report) {
-    if (check.empty()) return true;
-    if (check == "all") {
-        return std::ranges::all_of(report.verdicts, [](const FileVerdict& verdict) {
-            return verdict.play == FilePlay::kPlays;
-        });
-    }
-    const bool isRead = report.verdicts.front().play != FilePlay::kNoParser;
-    return std::ranges::all_of(report.tracks, [&](const TrackReport& track) {
-        return toString(track.stream.kind) != check ||
-               (isRead && std::ranges::all_of(track.verdicts, plays, &Verdict::play));
-    });
 }
 
 std::string textOf(const Options& options, const FileReport& report) {
@@ -119,7 +75,9 @@ int inspectFiles(const Options& options, PictureFiles* pictures) {
         FileReport report = makeReport(path, options.scope, pictures);
         if (!show(options, report, isFirst)) return kExitFileError;
         if (report.error.empty()) isFirst = false;
-        if (complain(report)) isComplete = false;
+        const std::vector<std::string> faults = faultsOf(report);
+        std::ranges::for_each(faults, complain);
+        if (!faults.empty()) isComplete = false;
         if (!meets(options.check, report)) isMet = false;
         if (options.json || options.isCompared) reports.push_back(std::move(report));
     }
@@ -142,8 +100,15 @@ void warnOfDevices(const Options& options) {
     }
 }
 
+int runMany(const Options& options) {
+    const Ending ending = runCollection(options.collection, options.scope, options.check);
+    if (!ending.isComplete) return kExitFileError;
+    return ending.isMet ? EXIT_SUCCESS : kExitDoesNotPlay;
+}
+
 int run(const Options& options) {
     warnOfDevices(options);
+    if (options.collection.isWanted) return runMany(options);
     if (options.pictures.empty()) return inspectFiles(options, nullptr);
     try {
         PictureFiles pictures(options.pictures, options.scope.outputs);
@@ -174,8 +139,7 @@ int main(int count, char** arguments) {
     if (!end) return run(options);
     if (end->status != EXIT_SUCCESS) {
         complain(end->text);
-        if (end->status == kExitUsage)
-            writeText(STDERR_FILENO, "Run with --help for more information.\n");
+        if (end->status == kExitUsage) std::cerr << "Run with --help for more information.\n";
         return end->status;
     }
     return print(forTerminal(end->text)) ? EXIT_SUCCESS : kExitFileError;

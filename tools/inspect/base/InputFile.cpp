@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -76,6 +75,11 @@ int fileOf(const std::string& name, int pipe) {
 
 }  // namespace
 
+int64_t modifiedNs(const struct stat& status) {
+    constexpr int64_t kNsPerSecond = 1'000'000'000;
+    return status.st_mtim.tv_sec * kNsPerSecond + status.st_mtim.tv_nsec;
+}
+
 InputFile::InputFile(std::string path) : mPath(std::move(path)), mDescriptor(openInput(mPath)) {
     mHasName = mPath != "-" && !mPath.starts_with("/dev/") && !isPipe(mDescriptor);
     if (isPipe(mDescriptor)) mDescriptor = fileOf(mPath, mDescriptor);
@@ -90,10 +94,8 @@ InputFile::~InputFile() {
 }
 
 int64_t InputFile::modifiedNs() const {
-    constexpr int64_t kNsPerSecond = 1'000'000'000;
     struct stat status {};
-    if (fstat(mDescriptor, &status) != 0) return 0;
-    return status.st_mtim.tv_sec * kNsPerSecond + status.st_mtim.tv_nsec;
+    return fstat(mDescriptor, &status) == 0 ? inspect::modifiedNs(status) : 0;
 }
 
 int64_t InputFile::storedSize() const {

@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <sys/stat.h>
+
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -16,6 +18,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// When it was last changed, since 1970.
+int64_t modifiedNs(const struct stat& status);
+
 class InputFile {
 public:
     // "-" stands for standard input. What comes through a pipe is read to its end into a file
@@ -27,7 +32,7 @@ public:
 
     const std::string& path() const { return mPath; }
     int64_t size() const { return mSize; }
-    int64_t modifiedNs() const;                // when, since 1970
+    int64_t modifiedNs() const;
     bool hasName() const { return mHasName; }  // that says what it is, unlike that of a pipe
 
     // Up to where bytes were ever written; a hole of zeros may follow, as far as the file system

@@ -18,10 +18,7 @@ constexpr auto kPatience = 500ms;
 constexpr auto kInterval = 100ms;
 constexpr const char* kEraseLine = "\r\x1b[K";
 
-// total: 0 = unknown; columns: of the line
-std::string bar(int64_t done, int64_t total, size_t columns) {
-    if (total == 0) return std::to_string(done >> 20) + " MiB  ";
-    const double share = std::clamp(static_cast<double>(done) / static_cast<double>(total), 0., 1.);
+std::string bar(double share, size_t columns) {
     const size_t width = std::min<size_t>(columns / 2, 30);
     const auto filled = static_cast<size_t>(share * static_cast<double>(width));
     return '[' + std::string(filled, '#') + std::string(width - filled, '.') + "] " +
@@ -39,28 +36,38 @@ size_t terminalColumns(int descriptor) {
     return ioctl(descriptor, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
-Progress::Progress(const std::string& name, int64_t total)
-    : mName(escaped(name)),
-      mTotal(total),
-      mIsTerminal(isatty(STDERR_FILENO) != 0),
-      mNext(Clock::now() + kPatience) {}
+StatusLine::StatusLine()
+    : mIsTerminal(isatty(STDERR_FILENO) != 0), mNext(Clock::now() + kPatience) {}
 
-Progress::~Progress() {
-    if (mIsShown) std::cerr << kEraseLine << std::flush;
+bool StatusLine::isDue() const {
+    return mIsTerminal && Clock::now() >= mNext;
 }
 
 // The last column stays free: some terminals go to the next line behind it.
-void Progress::show(int64_t done) {
-    if (!mIsTerminal) return;
-    const auto now = Clock::now();
-    if (now < mNext) return;
+void StatusLine::show(std::optional<double> share, const std::string& text) {
     constexpr size_t kUsualColumns = 80;
     size_t columns = terminalColumns(STDERR_FILENO);
     if (columns == 0) columns = kUsualColumns;
-    const std::string line = bar(done, mTotal, columns) + mName;
+    const std::string line = share ? bar(std::clamp(*share, 0., 1.), columns) + text : text;
     std::cerr << kEraseLine << firstColumns(line, columns - 1) << std::flush;
     mIsShown = true;
-    mNext = now + kInterval;
+    mNext = Clock::now() + kInterval;
+}
+
+void StatusLine::hide() {
+    if (mIsShown) std::cerr << kEraseLine << std::flush;
+    mIsShown = false;
+}
+
+Progress::Progress(const std::string& name, int64_t total) : mName(escaped(name)), mTotal(total) {}
+
+void Progress::show(int64_t done) {
+    if (!mLine.isDue()) return;
+    if (mTotal == 0) {
+        mLine.show({}, std::to_string(done >> 20) + " MiB  " + mName);
+    } else {
+        mLine.show(static_cast<double>(done) / static_cast<double>(mTotal), mName);
+    }
 }
 
 }  // namespace inspect

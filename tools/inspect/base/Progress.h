@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace inspect {
@@ -13,26 +14,41 @@ namespace inspect {
 // none, or it does not say.
 size_t terminalColumns(int descriptor);
 
-// Says nothing unless standard error is a terminal and the reading takes a while; one line, which
-// leaves no trace.
-class Progress {
+// One line of standard error that is written again and again and leaves no trace; for what takes a
+// while, and only on a terminal.
+class StatusLine {
 public:
-    // In bytes; 0 = nobody knows how many there will be.
-    Progress(const std::string& name, int64_t total);
-    ~Progress();
-    Progress(const Progress&) = delete;
-    Progress& operator=(const Progress&) = delete;
+    StatusLine();
+    ~StatusLine() { hide(); }
+    StatusLine(const StatusLine&) = delete;
+    StatusLine& operator=(const StatusLine&) = delete;
 
-    void show(int64_t done);
+    bool isTerminal() const { return mIsTerminal; }
+    bool isDue() const;  // a new text is
+    // share: of all that is to be done, 0 to 1, as a bar before the text; none = nobody knows.
+    void show(std::optional<double> share, const std::string& text);
+    void hide();
 
 private:
     using Clock = std::chrono::steady_clock;
 
-    std::string mName;
-    int64_t mTotal;
     bool mIsTerminal;
     bool mIsShown = false;
     Clock::time_point mNext;
+};
+
+// How far a long reading is.
+class Progress {
+public:
+    // In bytes; 0 = nobody knows how many there will be.
+    Progress(const std::string& name, int64_t total);
+
+    void show(int64_t done);
+
+private:
+    std::string mName;
+    int64_t mTotal;
+    StatusLine mLine;
 };
 
 }  // namespace inspect

@@ -33,7 +33,7 @@ void failAsNotMedia(const InputFile& file) {
     const FileKind* kind = kindOf(file);
     std::string text = "is not a media file";
     if (kind != nullptr) text.append(": ").append(kind->name);
-    throw FileError(text);
+    throw NotMedia(text);
 }
 
 OpenFile::OpenFile(const InputFile& input) : mInput(input) {
@@ -60,6 +60,15 @@ OpenFile::OpenFile(const InputFile& input) : mInput(input) {
                                             av_match_ext(path, mDemuxer->extensions) != 0);
     if (!mIsSure && (!canBe || kind != nullptr)) failAsNotMedia(input);
     mExtent = measure(mFormat, input, fill);
+}
+
+bool isNamedAsMedia(const std::string& path) {
+    const AVOutputFormat* muxer = av_guess_format(nullptr, path.c_str(), nullptr);
+    if (muxer == nullptr || (muxer->flags & AVFMT_NOFILE) != 0) return false;
+    const bool isPicture =
+            muxer->mime_type != nullptr && std::string_view(muxer->mime_type).starts_with("image/");
+    return muxer->audio_codec != AV_CODEC_ID_NONE ||
+           (muxer->video_codec != AV_CODEC_ID_NONE && !isPicture);
 }
 
 std::string faultBeforeMedia(const InputFile& file) {

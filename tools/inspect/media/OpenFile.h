@@ -12,8 +12,8 @@ namespace inspect {
 
 class OpenFile {
 public:
-    // Finds out what the file is, which stays open elsewhere. Throws a FileError when it is no
-    // media file.
+    // Finds out what the file is, which stays open elsewhere. Throws a NotMedia when it is
+    // none.
     explicit OpenFile(const InputFile& input);
 
     const InputFile& input() const { return mInput; }
@@ -32,8 +32,16 @@ private:
     Extent mExtent;
 };
 
-// Says so, and what the file is where its first bytes tell.
+class NotMedia : public FileError {
+public:
+    using FileError::FileError;
+};
+
+// Throws a NotMedia that says so, and what the file is where its first bytes tell.
 [[noreturn]] void failAsNotMedia(const InputFile& file);
+
+// Whether the name is one that a media file would have.
+bool isNamedAsMedia(const std::string& path);
 
 // What is wrong at the beginning of a file whose kind its first bytes tell, over which a demuxer
 // may stumble; empty when nothing is.

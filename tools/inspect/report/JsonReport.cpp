@@ -81,6 +81,12 @@ std::string jsonText(const Json& json, int indent) {
     return escapedJson(json.dump(indent, ' ', false, Json::error_handler_t::replace)) + '\n';
 }
 
+std::string jsonLine(const Json& file) {
+    Json line = {{"schemaVersion", kSchemaVersion}};
+    line.update(file);
+    return jsonText(line);
+}
+
 std::string jsonReport(std::span<const PretendedDevice> devices,
                        const std::vector<FileReport>& reports) {
     constexpr int kSpaces = 2;

@@ -20,6 +20,9 @@ Json fileToJson(const FileReport& report, std::span<const PretendedDevice> devic
 // escaped.
 std::string jsonText(const Json& json, int indent = -1);
 
+// A file as one line of its own.
+std::string jsonLine(const Json& file);
+
 // One document. docs/json.md names every field, docs/zrinspect.schema.json holds for every
 // document.
 std::string jsonReport(std::span<const PretendedDevice> devices,

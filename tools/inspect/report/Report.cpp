@@ -116,8 +116,12 @@ FileReport makeReport(const std::string& path, const Scope& scope, PictureFiles*
         report = opened;
         try {
             fill(report, OpenFile(input), scope, pictures);
+        } catch (const std::bad_alloc&) {
+            throw FileError("needs more memory than there is");
         } catch (const std::exception& error) {
             const std::string fault = faultBeforeMedia(input);
+            const bool isNotMedia = dynamic_cast<const NotMedia*>(&error) != nullptr;
+            opened.isMedia = !isNotMedia || !fault.empty() || isNamedAsMedia(path);
             throw FileError(fault.empty() ? error.what() : error.what() + ("; " + fault));
         }
     } catch (const std::exception& error) {

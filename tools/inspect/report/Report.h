@@ -53,7 +53,8 @@ struct FileReport {
     std::vector<FileVerdict> verdicts;      // one a device
     std::vector<std::optional<Fix>> fixes;  // one a device when they were asked for; none for what
                                             // plays
-    std::string error;  // not empty: the file could not be read, and little else is set
+    bool isMedia = true;  // false: neither by its bytes nor by its name; there is an error
+    std::string error;    // not empty: the file could not be read, and little else is set
     std::vector<std::string> outputErrors;  // why files could not be written, with their paths
     std::optional<std::string> truncation;
     std::optional<std::string> junk;  // behind the end

@@ -1,0 +1,79 @@
+#include "inspect/collection/FileList.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+#include "inspect/base/InputFile.h"
+
+namespace inspect {
+namespace {
+
+namespace fs = std::filesystem;
+
+FILE* openList(const std::string& name) {
+    const int descriptor = name == "-" ? fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)
+                                       : open(name.c_str(), O_RDONLY | O_CLOEXEC);
+    FILE* list = descriptor >= 0 ? fdopen(descriptor, "r") : nullptr;
+    if (list == nullptr) throw FileError(name + ": " + std::strerror(errno));
+    return list;
+}
+
+}  // namespace
+
+FileList::FileList(const FileSources& sources) : mSources(sources) {
+    if (!sources.list.empty()) mList.reset(openList(sources.list));
+}
+
+std::optional<std::string> FileList::nextName() {
+    if (mNextPath < mSources.paths.size()) return mSources.paths[mNextPath++];
+    if (mList == nullptr) return {};
+    char* line = nullptr;
+    size_t capacity = 0;
+    const char end = mSources.endsWithNul ? '\0' : '\n';
+    ssize_t length = getdelim(&line, &capacity, end, mList.get());
+    const std::unique_ptr<char, decltype(&std::free)> owned(line, &std::free);
+    if (length < 0 && std::ferror(mList.get()) != 0) {
+        throw FileError(mSources.list + ": " + std::strerror(errno));
+    }
+    if (length < 0) return {};
+    if (length > 0 && line[length - 1] == end) length--;
+    return std::string(line, static_cast<size_t>(length));
+}
+
+void FileList::enter(const std::string& folder) {
+    std::error_code error;
+    std::vector<Entry> entries;
+    fs::directory_iterator each(folder, error);
+    for (; !error && each != fs::directory_iterator(); each.increment(error)) {
+        std::error_code unknown;
+        const bool isFolder = each->is_directory(unknown) && !each->is_symlink(unknown);
+        entries.push_back({{each->path().string(), true, ""}, isFolder});
+    }
+    if (error) entries.push_back({{folder, true, error.message()}, false});
+    std::ranges::sort(entries, std::greater(), [](const Entry& entry) { return entry.file.path; });
+    std::ranges::move(entries, std::back_inserter(mWaiting));
+}
+
+std::optional<ListedFile> FileList::next() {
+    for (;;) {
+        if (mWaiting.empty()) {
+            std::optional<std::string> name = nextName();
+            if (!name) return {};
+            if (name->empty()) continue;
+            std::error_code unknown;
+            const bool isFolder = fs::is_directory(*name, unknown);
+            mWaiting.push_back({{std::move(*name), false, ""}, isFolder});
+        }
+        Entry entry = std::move(mWaiting.back());
+        mWaiting.pop_back();
+        if (!entry.isFolder) return std::move(entry.file);
+        enter(entry.file.path);
+    }
+}
+
+}  // namespace inspect

@@ -1,0 +1,257 @@
+#include "inspect/collection/Pool.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include "inspect/base/InputFile.h"
+#include "inspect/base/OutputFile.h"
+
+namespace inspect {
+namespace {
+
+using namespace std::chrono_literals;
+
+// One at work and one that waits, so that a process never does.
+constexpr size_t kJobsAtATime = 2;
+
+// Before a text: how many bytes it has, and in an answer whether it is a failure.
+struct Head {
+    uint32_t sizeBytes = 0;
+    uint32_t isFailure = 0;
+};
+
+bool sendText(int socket, const std::string& text, bool isFailure) {
+    const Head head{static_cast<uint32_t>(text.size()), isFailure ? 1U : 0U};
+    std::string message(sizeof head, '\0');
+    std::memcpy(message.data(), &head, sizeof head);
+    message += text;
+    return writeAll(socket, ByteVector(message.begin(), message.end())) == 0;
+}
+
+bool readExactly(int socket, char* out, size_t size) {
+    while (size > 0) {
+        const ssize_t count = read(socket, out, size);
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return false;
+        out += count;
+        size -= static_cast<size_t>(count);
+    }
+    return true;
+}
+
+bool receiveText(int socket, std::string& text) {
+    Head head;
+    if (!readExactly(socket, reinterpret_cast<char*>(&head), sizeof head)) return false;
+    text.resize(head.sizeBytes);
+    return readExactly(socket, text.data(), text.size());
+}
+
+// A worker neither reads what is the user's nor writes where the user does, but for what a
+// sanitizer says.
+void leaveTerminal() {
+    const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);
+    if (nowhere < 0) return;
+    dup2(nowhere, STDIN_FILENO);
+    dup2(nowhere, STDOUT_FILENO);
+    if (isatty(STDERR_FILENO) != 0) dup2(nowhere, STDERR_FILENO);
+    close(nowhere);
+}
+
+// By somebody, or by the kernel when memory is short. status: wait()'s
+bool isKilled(int status) {
+    return WIFSIGNALED(status) && (WTERMSIG(status) == SIGKILL || WTERMSIG(status) == SIGTERM);
+}
+
+std::string howItEnded(int status) {
+    if (!WIFSIGNALED(status)) {
+        return "the demuxer ended the process with status " + std::to_string(WEXITSTATUS(status));
+    }
+    const int signal = WTERMSIG(status);
+    if (isKilled(status)) return "the process that read it was killed, twice";
+    const char* name = sigabbrev_np(signal);
+    return std::string("the demuxer crashed (SIG") + (name != nullptr ? name : "?") + ')';
+}
+
+}  // namespace
+
+Pool::Pool(PoolRules rules) : mRules(std::move(rules)), mProcesses(mRules.workers) {}
+
+Pool::~Pool() {
+    for (Process& process : mProcesses) end(process);
+}
+
+// No process holds on to another's socket.
+void Pool::start(Process& process) {
+    std::array<int, 2> sockets{};
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets.data()) != 0) {
+        throw FileError(std::string("cannot start a worker: ") + std::strerror(errno));
+    }
+    const pid_t parent = getpid();
+    process.pid = fork();
+    if (process.pid == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (getppid() != parent) _exit(1);
+        for (const Process& each : mProcesses) {
+            if (each.socket >= 0) close(each.socket);
+        }
+        close(sockets[0]);
+        serve(sockets[1]);
+    }
+    const int reason = errno;
+    close(sockets[1]);
+    process.socket = sockets[0];
+    process.received.clear();
+    process.isOverdue = false;
+    if (process.pid > 0) return;
+    close(std::exchange(process.socket, -1));
+    throw FileError(std::string("cannot start a worker: ") + std::strerror(reason));
+}
+
+// In the process. What a terminal sends reaches all its processes; the first one decides.
+void Pool::serve(int socket) const {
+    std::signal(SIGINT, SIG_IGN);
+    std::signal(SIGHUP, SIG_IGN);
+    std::signal(SIGTERM, SIG_DFL);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    leaveTerminal();
+    mRules.prepare();
+    std::string text;
+    while (receiveText(socket, text)) {
+        bool isFailure = false;
+        try {
+            text = mRules.answer(text);
+        } catch (const std::exception& error) {
+            text = error.what();
+            isFailure = true;
+        }
+        if (!sendText(socket, text, isFailure)) break;
+    }
+    _exit(0);
+}
+
+void Pool::end(Process& process) {
+    if (process.socket < 0) return;
+    kill(process.pid, SIGKILL);
+    close(std::exchange(process.socket, -1));
+    while (waitpid(process.pid, nullptr, 0) < 0 && errno == EINTR) continue;
+}
+
+bool Pool::hasRoom() const {
+    return std::ranges::any_of(mProcesses,
+                               [](const Process& each) { return each.jobs.size() < kJobsAtATime; });
+}
+
+bool Pool::isIdle() const {
+    return std::ranges::all_of(mProcesses, [](const Process& each) { return each.jobs.empty(); });
+}
+
+// One that cannot be sent because its process has died is sent again to the next.
+void Pool::send(Process& process, Job job) {
+    if (process.jobs.empty()) process.began = Clock::now();
+    sendText(process.socket, job.request, false);
+    process.jobs.push_back(std::move(job));
+}
+
+void Pool::give(uint64_t ticket, std::string request) {
+    const auto process = std::ranges::min_element(
+            mProcesses, {}, [](const Process& each) { return each.jobs.size(); });
+    if (process->socket < 0) start(*process);
+    send(*process, {ticket, std::move(request)});
+}
+
+// Returns whether the process is still there.
+bool Pool::receive(Process& process, std::vector<Answer>& answers) {
+    std::array<char, 1 << 16> block;
+    const ssize_t count = recv(process.socket, block.data(), block.size(), MSG_DONTWAIT);
+    if (count < 0 && (errno == EAGAIN || errno == EINTR)) return true;
+    if (count <= 0) return false;
+    std::string& received = process.received;
+    received.append(block.data(), static_cast<size_t>(count));
+    Head head;
+    while (received.size() >= sizeof head) {
+        std::memcpy(&head, received.data(), sizeof head);
+        if (process.jobs.empty()) return false;
+        if (received.size() - sizeof head < head.sizeBytes) break;
+        Answer& answer = answers.emplace_back();
+        answer.ticket = process.jobs.front().ticket;
+        (head.isFailure != 0 ? answer.failure : answer.text) =
+                received.substr(sizeof head, head.sizeBytes);
+        received.erase(0, sizeof head + head.sizeBytes);
+        process.jobs.pop_front();
+        process.began = Clock::now();
+    }
+    return true;
+}
+
+// What the process was at has failed, unless somebody else killed it, for which no file is to
+// blame the first time.
+void Pool::replace(Process& process, std::vector<Answer>& answers) {
+    close(std::exchange(process.socket, -1));
+    int status = 0;
+    while (waitpid(process.pid, &status, 0) < 0 && errno == EINTR) continue;
+    std::deque<Job> jobs = std::exchange(process.jobs, {});
+    if (jobs.empty()) return;
+    if (process.isOverdue) {
+        const auto seconds = std::chrono::duration<double>(mRules.timeout).count();
+        std::string text = std::to_string(seconds);
+        text.erase(text.find_last_not_of('0') + 1);
+        if (text.ends_with('.')) text.pop_back();
+        answers.push_back({jobs.front().ticket, "", "took longer than " + text + " s"});
+        jobs.pop_front();
+    } else if (isKilled(status) && !jobs.front().isRepeated) {
+        jobs.front().isRepeated = true;
+    } else {
+        answers.push_back({jobs.front().ticket, "", howItEnded(status)});
+        jobs.pop_front();
+    }
+    if (jobs.empty()) return;
+    start(process);
+    for (Job& job : jobs) send(process, std::move(job));
+}
+
+std::chrono::milliseconds Pool::untilOverdue(std::chrono::milliseconds most) const {
+    if (mRules.timeout == 0ms) return most;
+    const auto now = Clock::now();
+    for (const Process& each : mProcesses) {
+        if (each.jobs.empty() || each.isOverdue) continue;
+        const auto left =
+                std::chrono::ceil<std::chrono::milliseconds>(each.began + mRules.timeout - now);
+        most = std::clamp(left, 0ms, most);
+    }
+    return most;
+}
+
+std::vector<Answer> Pool::wait(std::chrono::milliseconds most, const sigset_t& mask) {
+    std::vector<pollfd> states;
+    for (const Process& each : mProcesses) states.push_back({each.socket, POLLIN, 0});
+    const auto wait = untilOverdue(most);
+    const timespec time{wait / 1s, wait % 1s / 1ms * 1'000'000};
+    std::vector<Answer> answers;
+    if (ppoll(states.data(), states.size(), &time, &mask) < 0) return answers;
+    for (size_t i = 0; i < states.size(); i++) {
+        Process& process = mProcesses[i];
+        if (process.socket < 0) continue;
+        const bool isReady = states[i].revents != 0;
+        if (isReady && !receive(process, answers)) replace(process, answers);
+        const bool isTimed = mRules.timeout > 0ms && !process.jobs.empty() && !process.isOverdue;
+        if (isTimed && Clock::now() - process.began >= mRules.timeout) {
+            process.isOverdue = true;
+            kill(process.pid, SIGKILL);
+        }
+    }
+    return answers;
+}
+
+}  // namespace inspect

@@ -1,0 +1,76 @@
+// Processes that answer requests, so that none of what they meet ends more than its own request.
+
+#pragma once
+
+#include <sys/types.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace inspect {
+
+struct PoolRules {
+    size_t workers = 1;
+    std::chrono::milliseconds timeout{};  // for one request; 0 = none
+    // Runs in each process first, then for each request; what it throws is a failure.
+    std::function<void()> prepare;
+    std::function<std::string(const std::string& request)> answer;
+};
+
+struct Answer {
+    uint64_t ticket;
+    std::string text;
+    std::string failure;  // not empty: why there is no text
+};
+
+class Pool {
+public:
+    explicit Pool(PoolRules rules);
+    ~Pool();
+    Pool(const Pool&) = delete;
+    Pool& operator=(const Pool&) = delete;
+
+    bool hasRoom() const;
+    bool isIdle() const;
+
+    // There is room. Throws a FileError when no process can be started.
+    void give(uint64_t ticket, std::string request);
+
+    // What has come, after no longer than this; signals outside of the mask end the wait.
+    std::vector<Answer> wait(std::chrono::milliseconds most, const sigset_t& mask);
+
+private:
+    using Clock = std::chrono::steady_clock;
+    struct Job {
+        uint64_t ticket;
+        std::string request;
+        bool isRepeated = false;
+    };
+    struct Process {
+        pid_t pid = 0;
+        int socket = -1;
+        std::deque<Job> jobs;     // the first is at work since
+        Clock::time_point began;  //
+        std::string received;     // up to an answer that is not whole
+        bool isOverdue = false;
+    };
+
+    void start(Process& process);
+    [[noreturn]] void serve(int socket) const;
+    static void send(Process& process, Job job);
+    static void end(Process& process);
+    static bool receive(Process& process, std::vector<Answer>& answers);
+    void replace(Process& process, std::vector<Answer>& answers);
+    std::chrono::milliseconds untilOverdue(std::chrono::milliseconds most) const;
+
+    PoolRules mRules;
+    std::vector<Process> mProcesses;
+};
+
+}  // namespace inspect

@@ -1,0 +1,78 @@
+#include "inspect/collection/Worker.h"
+
+#include <sys/resource.h>
+
+#include <new>
+
+#include "inspect/base/InputFile.h"
+#include "inspect/report/Outcome.h"
+
+namespace inspect {
+namespace {
+
+// A sanitizer's own tables would be counted.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kCanLimitMemory = false;
+#elif defined(__has_feature)
+constexpr bool kCanLimitMemory = !__has_feature(address_sanitizer);
+#else
+constexpr bool kCanLimitMemory = true;
+#endif
+
+FileReport unreadable(const std::string& path, const std::string& why, const WorkerRules& rules) {
+    FileReport report;
+    report.path = path;
+    report.error = why;
+    report.verdicts.assign(rules.scope.devices.size(), {FilePlay::kUnreadable, why});
+    return report;
+}
+
+// Whoever writes to the file right now is not done.
+bool hasChanged(const FileReport& report) {
+    if (!report.sizeBytes) return false;
+    struct stat status {};
+    return stat(report.path.c_str(), &status) != 0 || status.st_size != report.sizeBytes ||
+           modifiedNs(status) != report.modifiedNs;
+}
+
+}  // namespace
+
+void limitMemory(size_t maxMemoryMiB) {
+    if (maxMemoryMiB == 0 || !kCanLimitMemory) return;
+    const rlimit limit{maxMemoryMiB << 20, maxMemoryMiB << 20};
+    setrlimit(RLIMIT_DATA, &limit);
+}
+
+std::string encodeFinding(const FileReport& report, const WorkerRules& rules) {
+    Json file = fileToJson(report, rules.scope.devices);
+    Json finding = {{"media", report.isMedia},
+                    {"met", meets(rules.check, report)},
+                    {"faults", faultsOf(report)}};
+    if (rules.makesLines) finding["line"] = jsonLine(file);
+    finding["digest"] = digestOf(std::move(file));
+    std::string text;
+    Json::to_msgpack(finding, text);
+    return text;
+}
+
+Finding decodeFinding(const std::string& text) {
+    const Json json = Json::from_msgpack(text);
+    return {.isMedia = json.at("media"),
+            .isMet = json.at("met"),
+            .faults = json.at("faults"),
+            .line = json.value("line", ""),
+            .row = rowOf(json.at("digest"))};
+}
+
+std::string examine(const std::string& path, const WorkerRules& rules) {
+    FileReport report = makeReport(path, rules.scope, nullptr);
+    if (hasChanged(report)) report = unreadable(path, "changed while it was read", rules);
+    return encodeFinding(report, rules);
+}
+
+std::string encodeFailure(const std::string& path, const std::string& why,
+                          const WorkerRules& rules) {
+    return encodeFinding(unreadable(path, why, rules), rules);
+}
+
+}  // namespace inspect
