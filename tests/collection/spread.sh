@@ -70,7 +70,7 @@ wait_for_parts() {  # number
 # What docs/collections.md shows.
 spread() {
   parallel --sshloginfile hosts --workdir "$PWD" --joblog joblog --resume-failed --retries 2 \
-    --results {}.jsonl 'zrinspect --jsonl -q -0 --files-from {} || [ $? -eq 1 ]' \
+    --results {}.jsonl 'zrinspect --jsonl -0 --files-from {} || [ $? -eq 1 ]' \
     ::: part.???? >/dev/null
 }
 
@@ -95,7 +95,7 @@ cd "$work/scan"
 find "$folder" -type f -print0 | sort -z >list
 split -t '\0' -l "$size" -a 4 -d list part.
 parts=(part.????)
-"$zrinspect" --jsonl -q -0 --files-from list >../single.jsonl || [ $? -eq 1 ]
+"$zrinspect" --jsonl -0 --files-from list >../single.jsonl 2>../single.log || [ $? -eq 1 ]
 
 start_host 1
 start_host 2
