@@ -1,8 +1,9 @@
 #!/usr/bin/python3
 """Writes a collection as people keep them: the files of tests/verdicts under other titles, in other
 containers, shorter, longer and cut off, in folders, with names that hold whatever a file system
-takes, among files that are no media. Files of an earlier run stay if nothing of the recipes has
-changed."""
+takes, among files that are no media. Names are the same in each run, and so are contents but for
+the random numbers that ffmpeg writes into Matroska, Ogg and encrypted originals. Files of an earlier
+run stay if nothing of the recipes has changed."""
 
 import argparse
 import hashlib

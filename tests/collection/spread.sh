@@ -46,12 +46,12 @@ TEXT
 kill_tree() {  # process
   local child children
   children=$(pgrep -P "$1" || true)
-  kill -KILL "$1" 2>/dev/null || true
+  kill -KILL "$1" || true
   for child in $children; do kill_tree "$child"; done
 }
 
 kill_host() {  # number
-  kill_tree "${sshd[$1]}"
+  kill_tree "${sshd[$1]}" 2>/dev/null
   wait "${sshd[$1]}" 2>/dev/null || true
   unset "sshd[$1]"
 }
