@@ -12,7 +12,9 @@ mv "$work/first" "$work/prefix"
 "$cmake" -S "$consumer" -B "$work/cmake" -G Ninja "-DCMAKE_CXX_COMPILER=$cxx" \
     "-DCMAKE_PREFIX_PATH=$work/prefix"
 "$cmake" --build "$work/cmake"
-"$work/cmake/consumer"
+for program in consumer consumer_static derived derived_static; do
+    "$work/cmake/$program"
+done
 
 PKG_CONFIG_PATH=$(dirname "$(find "$work/prefix" -name zrcodecparserutils.pc)")
 export PKG_CONFIG_PATH
