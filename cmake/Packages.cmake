@@ -1,5 +1,8 @@
 # Debian packages of what is installed: the library, what is needed to build against it, and the tool.
-# A package holds what is installed below CMAKE_INSTALL_PREFIX, which is to be /usr.
+
+if(NOT ZR_BUILD_TOOLS OR NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+  message(FATAL_ERROR "ZR_PACKAGES needs ZR_BUILD_TOOLS and a CMAKE_INSTALL_PREFIX of /usr")
+endif()
 
 set(version "${PROJECT_VERSION}-1")
 set(ZR_PACKAGE_CONTACT "ZRCodecParserUtils maintainers <maintainers@zrcodecparserutils.invalid>"
