@@ -11,8 +11,7 @@
 namespace android {
 
 // A source over the plain record that container parsers are handed. The record stays the caller's
-// and must outlive the source. The virtual operations stand in the order of their slots. The
-// library is built without RTTI: so is whatever derives from this class.
+// and must outlive the source. The virtual operations stand in the order of their slots.
 //
 // Who derives: the class ID3 reads through the overrides of readAt and getSize. The tag operations
 // of ID3Wrapper and MediaExtractorHelper do not: they read through the record itself, and of the
