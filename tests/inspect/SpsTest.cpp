@@ -62,4 +62,31 @@ TEST(Sps, ContradictionsAreSaid) {
     }
 }
 
+// The second, of another encoder, takes the place of the boxes behind the record.
+TEST(Sps, EveryOneIsCompared) {
+    const auto encode = [](const std::string& options) {
+        return run("'" FFMPEG
+                   "' -v error -f lavfi -i testsrc=d=0.2,format=yuv420p -c:v libx264 "
+                   "-movflags +frag_keyframe " +
+                   options + " -f mp4 -")
+                .out;
+    };
+    std::string file = encode("-s 160x90 -profile:v high -level 1.1");
+    const std::string other = encode("-s 320x180 -profile:v main -level 3 -x264-params sps-id=1");
+    const auto sps = [](const std::string& bytes) {
+        const size_t begin = bytes.find("avcC") + 10;
+        return bytes.substr(begin, 2u + static_cast<uint8_t>(bytes[begin + 1]));
+    };
+    const size_t record = file.find("avcC") - 4;
+    const size_t end = file.find("btrt") + 16;
+    file[record + 3] = static_cast<char>(end - record);
+    file[record + 13] = '\xE2';
+    file.insert(record + 14 + sps(file).size(), sps(other)).erase(end, sps(other).size());
+    const json track = json::parse(inspectBytes("--json", file).out)["files"][0]["tracks"][0];
+    const std::string notes = track["notes"].dump();
+    expectContains(notes, "profile 100 (High), in its parameter set 2: 77 (Main)");
+    expectContains(notes, "level 11 (1.1), in its parameter set 2: 30 (3.0)");
+    expectContains(notes, "the container says 160x90, parameter set 2: 320x180");
+}
+
 }  // namespace

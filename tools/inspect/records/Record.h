@@ -30,8 +30,8 @@ struct Record {
     std::string key = {};  // of the format, or kPrivateData
     size_t sizeBytes = 0;
     std::vector<Row> rows = {};
-    std::string summary = {};              // in one line
-    std::optional<VideoFacts> facts = {};  // of video, from its first whole parameter set
+    std::string summary = {};            // in one line
+    std::vector<VideoFacts> facts = {};  // of video, from each whole parameter set
 
     const Row* find(std::string_view name) const;   // not inside a part; null when there is none
     const Row* first(std::string_view name) const;  // wherever it stands; null when there is none

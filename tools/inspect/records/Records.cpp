@@ -79,7 +79,7 @@ bool Record::isWhole() const {
 
 bool Record::isConfiguration() const {
     const Row* version = find("configurationVersion");
-    return version != nullptr && version->number == 1u && facts;
+    return version != nullptr && version->number == 1u && !facts.empty();
 }
 
 Record readRecord(uint32_t codecType, std::string_view key, Bytes data) {

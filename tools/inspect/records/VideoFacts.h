@@ -1,4 +1,4 @@
-// What a record of video says about its pictures, from its first sequence parameter set.
+// What a sequence parameter set says about the pictures.
 
 #pragma once
 
@@ -37,6 +37,8 @@ struct VideoFacts {
 
     uint64_t frames = 0;  // in so many seconds; 0 = unknown
     uint64_t seconds = 0;
+
+    bool operator==(const VideoFacts&) const = default;
 };
 
 using VideoFactsReader = std::optional<VideoFacts> (*)(Elements unit);
