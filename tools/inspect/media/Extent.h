@@ -27,8 +27,8 @@ inline constexpr uint64_t kUnknownSize = std::numeric_limits<uint64_t>::max();
 uint64_t boxSize(ByteCursor& cursor);
 
 struct Extent {
-    int64_t end = 0;                          // what lies behind is one byte over and over
-    bool isEndKnown = true;                   // else there is more of that byte before it
+    int64_t end = 0;                          // nothing of what lies behind is media
+    bool isEndKnown = true;                   // else some of what lies before is none either
     std::optional<std::string> truncation{};  // what is missing, in words
     std::optional<std::string> junk{};        // what stands behind the end, in words
 };
