@@ -203,6 +203,14 @@ uint64_t boxSize(ByteCursor& cursor) {
     return size < (isLarge ? 16 : 8) ? 0 : size;
 }
 
+uint64_t ebmlSize(ByteCursor& cursor) {
+    const auto extra = static_cast<size_t>(std::countl_zero(cursor.u8()));
+    if (extra > 3) return 0;
+    cursor.skip(extra);
+    const uint64_t size = vint(cursor);
+    return size == kUnknownSize ? size : 1 + extra + size;
+}
+
 Fill findFill(const InputFile& file) {
     constexpr int64_t kMostRead = 256 << 20;
     const int64_t stored = file.storedSize();

@@ -25,6 +25,7 @@ inline constexpr uint64_t kUnknownSize = std::numeric_limits<uint64_t>::max();
 // ISO/IEC 14496-12 4.2: of a whole box, before which the cursor is, and whose header it goes over.
 // 0: this is no box.
 uint64_t boxSize(ByteCursor& cursor);
+uint64_t ebmlSize(ByteCursor& cursor);  // the same of an EBML element, RFC 8794 4
 
 struct Extent {
     int64_t end = 0;                          // nothing of what lies behind is media
