@@ -66,6 +66,7 @@ TEST(BrokenFiles, NoiseBehindFramesIsNamed) {
                                  encode("mp3", "sine=d=1:r=11025 -b:a 32k"),
                                  encode("adts", "sine=d=1"),
                                  encode("ac3", "sine=d=1"),
+                                 encode("dts", "sine=d=1 -c:a dca -strict -2"),
                                  encode("eac3", "sine=d=1")};
     for (const std::string& bytes : files) {
         const json whole = json::parse(inspectBytes("--json", bytes).out)["files"][0];

@@ -56,6 +56,12 @@ uint64_t ac3Frame(Bytes header) {
     return isSync && av_ac3_parse_header(header.data(), header.size(), &id, &size) >= 0 ? size : 0;
 }
 
+// ETSI TS 102 114 5.3, without substreams of extensions.
+uint64_t dtsFrame(Bytes header) {
+    const bool isSync = startsWith(header, "\x7F\xFE\x80\x01");
+    return isSync ? ((header[5] & 3u) << 12 | header[6] << 4 | header[7] >> 4) + 1 : 0;
+}
+
 struct FrameKind {
     std::string_view format;
     uint64_t (*sizeOf)(Bytes header);  // 0 = none begins so
@@ -63,6 +69,7 @@ struct FrameKind {
 };
 constexpr auto kKinds = std::to_array<FrameKind>({{"mp3", mpegFrame, 0xFFFE0C00},
                                                   {"aac", adtsFrame, 0xFFFEFDC0},
+                                                  {"dts", dtsFrame, 0xFFFFFFFF},
                                                   {"ac3", ac3Frame, 0xFFFF0000},
                                                   {"eac3", ac3Frame, 0xFFFF0000}});
 
