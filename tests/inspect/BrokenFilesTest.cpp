@@ -1,8 +1,13 @@
 // Files that end too early or too late, or that lack what a decoder needs.
 
+#include <algorithm>
+#include <random>
+
 #include "Run.h"
 
 namespace {
+
+using namespace std::string_literals;
 
 // One second by FFmpeg, in the format of this name.
 std::string encode(const std::string& format, const std::string& options) {
@@ -42,6 +47,35 @@ TEST(BrokenFiles, EndIsFound) {
         if (lack != nullptr) {
             expectContains(inspectBytes("", bytes.substr(0, bytes.size() - 1)).err, lack);
         }
+    }
+}
+
+// Tags may follow the frames (ID3v1, APEv2, ID3v2.4 3.1), which tell where they end.
+TEST(BrokenFiles, NoiseBehindFramesIsNamed) {
+    std::string noise(1 << 20, '\0');
+    std::mt19937 random(1);
+    std::ranges::generate(noise, [&] { return static_cast<char>(random()); });
+    const std::string mp3 = encode("mp3", "anoisesrc=d=1 -q:a 5 -write_xing 0 -write_id3v1 1");
+    const std::string ape = "APETAGEX\xD0\7\0\0\x20\0\1\0\0\0\0\0\0\0\0\xA0"s +
+                            std::string(8, '\0') + noise.substr(0, 1 << 16) + std::string(32, ' ');
+    const std::string id3 = "ID3\4\0\0\0\4\0\0"s + noise.substr(0, 1 << 16);
+    const std::string files[] = {mp3,
+                                 mp3 + ape,
+                                 mp3 + id3 + mp3 + id3,
+                                 encode("mp2", "sine=d=1"),
+                                 encode("mp3", "sine=d=1:r=11025 -b:a 32k"),
+                                 encode("adts", "sine=d=1"),
+                                 encode("ac3", "sine=d=1"),
+                                 encode("dts", "sine=d=1 -c:a dca -strict -2"),
+                                 encode("eac3", "sine=d=1")};
+    for (const std::string& bytes : files) {
+        const json whole = json::parse(inspectBytes("--json", bytes).out)["files"][0];
+        const json noisy = json::parse(inspectBytes("--json", bytes + noise).out)["files"][0];
+        EXPECT_EQ(whole.value("junk", ""), "");
+        EXPECT_EQ(noisy.value("junk", ""), "1048576 bytes behind offset " +
+                                                   std::to_string(bytes.size()) +
+                                                   " belong to no frame");
+        EXPECT_EQ(noisy["durationUs"], whole["durationUs"]);
     }
 }
 

@@ -62,4 +62,67 @@ TEST(Sps, ContradictionsAreSaid) {
     }
 }
 
+// The second, of another encoder, takes the place of the boxes behind the record.
+TEST(Sps, EveryOneIsCompared) {
+    const auto encode = [](const std::string& options) {
+        return run("'" FFMPEG
+                   "' -v error -f lavfi -i testsrc=d=0.2,format=yuv420p -c:v libx264 "
+                   "-movflags +frag_keyframe " +
+                   options + " -f mp4 -")
+                .out;
+    };
+    std::string file = encode("-s 160x90 -profile:v high -level 1.1");
+    const std::string other = encode("-s 320x180 -profile:v main -level 3 -x264-params sps-id=1");
+    const auto sps = [](const std::string& bytes) {
+        const size_t begin = bytes.find("avcC") + 10;
+        return bytes.substr(begin, 2u + static_cast<uint8_t>(bytes[begin + 1]));
+    };
+    const size_t record = file.find("avcC") - 4;
+    const size_t end = file.find("btrt") + 16;
+    file[record + 3] = static_cast<char>(end - record);
+    file[record + 13] = '\xE2';
+    file.insert(record + 14 + sps(file).size(), sps(other)).erase(end, sps(other).size());
+    const json track = json::parse(inspectBytes("--json", file).out)["files"][0]["tracks"][0];
+    const std::string notes = track["notes"].dump();
+    expectContains(notes, "profile 100 (High), in its parameter set 2: 77 (Main)");
+    expectContains(notes, "level 11 (1.1), in its parameter set 2: 30 (3.0)");
+    expectContains(notes, "the container says 160x90, parameter set 2: 320x180");
+}
+
+// VP9 6.2 in the first key frame, and WebM's features, for which a title of 33 letters makes room.
+TEST(Sps, Vp9TellsOfItself) {
+    const std::string title(33, 'n');
+    const std::string file = run("'" FFMPEG
+                                 "' -v error -f lavfi -i testsrc=d=0.1:s=178x98 -c:v "
+                                 "libvpx-vp9 -pix_fmt yuv422p10le -colorspace bt2020nc "
+                                 "-metadata:s:0 title=" +
+                                 title + " -f matroska -")
+                                     .out;
+    const std::string features = "\1\1\3\2\1\x1F\3\1\x0A\4\1\2";
+    std::string featured = file;
+    featured.replace(file.find(title) - 3, 36,
+                     "\x63\xA2\x8C" + features + "\xEC\x93" + std::string(19, 'v'));
+    const std::tuple<std::string, std::string, std::map<std::string, std::string>> cases[] = {
+            {file,
+             "first key frame",
+             {{"profile_high_bit", "1 (profile 3)"},
+              {"picture", "178x98"},
+              {"chroma format", "4:2:2"},
+              {"bit depth", "10"}}},
+            {featured,
+             "private data",
+             {{"profile", "3"},
+              {"level", "31 (3.1)"},
+              {"bitDepth", "10"},
+              {"chromaSubsampling", "2 (4:2:2)"}}}};
+    for (const auto& [bytes, key, expected] : cases) {
+        const json document = json::parse(inspectBytes("--json --explain", bytes).out);
+        const json record = document["files"][0]["tracks"][0]["explanations"][0];
+        EXPECT_EQ(record["key"], key);
+        std::map<std::string, json> values;
+        for (const json& row : record["rows"]) values[row["name"]] = row["value"];
+        for (const auto& [name, value] : expected) EXPECT_EQ(values[name], value) << name;
+    }
+}
+
 }  // namespace

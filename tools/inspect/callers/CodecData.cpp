@@ -46,7 +46,11 @@ std::vector<Record> readCodecData(const Stream& stream, const FormatChange& chan
         }
     }
     std::ranges::sort(records, {}, &Record::key);
-    if (!records.empty() || stream.privateData.empty()) return records;
+    if (!records.empty()) return records;
+    if (stream.privateData.empty()) {
+        if (stream.firstHeader.empty()) return {};
+        return {readRecord(stream.codecType, kFirstFrame, stream.firstHeader)};
+    }
     if (hasReader(stream.codecType, kPrivateData) || !addedNumbers(change).empty()) {
         records.push_back(readRecord(stream.codecType, kPrivateData, stream.privateData));
     }
@@ -57,7 +61,7 @@ std::vector<CodecDatum> describeCodecData(const std::vector<Record>& records,
                                           const FormatChange& change) {
     std::vector<CodecDatum> data;
     for (const Record& each : records) {
-        if (each.key == kPrivateData) return addedNumbers(change);
+        if (each.key == kPrivateData || each.key == kFirstFrame) return addedNumbers(change);
         data.push_back({each.key, each.sizeBytes, each.summary});
     }
     return data.empty() ? addedNumbers(change) : data;

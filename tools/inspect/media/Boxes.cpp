@@ -7,18 +7,20 @@
 
 namespace inspect {
 
+using namespace std::string_view_literals;
+
 std::optional<BoxContent> findBox(const InputFile& file, BoxContent boxes, std::string_view type,
-                                  int nth) {
+                                  int nth, bool isEbml) {
     constexpr int kMaxBoxes = 1 << 12;
     uint64_t offset = boxes.begin;
     for (int count = 0; count < kMaxBoxes && offset < boxes.end; count++) {
         std::array<uint8_t, 16> header{};
         file.readAt(static_cast<int64_t>(offset), header);
         ByteCursor cursor(header);
-        const uint64_t size = boxSize(cursor);
+        const uint64_t size = isEbml ? ebmlSize(cursor) : boxSize(cursor);
         if (size == 0) return {};
         const uint64_t end = offset + std::min(size, boxes.end - offset);
-        const bool isSought = startsWith(Bytes(header).subspan(4), type);
+        const bool isSought = startsWith(Bytes(header).subspan(isEbml ? 0 : 4), type);
         const uint64_t headerSize = header.size() - cursor.remaining();
         if (isSought && nth-- == 0) return BoxContent{std::min(offset + headerSize, end), end};
         offset = end;
@@ -35,6 +37,17 @@ std::optional<BoxContent> findSampleEntries(const InputFile& file, int track) {
         if (!found) return {};
     }
     return found->behind(kFields);
+}
+
+std::optional<BoxContent> findCodecPrivate(const InputFile& file, int track) {
+    constexpr std::string_view kTrackEntry = "\xAE";
+    std::optional<BoxContent> found = BoxContent{0, static_cast<uint64_t>(file.size())};
+    for (const std::string_view id :
+         {"\x18\x53\x80\x67"sv, "\x16\x54\xAE\x6B"sv, kTrackEntry, "\x63\xA2"sv}) {
+        found = findBox(file, *found, id, id == kTrackEntry ? track : 0, true);
+        if (!found) return {};
+    }
+    return found;
 }
 
 ByteVector readContent(const InputFile& file, BoxContent content) {

@@ -1,4 +1,5 @@
-// The boxes of an ISO base media file, ISO/IEC 14496-12 4.2.
+// The boxes of an ISO base media file, ISO/IEC 14496-12 4.2, and the elements of Matroska, RFC
+// 9559.
 
 #pragma once
 
@@ -23,10 +24,13 @@ struct BoxContent {
 
 // The nth box of this type among these, the first being 0.
 std::optional<BoxContent> findBox(const InputFile& file, BoxContent boxes, std::string_view type,
-                                  int nth = 0);
+                                  int nth = 0, bool isEbml = false);
 
 // The sample entries, which are boxes, of the nth track.
 std::optional<BoxContent> findSampleEntries(const InputFile& file, int track);
+
+// CodecPrivate of the nth track of Matroska.
+std::optional<BoxContent> findCodecPrivate(const InputFile& file, int track);
 
 // As far as they go.
 ByteVector readContent(const InputFile& file, BoxContent content);

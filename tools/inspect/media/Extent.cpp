@@ -6,6 +6,8 @@
 #include <numeric>
 #include <span>
 
+#include "inspect/media/FramesEnd.h"
+
 namespace inspect {
 namespace {
 
@@ -201,6 +203,14 @@ uint64_t boxSize(ByteCursor& cursor) {
     return size < (isLarge ? 16 : 8) ? 0 : size;
 }
 
+uint64_t ebmlSize(ByteCursor& cursor) {
+    const auto extra = static_cast<size_t>(std::countl_zero(cursor.u8()));
+    if (extra > 3) return 0;
+    cursor.skip(extra);
+    const uint64_t size = vint(cursor);
+    return size == kUnknownSize ? size : 1 + extra + size;
+}
+
 Fill findFill(const InputFile& file) {
     constexpr int64_t kMostRead = 256 << 20;
     const int64_t stored = file.storedSize();
@@ -226,25 +236,22 @@ Extent measure(std::string_view format, const InputFile& file, const Fill& fill)
     const Row* row = rowOf(format);
     if (row == nullptr) return {.end = file.size()};
     const bool hasElements = row->size != nullptr;
-    Extent extent = hasElements ? walk(*row, file) : Extent{};
-    if (extent.end == file.size()) return extent;
-
-    const int64_t elementsEnd = extent.end;
-    const int64_t begin = std::max(fill.begin, elementsEnd);
     const bool isFilled = file.size() - fill.begin >= kLeastFill;
-    const std::string element(row->element);
-    extent.isEndKnown = fill.isBeginKnown || fill.begin <= elementsEnd;
-    extent.end = isFilled ? begin : file.size();
-    if (hasElements && fill.begin > elementsEnd) {
-        extent.junk = "no " + element + " begins at offset " + std::to_string(elementsEnd) +
-                      ", and " + std::to_string(file.size() - elementsEnd) + " bytes are left";
-    } else if (hasElements || isFilled) {
-        extent.junk = (extent.isEndKnown ? "" : "at least ") + std::to_string(file.size() - begin) +
-                      " bytes behind offset " + std::to_string(begin) +
-                      ", all of them the same, belong to no " + element;
-    } else if (format == "mpegts") {
-        extent.truncation = cutPacket(file);
+    const int64_t fillBegin = isFilled ? fill.begin : file.size();
+    Extent extent =
+            hasElements ? walk(*row, file) : Extent{.end = framesEnd(format, file, fillBegin)};
+    const int64_t begin = extent.end;
+    if (begin == file.size()) {
+        if (format == "mpegts") extent.truncation = cutPacket(file);
+        return extent;
     }
+    if (hasElements) extent.end = std::max(begin, fillBegin);
+    extent.isEndKnown = hasElements ? extent.end == begin : begin < fillBegin || fill.isBeginKnown;
+    extent.junk = (hasElements || extent.isEndKnown ? "" : "at least ") +
+                  std::to_string(file.size() - begin) + " bytes behind offset " +
+                  std::to_string(begin) +
+                  (fill.begin <= begin ? ", all of them the same, belong" : " belong") + " to no " +
+                  std::string(row->element);
     return extent;
 }
 

@@ -25,10 +25,11 @@ inline constexpr uint64_t kUnknownSize = std::numeric_limits<uint64_t>::max();
 // ISO/IEC 14496-12 4.2: of a whole box, before which the cursor is, and whose header it goes over.
 // 0: this is no box.
 uint64_t boxSize(ByteCursor& cursor);
+uint64_t ebmlSize(ByteCursor& cursor);  // the same of an EBML element, RFC 8794 4
 
 struct Extent {
-    int64_t end = 0;                          // what lies behind is one byte over and over
-    bool isEndKnown = true;                   // else there is more of that byte before it
+    int64_t end = 0;                          // nothing of what lies behind is media
+    bool isEndKnown = true;                   // else some of what lies before is none either
     std::optional<std::string> truncation{};  // what is missing, in words
     std::optional<std::string> junk{};        // what stands behind the end, in words
 };

@@ -46,7 +46,7 @@ Found readUntilFound(const OpenFile& open, const Demuxer& demuxer, std::set<int>
         const bool isWhole = (packet.flags & AV_PKT_FLAG_CORRUPT) == 0;
         if (isWhole && sought.contains(index)) {
             if (hasWholeUnits(packet, *demuxer.streams()[place]->codecpar)) {
-                findAdtsHeader(packet, streams[place]);
+                readHeader(packet, streams[place]);
                 found.brokenUnits.erase(index);
                 sought.erase(index);
             } else {

@@ -58,7 +58,7 @@ LibAvPtr<AVCodecParameters> parametersOf(AVCodecID codec) {
 }  // namespace
 
 HeaderTrace::HeaderTrace(AVCodecID codec)
-    : mHasStartCodes(codec != AV_CODEC_ID_AV1),
+    : mHasStartCodes(codec == AV_CODEC_ID_H264 || codec == AV_CODEC_ID_HEVC),
       mBudget(kMaxElements),
       mFilter(openFilter("trace_headers", *parametersOf(codec))) {}
 

@@ -21,9 +21,9 @@ class HeaderTrace {
 public:
     explicit HeaderTrace(AVCodecID codec);
 
-    // A NAL unit of H.264 or H.265 (without start code), or OBUs of AV1. The elements of the first
-    // follow one another without gap, as far as they can be read; emulation prevention bytes do not
-    // count. However many units there are, the elements have an end.
+    // A NAL unit of H.264 or H.265 (without start code), a frame of VP9, or OBUs of AV1. The
+    // elements of the first follow one another without gap, as far as they can be read; emulation
+    // prevention bytes do not count. However many units there are, the elements have an end.
     std::vector<SyntaxElement> read(Bytes unit);
 
     bool isOfNalUnits() const { return mHasStartCodes; }  // which hold emulation prevention bytes

@@ -210,7 +210,7 @@ MediaFile readMediaFile(const OpenFile& open) {
     findProtection(open, context, file.streams);
     readFirstSamples(open, demuxer, file.streams);
     for (Stream& each : file.streams) {
-        if (each.boxName == "vp09") each.privateData = readVp9Record(open.input(), each.index);
+        if (each.codec == "vp9") each.privateData = readVp9Record(open.input(), each.index);
         adaptPrivateData(each);
         if (!each.durationUs) each.durationUs = file.durationUs;
     }

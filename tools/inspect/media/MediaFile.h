@@ -28,6 +28,7 @@ struct Stream {
     std::string boxName;     // the container's four-character code; empty = none
     uint32_t codecType = 0;  // android::CodecType
     ByteVector privateData;  // in the form in which a container parser passes it on
+    ByteVector firstHeader;  // of VP9 without private data: what the first key frame begins with
     uint32_t bitRate = 0;
     std::string language;  // empty = unknown
     std::optional<int64_t> durationUs;

@@ -1,5 +1,6 @@
 #include "inspect/media/PrivateData.h"
 
+#include <algorithm>
 #include <optional>
 #include <string_view>
 
@@ -37,13 +38,23 @@ bool hasAdtsHeader(const AVPacket& packet) {
     return packet.size >= 2 && packet.data[0] == 0xFF && (packet.data[1] & 0xF6) == 0xF0;
 }
 
+// VP9 6.2: no uncompressed header has more bytes, of which the last must not look like the end of a
+// superframe (Annex B).
+ByteVector vp9Header(const AVPacket& packet) {
+    constexpr int kMostBytes = 80;
+    ByteVector header(packet.data, packet.data + std::min(packet.size, kMostBytes));
+    while (!header.empty() && (header.back() & 0xE0) == 0xC0) header.pop_back();
+    return header;
+}
+
 }  // namespace
 
 ByteVector readVp9Record(const InputFile& file, int track) {
     constexpr uint64_t kVisualFields = 78;
     const auto entries = findSampleEntries(file, track);
     const auto entry = entries ? findBox(file, *entries, "vp09") : std::nullopt;
-    const auto record = entry ? findBox(file, entry->behind(kVisualFields), "vpcC") : std::nullopt;
+    const auto record = entry ? findBox(file, entry->behind(kVisualFields), "vpcC")
+                              : findCodecPrivate(file, track);
     return record ? readContent(file, *record) : ByteVector();
 }
 
@@ -51,8 +62,12 @@ bool mayHaveAdtsHeaders(const Stream& stream) {
     return stream.codec == "aac" && stream.privateData.empty();
 }
 
-void findAdtsHeader(const AVPacket& packet, Stream& stream) {
+void readHeader(const AVPacket& packet, Stream& stream) {
     if (mayHaveAdtsHeaders(stream) && hasAdtsHeader(packet)) stream.codecType = kCodecTypeAacAdts;
+    const bool isKey = (packet.flags & AV_PKT_FLAG_KEY) != 0;
+    if (isKey && stream.codecType == kCodecTypeVp9 && stream.privateData.empty()) {
+        stream.firstHeader = vp9Header(packet);
+    }
 }
 
 void adaptPrivateData(Stream& stream) {

@@ -121,7 +121,7 @@ void Annotator::say(const std::string& words) {
 }
 
 void Annotator::keep(const VideoFacts& facts) {
-    if (!mRecord.facts) mRecord.facts = facts;
+    mRecord.facts.push_back(facts);
 }
 
 Annotator::Group Annotator::group(std::string_view name) {

@@ -68,7 +68,7 @@ public:
 
     // Explains the value of the last row, unless that was cut.
     void say(const std::string& words);
-    void keep(const VideoFacts& facts);  // the first count
+    void keep(const VideoFacts& facts);
 
     // Rows written while the group lives stand under its heading. One with a size is a part of its
     // own: reads end where it ends, and what it leaves unread becomes a row when it goes.

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 
 #include "inspect/records/Record.h"
@@ -10,7 +11,7 @@ namespace {
 
 using namespace android;
 
-// What a record repeats of its first SPS.
+// What a record repeats of its SPS.
 struct Claim {
     std::string_view row;  // of the record itself
     uint64_t VideoFacts::*inSps;
@@ -51,16 +52,16 @@ std::string valueText(const Claim& claim, uint64_t value) {
     return digits + " (" + claim.words(value) + ")";
 }
 
-// "csd-avc: level 40 (4.0), in its SPS 31 (3.1); ..."
-std::string againstSps(const Record& record, const VideoFacts& facts) {
+// "csd-avc: level 40 (4.0), in its parameter set 31 (3.1); ..."
+std::string againstSps(const Record& record, const VideoFacts& facts, const std::string& number) {
     std::string text;
     for (const Claim& claim : kClaims) {
         const Row* row = record.find(claim.row);
         const uint64_t own = facts.*claim.inSps;
         if (row == nullptr || !row->number || *row->number + claim.bias == own) continue;
         text += (text.empty() ? record.key + ": " : "; ") + claim.what + " " +
-                valueText(claim, *row->number + claim.bias) + ", in its parameter set " +
-                valueText(claim, own);
+                valueText(claim, *row->number + claim.bias) + ", in its parameter set" + number +
+                " " + valueText(claim, own);
     }
     return text;
 }
@@ -80,22 +81,32 @@ std::string againstName(const Stream& stream) {
                   : " says H.265, but the record is one of H.264");
 }
 
-std::string againstContainer(const Stream::Video& video, const VideoFacts& facts) {
+std::string againstContainer(const Stream::Video& video, const VideoFacts& facts,
+                             const std::string& number) {
     const bool isSame = video.storedWidth == facts.width && video.storedHeight == facts.height;
     if (isSame || video.storedWidth == 0) return {};
     return "the container says " + sizeText(video.storedWidth, video.storedHeight) +
-           ", the codec data " + sizeText(facts.width, facts.height);
+           (number.empty() ? ", the codec data " : ", parameter set" + number + " ") +
+           sizeText(facts.width, facts.height);
+}
+
+// Those that differ have their numbers in the record but for the first.
+void addContradictions(const Stream& stream, const Record& record, std::vector<std::string>& all) {
+    for (auto facts = record.facts.begin(); facts != record.facts.end(); ++facts) {
+        if (std::find(record.facts.begin(), facts, *facts) != facts) continue;
+        const auto before = facts - record.facts.begin();
+        const std::string number =
+                before > 0 ? std::string(" ").append(std::to_string(before + 1)) + ":" : "";
+        all.push_back(againstSps(record, *facts, number));
+        all.push_back(againstContainer(stream.video, *facts, number));
+    }
 }
 
 }  // namespace
 
 std::vector<std::string> contradictions(const Stream& stream, const std::vector<Record>& records) {
     std::vector<std::string> all = {againstName(stream)};
-    for (const Record& record : records) {
-        if (!record.facts) continue;
-        all.push_back(againstSps(record, *record.facts));
-        all.push_back(againstContainer(stream.video, *record.facts));
-    }
+    for (const Record& record : records) addContradictions(stream, record, all);
     std::erase(all, "");
     return all;
 }

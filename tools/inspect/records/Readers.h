@@ -12,9 +12,11 @@ namespace inspect {
 
 // They read what there is of a record, whatever it holds, and give it in one line; those that have
 // no more to say than its bytes give nothing.
-std::string readAvcRecord(Annotator& out);          // ISO/IEC 14496-15 5.3.3.1.2
-std::string readHevcRecord(Annotator& out);         // ISO/IEC 14496-15 8.3.3.1.2
-std::string readVp9Record(Annotator& out);          // VP Codec ISO Media File Format Binding 2.2
+std::string readAvcRecord(Annotator& out);   // ISO/IEC 14496-15 5.3.3.1.2
+std::string readHevcRecord(Annotator& out);  // ISO/IEC 14496-15 8.3.3.1.2
+std::string readVp9Record(
+        Annotator& out);  // VP Codec ISO Media File Format Binding 2.2, or WebM's features
+std::string readVp9Frame(Annotator& out);           // VP9 6.2, a frame's uncompressed header
 std::string readAv1Record(Annotator& out);          // AV1 Codec ISO Media File Format Binding 2.3.3
 std::string readEsDescriptor(Annotator& out);       // ISO/IEC 14496-1 7.2.6.5, around MPEG-4
 std::string readMpeg2EsDescriptor(Annotator& out);  // the same around MPEG-1 and 2 video

@@ -27,11 +27,11 @@ struct Row {
 };
 
 struct Record {
-    std::string key = {};  // of the format, or kPrivateData
+    std::string key = {};  // of the format, or one of these below
     size_t sizeBytes = 0;
     std::vector<Row> rows = {};
-    std::string summary = {};              // in one line
-    std::optional<VideoFacts> facts = {};  // of video, from its first whole parameter set
+    std::string summary = {};            // in one line
+    std::vector<VideoFacts> facts = {};  // of video, from each whole parameter set
 
     const Row* find(std::string_view name) const;   // not inside a part; null when there is none
     const Row* first(std::string_view name) const;  // wherever it stands; null when there is none
@@ -42,6 +42,9 @@ struct Record {
 
 // For the name of the container's private data, where the library only reads numbers from these.
 inline constexpr std::string_view kPrivateData = "private data";
+
+// For that of the first key frame's header, where there are no private data.
+inline constexpr std::string_view kFirstFrame = "first key frame";
 
 // Reads what there is, and says so when it cannot be read. Anything unknown counts as a run of
 // bytes.

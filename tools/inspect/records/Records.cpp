@@ -42,6 +42,7 @@ const auto kKinds = std::to_array<RecordKind>({
     {AMEDIAFORMAT_KEY_CSD_1,                    kCodecTypeVorbis,      readVorbisSetup},
     {AMEDIAFORMAT_KEY_CSD_0,                    kCodecTypeG726,        readNativeBitRate},
     {kPrivateData,                              kCodecTypeVp9,         readVp9Record},
+    {kFirstFrame,                               kCodecTypeVp9,         readVp9Frame},
     {kPrivateData,                              kCodecTypeAv1,         readAv1Record},
     {kPrivateData,                              kCodecTypeWmaV1,       readWma1},
     {kPrivateData,                              kCodecTypeWmaV2,       readWma2},
@@ -79,7 +80,7 @@ bool Record::isWhole() const {
 
 bool Record::isConfiguration() const {
     const Row* version = find("configurationVersion");
-    return version != nullptr && version->number == 1u && facts;
+    return version != nullptr && version->number == 1u && !facts.empty();
 }
 
 Record readRecord(uint32_t codecType, std::string_view key, Bytes data) {

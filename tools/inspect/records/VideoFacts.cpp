@@ -25,6 +25,8 @@ constexpr auto kElements = std::to_array<KnownElement>({
         {"seq_level_idx[0]", &VideoFacts::level},
         {"pic_width_in_luma_samples", &VideoFacts::codedWidth},
         {"pic_height_in_luma_samples", &VideoFacts::codedHeight},
+        {"frame_width_minus_1", &VideoFacts::codedWidth, nullptr, 1},
+        {"frame_height_minus_1", &VideoFacts::codedHeight, nullptr, 1},
         {"max_frame_width_minus_1", &VideoFacts::codedWidth, nullptr, 1},
         {"max_frame_height_minus_1", &VideoFacts::codedHeight, nullptr, 1},
         {"bit_depth_luma_minus8", &VideoFacts::bitDepth, nullptr, 8},
@@ -118,6 +120,10 @@ void crop(VideoFacts& facts, Elements sps, const std::string& window, uint64_t f
     facts.height = facts.codedHeight - std::min(facts.codedHeight, lines);
 }
 
+uint64_t vp9Profile(Elements unit) {
+    return valueOf(unit, "profile_low_bit") + 2 * valueOf(unit, "profile_high_bit");
+}
+
 }  // namespace
 
 uint64_t valueOf(Elements elements, std::string_view name) {
@@ -130,6 +136,9 @@ std::string wordsFor(const SyntaxElement& element, Elements unit) {
     if (element.name == "level_idc") {
         const bool isSet3 = valueOf(unit, "constraint_set3_flag") != 0;
         return avcLevelText(valueOf(unit, "profile_idc"), isSet3 ? 0x10 : 0, value);
+    }
+    if (element.name == "profile_high_bit") {
+        return "profile " + std::to_string(vp9Profile(unit));
     }
     const auto* known = std::ranges::find(kElements, element.name, &KnownElement::name);
     const bool hasWords = known != kElements.end() && known->words != nullptr;
@@ -178,6 +187,26 @@ std::optional<VideoFacts> hevcFacts(Elements unit) {
                                                    : 5;
     }
     if (isFields) facts.seconds *= 2;  // E.3.1: a picture is a field
+    return facts;
+}
+
+std::optional<VideoFacts> vp9Facts(Elements unit) {
+    if (find(unit, "color_space") == nullptr || find(unit, "frame_height_minus_1") == nullptr) {
+        return {};
+    }
+    // 7.2.2: color_space in the numbers of ITU-T H.273
+    constexpr std::array<uint64_t, 8> kMatrices = {2, 6, 1, 6, 7, 9, 2, 0};
+    VideoFacts facts = numbersOf(unit);
+    facts.width = facts.codedWidth;
+    facts.height = facts.codedHeight;
+    facts.profile = vp9Profile(unit);
+    if (facts.profile > 1) facts.bitDepth = valueOf(unit, "ten_or_twelve_bit") != 0 ? 12 : 10;
+    facts.chromaBitDepth = facts.bitDepth;
+    facts.matrix = kMatrices[valueOf(unit, "color_space") & 7];
+    if (facts.matrix == 0) facts.chroma = 3;
+    if (find(unit, "subsampling_x") != nullptr) {
+        facts.chroma = 3 - valueOf(unit, "subsampling_x") - valueOf(unit, "subsampling_y");
+    }
     return facts;
 }
 

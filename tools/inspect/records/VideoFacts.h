@@ -1,4 +1,4 @@
-// What a record of video says about its pictures, from its first sequence parameter set.
+// What a sequence parameter set says about the pictures.
 
 #pragma once
 
@@ -37,6 +37,8 @@ struct VideoFacts {
 
     uint64_t frames = 0;  // in so many seconds; 0 = unknown
     uint64_t seconds = 0;
+
+    bool operator==(const VideoFacts&) const = default;
 };
 
 using VideoFactsReader = std::optional<VideoFacts> (*)(Elements unit);
@@ -44,6 +46,7 @@ using VideoFactsReader = std::optional<VideoFacts> (*)(Elements unit);
 // Nothing of a unit that is no such set, or not whole up to the picture.
 std::optional<VideoFacts> avcFacts(Elements unit);   // ITU-T H.264 7.3.2.1, A.3
 std::optional<VideoFacts> hevcFacts(Elements unit);  // ITU-T H.265 7.3.2.2, A.4
+std::optional<VideoFacts> vp9Facts(Elements unit);   // VP9 6.2
 std::optional<VideoFacts> av1Facts(Elements unit);   // AV1 5.5
 
 // The value of the first of that name.

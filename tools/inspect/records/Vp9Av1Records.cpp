@@ -9,9 +9,33 @@ std::string subsamplingText(uint64_t value) {
     return nameOf(kNames, value, "reserved");
 }
 
+// WebM's VP9 Codec Feature Metadata: a number, a size and that many bytes each.
+void readVp9Features(Annotator& out) {
+    constexpr const char* kIds[] = {"", "profile", "level", "bit depth", "chroma subsampling"};
+    constexpr Field kValues[] = {{"value", 8},
+                                 {"profile", 8},
+                                 {"level", 8, tenthsText},
+                                 {"bitDepth", 8},
+                                 {"chromaSubsampling", 8, subsamplingText}};
+    while (out.ok() && out.remaining() > 0) {
+        const uint64_t id = out.big("id", 8, kIds);
+        const uint64_t size = out.big("length", 8);
+        if (size == 1 && id < std::size(kValues)) {
+            out.big({kValues[id]});
+        } else {
+            out.bytes("value", size);
+        }
+    }
+}
+
 }  // namespace
 
 std::string readVp9Record(Annotator& out) {
+    const Bytes data = out.ahead();  // a feature's size, or vpcC's flags, which are zero
+    if (data.size() > 1 && data[1] != 0) {
+        readVp9Features(out);
+        return {};
+    }
     out.big({{"version", 8},
              {"flags", 24},
              {"profile", 8},
@@ -23,6 +47,12 @@ std::string readVp9Record(Annotator& out) {
              {"transferCharacteristics", 8, transferText},
              {"matrixCoefficients", 8, matrixText}});
     out.bytes("codecInitializationData", out.big("codecInitializationDataSize", 16));
+    return {};
+}
+
+std::string readVp9Frame(Annotator& out) {
+    HeaderTrace trace(AV_CODEC_ID_VP9);
+    readUnit(out, trace, vp9Facts);
     return {};
 }
 

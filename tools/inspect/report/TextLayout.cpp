@@ -21,12 +21,13 @@ bool isNarrow(size_t columns) {
     return columns < 60;
 }
 
-// What follows stands a little further in than the beginning, and columns of a table close up.
+// What follows stands a little further in than the beginning, a word without room for that less,
+// and columns of a table close up.
 std::string wrappedLine(std::string_view line, size_t columns) {
     const size_t leading = std::min(line.find_first_not_of(' '), line.size());
     const size_t most = columns / (isNarrow(columns) ? 4 : 2);
     std::string out(std::min(leading, most), ' ');
-    const std::string indent(std::min(leading, most) + 2, ' ');
+    const size_t indent = std::min(leading, most) + 2;
     size_t used = out.size();
     line.remove_prefix(leading);
     while (!line.empty()) {
@@ -35,9 +36,10 @@ std::string wrappedLine(std::string_view line, size_t columns) {
         line.remove_prefix(word.size());
         const size_t gap = std::min(line.find_first_not_of(' '), line.size());
         line.remove_prefix(gap);
-        if (used > indent.size() && used + width > columns) {
-            out.erase(out.find_last_not_of(' ') + 1).append('\n' + indent);
-            used = indent.size();
+        if (used + width > columns) {
+            out.erase(out.find_last_not_of(' ') + 1).append(out.empty() ? "" : "\n");
+            used = std::min(indent, columns - std::min(columns, width));
+            out.append(used, ' ');
         }
         out.append(word).append(std::min<size_t>(gap, 2), ' ');
         used += width + std::min<size_t>(gap, 2);

@@ -67,14 +67,15 @@ Why whyNoSets(const Stream& stream, const std::vector<ParameterSets>& all) {
     return {};
 }
 
-Why whyNoPicture(const std::optional<VideoFacts>& facts) {
+Why whyNoPicture(const std::vector<VideoFacts>& all) {
     constexpr uint64_t kMostSamples = 1 << 15;  // along a side; the largest levels allow half
-    if (!facts) return "the SPS in the configuration record makes no sense";
-    const bool isSane = facts->width > 0 && facts->height > 0 && facts->width <= kMostSamples &&
-                        facts->height <= kMostSamples;
+    if (all.empty()) return "the SPS in the configuration record makes no sense";
+    const VideoFacts& facts = all.front();
+    const bool isSane = facts.width > 0 && facts.height > 0 && facts.width <= kMostSamples &&
+                        facts.height <= kMostSamples;
     if (isSane) return {};
-    return "the SPS in the configuration record tells a picture of " +
-           std::to_string(facts->width) + "x" + std::to_string(facts->height);
+    return "the SPS in the configuration record tells a picture of " + std::to_string(facts.width) +
+           "x" + std::to_string(facts.height);
 }
 
 // ISO/IEC 14496-15 5.3.3.1.2, 8.3.3.1.2

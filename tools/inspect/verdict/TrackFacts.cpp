@@ -4,9 +4,12 @@
 #include <string_view>
 
 #include "inspect/devices/Profiles.h"
+#include "zrcodecparser/CodecType.h"
 
 namespace inspect {
 namespace {
+
+using namespace android;
 
 std::optional<int64_t> known(int64_t number) {
     return number > 0 ? std::optional(number) : std::nullopt;
@@ -37,25 +40,15 @@ std::optional<int> aacProfile(const Stream& stream, const std::vector<Record>& r
     return isTold ? *type - 1 : stream.profile;
 }
 
-// The box vpcC, or WebM's features: runs of a number, a size and that many bytes.
-std::optional<int> vp9Level(const Stream& stream, const std::vector<Record>& records) {
-    constexpr uint8_t kLevel = 2;
-    if (stream.boxName == "vp09") return fieldOf(records, "level");
-    ByteCursor features(stream.privateData);
-    while (features.remaining() > 0) {
-        const uint8_t feature = features.u8();
-        const Bytes value = features.take(features.u8());
-        if (feature == kLevel && value.size() == 1) return value[0];
-    }
-    return {};
-}
-
 Indication indicationOf(const Stream& stream, const std::vector<Record>& records) {
     Indication said = {.profile = stream.profile,
                        .level = stream.level,
                        .bitDepth = known(int64_t{stream.video.bitDepth})};
     if (stream.codec.starts_with("aac")) said.profile = aacProfile(stream, records);
-    if (stream.codec == "vp9" && !said.level) said.level = vp9Level(stream, records);
+    if (stream.codec == "vp9" && !said.level) {
+        const Record own = readRecord(kCodecTypeVp9, kPrivateData, stream.privateData);
+        said.level = fieldOf({own}, "level");
+    }
     if (stream.codec == "av1" && !said.level) said.level = fieldOf(records, "seq_level_idx_0");
     said.constraints = static_cast<unsigned>(fieldOf(records, "profile_compatibility").value_or(0));
     said.isHighTier = fieldOf(records, "general_tier_flag").value_or(0) != 0;
