@@ -97,7 +97,8 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
     app.footer(
             "Exit status: 0 when every file was described, 1 when one could not be read, is "
             "truncated or fails\n--verify, or a file could not be written, 2 for a wrong command "
-            "line or an unknown device, 3\nwhen --check is not met, or less plays than in --against, and nothing else is wrong.");
+            "line or an unknown device, 3\nwhen --check is not met, or less plays than in "
+            "--against, and nothing else is wrong.");
     app.set_version_flag("--version", android::ZRCODECPARSER_VERSION,
                          "Print the library's version");
     app.add_option("FILE", options.files, "Files and folders to look at; - is standard input")
@@ -109,7 +110,7 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
     app.add_flag("--check{all}", options.check,
                  "Exit with 3 when something does not play: =video, =audio or =all")
             ->check(CLI::IsMember({"video", "audio", "all"}).description(""));
-    app.add_flag("--quiet,-q", options.quiet, "Print errors only");
+    app.add_flag("--quiet,-q", options.quiet, "Print errors only, and the lines of --jsonl");
     app.add_flag("--log", options.log, "Print what the library wrote to its log");
     app.add_flag("--explain", options.scope.explain, "Print the codec data byte by byte");
     addGlueOptions(app, options.scope);

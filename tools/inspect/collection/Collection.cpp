@@ -228,7 +228,7 @@ void Run::say(const Finding& finding) {
                         play.reason) +
                 '\n';
     }
-    if (mOptions.quiet || text.empty()) return;
+    if (text.empty() || (mOptions.quiet && !mOptions.lines)) return;
     mProgress.hide();
     mCanPrint = print(text);
 }
