@@ -10,6 +10,7 @@
 
 #include "zrcodecparser/Export.h"
 
+/// What parsers and decoder glue call, and the platform's classes.
 namespace android {
 
 /// The version of the library that is loaded, which may be newer than these headers.
