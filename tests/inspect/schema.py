@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Runs zrinspect --json with all its options over the samples: every document must fit
-docs/zrinspect.schema.json, its facts be ffprobe's, and the examples of docs/json.md come out. So
-must fit the documents that other tests have collected in a file.
+docs/zrinspect.schema.json, and its facts be ffprobe's. So must fit the documents that other tests have
+collected in a file.
 
 usage: schema.py ZRINSPECT DOCUMENTS
 """
@@ -9,7 +9,6 @@ usage: schema.py ZRINSPECT DOCUMENTS
 import json
 import os
 import re
-import shlex
 import shutil
 import subprocess
 import sys
@@ -89,18 +88,6 @@ def check_samples(inspect, folder):
     return wrong
 
 
-def check_examples(program):
-    """Those of the page, each a command and what it prints."""
-    wrong = []
-    page = (PROJECT / 'docs/json.md').read_text()
-    for command, expected in re.findall(r'^```\n\$ (.*\n(?: {4}.*\n)*)((?:.*\n)*?)```$', page, re.M):
-        command = command.replace('scripts/inspect', shlex.quote(str(program)))
-        done = subprocess.run(['bash', '-c', command], cwd=PROJECT, capture_output=True, text=True,
-                              check=False)
-        if done.stdout != expected: wrong.append(f'{command}prints\n{done.stdout}{done.stderr}')
-    return wrong
-
-
 def check_collected(text):
     """Documents one behind the other."""
     wrong, at, decoder = [], 0, json.JSONDecoder()
@@ -119,7 +106,7 @@ def main():
                               check=False)
         return json.loads(done.stdout)
     with tempfile.TemporaryDirectory() as folder: wrong = check_samples(inspect, folder)
-    wrong += check_examples(program) + check_collected(documents.read_text())
+    wrong += check_collected(documents.read_text())
     documents.unlink()  # it would grow with every run
     print(*wrong, sep='\n', end='\n' if wrong else '')
     return 1 if wrong else 0
