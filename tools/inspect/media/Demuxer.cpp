@@ -51,15 +51,23 @@ Demuxer::Demuxer(const OpenFile& file, Samples samples) : mStream(file.input(), 
         status = avformat_find_stream_info(context, nullptr);
         mStream.limit(FileStream::kNoLimit);
     }
-    // Nobody can see into packets that are scrambled.
-    const auto isStreamKnown = [scrambled = scrambledStreams(file)](const AVStream* each) {
-        return isKnown(*each->codecpar) || scrambled.contains(each->id);
-    };
     // Codec data that are missing fail the second step, though the headers tell of the tracks.
-    if (mContext != nullptr && std::ranges::any_of(streams(), isStreamKnown)) return;
+    // Nobody can see into packets that are scrambled.
+    if (mContext != nullptr && (hasKnownStream() || hasScrambledStream(file))) return;
 
     if (!file.isSure()) failAsNotMedia(file.input());
     throw FileError(whyUnreadable(status, file.extent().truncation));
+}
+
+bool Demuxer::hasKnownStream() const {
+    return std::ranges::any_of(streams(),
+                               [](const AVStream* each) { return isKnown(*each->codecpar); });
+}
+
+bool Demuxer::hasScrambledStream(const OpenFile& file) const {
+    const std::set<int> scrambled = scrambledStreams(file);
+    return std::ranges::any_of(streams(),
+                               [&](const AVStream* each) { return scrambled.contains(each->id); });
 }
 
 std::pair<int, int> Demuxer::storedSize(int stream) const {

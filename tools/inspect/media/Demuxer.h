@@ -27,6 +27,9 @@ public:
     std::pair<int, int> storedSize(int stream) const;
 
 private:
+    bool hasKnownStream() const;
+    bool hasScrambledStream(const OpenFile& file) const;
+
     FileStream mStream;
     LibAvPtr<AVFormatContext> mContext;
     std::vector<std::pair<int, int>> mStoredSizes;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 
 #include "inspect/base/Bytes.h"
 
@@ -91,8 +92,11 @@ void countProgramPackets(Bytes data, Counts& counts) {
 std::set<int> scrambledStreams(const OpenFile& open) {
     const bool isTransport = open.format() == "mpegts";
     if (!isTransport && open.format() != "mpeg") return {};
-    ByteVector head(2 << 20);
-    head.resize(static_cast<size_t>(std::max<int64_t>(open.input().readAt(0, head), 0)));
+    constexpr int64_t kMostRead = 2 << 20;
+    const auto size = static_cast<size_t>(std::min(open.input().size(), kMostRead));
+    const auto bytes = std::make_unique_for_overwrite<uint8_t[]>(size);
+    const int64_t got = open.input().readAt(0, {bytes.get(), size});
+    const Bytes head(bytes.get(), static_cast<size_t>(std::max<int64_t>(got, 0)));
     Counts counts;
     isTransport ? countTransportPackets(head, counts) : countProgramPackets(head, counts);
     return counts.mostlyScrambled();

@@ -43,9 +43,15 @@ struct Record {
 // For the name of the container's private data, where the library only reads numbers from these.
 inline constexpr std::string_view kPrivateData = "private data";
 
+enum class Detail {
+    kFacts,  // SEI messages, which can be long, stay bytes
+    kAll,
+};
+
 // Reads what there is, and says so when it cannot be read. Anything unknown counts as a run of
 // bytes.
-Record readRecord(uint32_t codecType, std::string_view key, Bytes data);
+Record readRecord(uint32_t codecType, std::string_view key, Bytes data,
+                  Detail detail = Detail::kFacts);
 
 bool hasReader(uint32_t codecType, std::string_view key);
 
