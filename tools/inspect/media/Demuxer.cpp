@@ -1,6 +1,8 @@
 #include "inspect/media/Demuxer.h"
 
 #include <algorithm>
+#include <array>
+#include <memory>
 #include <new>
 #include <utility>
 
@@ -23,6 +25,44 @@ bool isKnown(const AVCodecParameters& codec) {
         case AVMEDIA_TYPE_AUDIO: return codec.sample_rate > 0;
         default: return true;
     }
+}
+
+// The beginning of a frame of DTS (ETSI TS 102 114 5.3, also in words of 14 bits) or of AC-3 (ETSI
+// TS 102 366 4.4.1, E.1.2.2), in either order of bytes.
+bool isSyncWord(const uint8_t* bytes) {
+    const auto isAc3 = [](uint8_t rate, uint8_t bsid) {
+        return rate >> 6 != 3 && (bsid >> 3 == 8 || bsid >> 3 == 16);
+    };
+    switch (bytes[0] << 8 | bytes[1]) {
+        case 0x7FFE: return bytes[2] == 0x80 && bytes[3] == 0x01;
+        case 0xFE7F: return bytes[2] == 0x01 && bytes[3] == 0x80;
+        case 0x1FFF: return bytes[2] == 0xE8 && bytes[3] == 0x00;
+        case 0xFF1F: return bytes[2] == 0x00 && bytes[3] == 0xE8;
+        case 0x0B77: return isAc3(bytes[4], bytes[5]);
+        case 0x770B: return isAc3(bytes[5], bytes[4]);
+        default: return false;
+    }
+}
+
+// Whether samples may be frames of a codec that only pretend to be samples.
+bool mayBeFrames(const InputFile& file) {
+    constexpr size_t kLookedInto = 128 << 10;  // as libavformat does
+    constexpr size_t kSyncBytes = 6;
+    constexpr auto kFirst = [] {
+        std::array<bool, 256> isFirst{};
+        for (const uint8_t each : std::to_array<uint8_t>({0x7F, 0xFE, 0x1F, 0xFF, 0x0B, 0x77}))
+            isFirst[each] = true;
+        return isFirst;
+    }();
+    std::array<uint8_t, (8 << 10) + kSyncBytes> block;
+    for (size_t offset = 0; offset < kLookedInto; offset += block.size() - kSyncBytes) {
+        const int64_t got = file.readAt(static_cast<int64_t>(offset), block);
+        for (size_t i = 0; static_cast<int64_t>(i + kSyncBytes) <= got; i++) {
+            if (kFirst[block[i]] && isSyncWord(&block[i])) return true;
+        }
+        if (got < static_cast<int64_t>(block.size())) break;
+    }
+    return false;
 }
 
 std::string whyUnreadable(int status, const std::optional<std::string>& truncation) {
@@ -56,6 +96,7 @@ int Demuxer::start(const OpenFile& file, Samples samples, bool sparesDecoders) {
     context->pb = stream.get();
     context->io_open = refuseOtherFiles;
     if (samples == Samples::kAsStored) context->flags |= AVFMT_FLAG_NOPARSE;
+    if (file.format() == "wav" && !mayBeFrames(file.input())) context->max_probe_packets = 1;
     const char* path = file.input().path().c_str();
     int status = avformat_open_input(&context, path, &file.demuxer(), nullptr);
     mContext.reset(status < 0 ? nullptr : context);
