@@ -38,11 +38,11 @@ std::vector<CodecDatum> addedNumbers(const FormatChange& change) {
 
 }  // namespace
 
-std::vector<Record> readCodecData(const Stream& stream, const FormatChange& change) {
+std::vector<Record> readCodecData(const Stream& stream, const FormatChange& change, Detail detail) {
     std::vector<Record> records;
     for (const auto& [key, value] : change.after) {
         if (const auto* bytes = std::get_if<ByteVector>(&value)) {
-            records.push_back(readRecord(stream.codecType, key, *bytes));
+            records.push_back(readRecord(stream.codecType, key, *bytes, detail));
         }
     }
     std::ranges::sort(records, {}, &Record::key);
@@ -52,7 +52,7 @@ std::vector<Record> readCodecData(const Stream& stream, const FormatChange& chan
         return {readRecord(stream.codecType, kFirstFrame, stream.firstHeader)};
     }
     if (hasReader(stream.codecType, kPrivateData) || !addedNumbers(change).empty()) {
-        records.push_back(readRecord(stream.codecType, kPrivateData, stream.privateData));
+        records.push_back(readRecord(stream.codecType, kPrivateData, stream.privateData, detail));
     }
     return records;
 }

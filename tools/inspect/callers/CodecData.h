@@ -27,7 +27,7 @@ struct FormatChange {
 
 // Every buffer in a track's format, by key; where the library stored none, the private data, if it
 // took numbers from them or they are known here, or the header of the first key frame.
-std::vector<Record> readCodecData(const Stream& stream, const FormatChange& change);
+std::vector<Record> readCodecData(const Stream& stream, const FormatChange& change, Detail detail);
 
 // The buffers among these in words; the numbers that the operation added where it added none.
 std::vector<CodecDatum> describeCodecData(const std::vector<Record>& records,

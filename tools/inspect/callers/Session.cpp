@@ -65,8 +65,9 @@ void storeScrambled(const Stream& stream, const Format& format) {
 
 }  // namespace
 
-Session::Session(host::Device device)
+Session::Session(host::Device device, Detail detail)
     : mDevice(std::move(device)),
+      mDetail(detail),
       mSink([this](const host::LogLine& line) { mLog.push_back(line); }) {}
 
 std::vector<host::LogLine> Session::takeLog() {
@@ -119,7 +120,7 @@ void Session::takeCodecData(const Stream& stream, TrackInfo& info, const Format&
     const size_t logged = mLog.size();
     const status_t status = storeCodecData(*mHelper, stream, info, format.get());
     const FormatChange change = {before, format.entries()};
-    found.records = readCodecData(stream, change);
+    found.records = readCodecData(stream, change, mDetail);
     std::string note = failureNote(status, mLog, logged);
     if (status != OK && holdsUnchanged(change.after, stream.privateData)) {
         const bool isMeant = isFinishedHevcRecord(stream.codecType, found.records);

@@ -27,7 +27,8 @@ struct TrackFindings {
 // Owns the platform's device, log sink and fatal handler while it lives: one at a time.
 class Session {
 public:
-    explicit Session(host::Device device);
+    // Detail: of the records in the findings.
+    explicit Session(host::Device device, Detail detail = Detail::kFacts);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
@@ -43,6 +44,7 @@ private:
                        TrackFindings& found);
 
     OnDevice mDevice;
+    const Detail mDetail;
     std::vector<host::LogLine> mLog;
     LogSink mSink;
     const android::sp<android::MediaExtractorHelper> mHelper = new android::MediaExtractorHelper;

@@ -1,8 +1,12 @@
 #include "inspect/media/Demuxer.h"
 
 #include <algorithm>
+#include <array>
+#include <memory>
 #include <new>
+#include <utility>
 
+#include "inspect/media/FirstPacket.h"
 #include "inspect/media/Scrambling.h"
 
 namespace inspect {
@@ -23,6 +27,44 @@ bool isKnown(const AVCodecParameters& codec) {
     }
 }
 
+// The beginning of a frame of DTS (ETSI TS 102 114 5.3, also in words of 14 bits) or of AC-3 (ETSI
+// TS 102 366 4.4.1, E.1.2.2), in either order of bytes.
+bool isSyncWord(const uint8_t* bytes) {
+    const auto isAc3 = [](uint8_t rate, uint8_t bsid) {
+        return rate >> 6 != 3 && (bsid >> 3 == 8 || bsid >> 3 == 16);
+    };
+    switch (bytes[0] << 8 | bytes[1]) {
+        case 0x7FFE: return bytes[2] == 0x80 && bytes[3] == 0x01;
+        case 0xFE7F: return bytes[2] == 0x01 && bytes[3] == 0x80;
+        case 0x1FFF: return bytes[2] == 0xE8 && bytes[3] == 0x00;
+        case 0xFF1F: return bytes[2] == 0x00 && bytes[3] == 0xE8;
+        case 0x0B77: return isAc3(bytes[4], bytes[5]);
+        case 0x770B: return isAc3(bytes[5], bytes[4]);
+        default: return false;
+    }
+}
+
+// Whether samples may be frames of a codec that only pretend to be samples.
+bool mayBeFrames(const InputFile& file) {
+    constexpr size_t kLookedInto = 128 << 10;  // as libavformat does
+    constexpr size_t kSyncBytes = 6;
+    constexpr auto kFirst = [] {
+        std::array<bool, 256> isFirst{};
+        for (const uint8_t each : std::to_array<uint8_t>({0x7F, 0xFE, 0x1F, 0xFF, 0x0B, 0x77}))
+            isFirst[each] = true;
+        return isFirst;
+    }();
+    std::array<uint8_t, (8 << 10) + kSyncBytes> block;
+    for (size_t offset = 0; offset < kLookedInto; offset += block.size() - kSyncBytes) {
+        const int64_t got = file.readAt(static_cast<int64_t>(offset), block);
+        for (size_t i = 0; static_cast<int64_t>(i + kSyncBytes) <= got; i++) {
+            if (kFirst[block[i]] && isSyncWord(&block[i])) return true;
+        }
+        if (got < static_cast<int64_t>(block.size())) break;
+    }
+    return false;
+}
+
 std::string whyUnreadable(int status, const std::optional<std::string>& truncation) {
     const std::string truncated = "is truncated: ";
     const std::string why = status < 0 ? readingError(status) : "no track can be read";
@@ -32,34 +74,91 @@ std::string whyUnreadable(int status, const std::optional<std::string>& truncati
 
 }  // namespace
 
-Demuxer::Demuxer(const OpenFile& file, Samples samples) : mStream(file.input(), file.extent().end) {
-    AVFormatContext* context = avformat_alloc_context();
-    if (context == nullptr) throw std::bad_alloc();
-    context->pb = mStream.get();
-    context->io_open = refuseOtherFiles;
-    if (samples == Samples::kAsStored) context->flags |= AVFMT_FLAG_NOPARSE;
-    const char* path = file.input().path().c_str();
-    int status = avformat_open_input(&context, path, &file.demuxer(), nullptr);
-    mContext.reset(status < 0 ? nullptr : context);
-    if (status >= 0) {
-        for (const AVStream* each : streams()) {
-            mStoredSizes.emplace_back(each->codecpar->width, each->codecpar->height);
-        }
-        // Behind the headers: enough for any frames that come, and an end to what is none.
-        constexpr int64_t kMostRead = 48 << 20;
-        mStream.limit(kMostRead);
-        status = avformat_find_stream_info(context, nullptr);
-        mStream.limit(FileStream::kNoLimit);
-    }
-    // Nobody can see into packets that are scrambled.
-    const auto isStreamKnown = [scrambled = scrambledStreams(file)](const AVStream* each) {
-        return isKnown(*each->codecpar) || scrambled.contains(each->id);
-    };
+Demuxer::Demuxer(const OpenFile& file, Samples samples) {
+    int status = start(file, samples, true);
+    if (!readFirstPackets()) status = start(file, samples, false);
     // Codec data that are missing fail the second step, though the headers tell of the tracks.
-    if (mContext != nullptr && std::ranges::any_of(streams(), isStreamKnown)) return;
+    // Nobody can see into packets that are scrambled.
+    if (mContext != nullptr && (hasKnownStream() || hasScrambledStream(file))) return;
 
     if (!file.isSure()) failAsNotMedia(file.input());
     throw FileError(whyUnreadable(status, file.extent().truncation));
+}
+
+int Demuxer::start(const OpenFile& file, Samples samples, bool sparesDecoders) {
+    mContext.reset();
+    mSpared.clear();
+    mRead.clear();
+    mStoredSizes.clear();
+    FileStream& stream = mStream.emplace(file.input(), file.extent().end);
+    AVFormatContext* context = avformat_alloc_context();
+    if (context == nullptr) throw std::bad_alloc();
+    context->pb = stream.get();
+    context->io_open = refuseOtherFiles;
+    if (samples == Samples::kAsStored) context->flags |= AVFMT_FLAG_NOPARSE;
+    if (file.format() == "wav" && !mayBeFrames(file.input())) context->max_probe_packets = 1;
+    const char* path = file.input().path().c_str();
+    int status = avformat_open_input(&context, path, &file.demuxer(), nullptr);
+    mContext.reset(status < 0 ? nullptr : context);
+    if (status < 0) return status;
+    for (const AVStream* each : streams()) {
+        mStoredSizes.emplace_back(each->codecpar->width, each->codecpar->height);
+    }
+    // Behind the headers: enough for any frames that come, and an end to what is none.
+    constexpr int64_t kMostRead = 48 << 20;
+    stream.limit(kMostRead);
+    status = findStreamInfo(sparesDecoders && samples == Samples::kWhole);
+    stream.limit(FileStream::kNoLimit);
+    return status;
+}
+
+int Demuxer::findStreamInfo(bool sparesDecoders) {
+    std::vector<AVDictionary*> options(streams().size());
+    for (AVStream* each : streams()) {
+        if (!sparesDecoders || !canBeReadFromPacket(*each)) continue;
+        each->codecpar->format = AV_PIX_FMT_YUV420P;  // so that nobody looks for it
+        av_dict_set(&options[static_cast<size_t>(each->index)], "codec_whitelist", "none", 0);
+        mSpared.insert(each->index);
+    }
+    const int status = avformat_find_stream_info(mContext.get(), options.data());
+    for (AVDictionary*& each : options) av_dict_free(&each);
+    return status;
+}
+
+bool Demuxer::readFirstPackets() {
+    constexpr size_t kMostPackets = 64;
+    while (!mSpared.empty()) {
+        LibAvPtr<AVPacket> packet(av_packet_alloc());
+        const bool isRead = packet != nullptr && mRead.size() < kMostPackets &&
+                            av_read_frame(mContext.get(), packet.get()) >= 0;
+        const int index = isRead ? packet->stream_index : -1;
+        const bool isKnown =
+                isRead &&
+                (!mSpared.contains(index) ||
+                 readFromPacket(*packet, *streams()[static_cast<size_t>(index)]->codecpar));
+        if (!isKnown) return false;
+        mSpared.erase(index);
+        mRead.push_back(std::move(packet));
+    }
+    return true;
+}
+
+int Demuxer::read(AVPacket& packet) const {
+    if (mRead.empty()) return av_read_frame(mContext.get(), &packet);
+    av_packet_move_ref(&packet, mRead.front().get());
+    mRead.pop_front();
+    return 0;
+}
+
+bool Demuxer::hasKnownStream() const {
+    return std::ranges::any_of(streams(),
+                               [](const AVStream* each) { return isKnown(*each->codecpar); });
+}
+
+bool Demuxer::hasScrambledStream(const OpenFile& file) const {
+    const std::set<int> scrambled = scrambledStreams(file);
+    return std::ranges::any_of(streams(),
+                               [&](const AVStream* each) { return scrambled.contains(each->id); });
 }
 
 std::pair<int, int> Demuxer::storedSize(int stream) const {

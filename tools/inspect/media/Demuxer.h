@@ -2,6 +2,9 @@
 
 #pragma once
 
+#include <deque>
+#include <optional>
+#include <set>
 #include <span>
 #include <utility>
 #include <vector>
@@ -26,10 +29,23 @@ public:
     // Of a stream's video, by the container alone: the codec's headers have no say. Zeros: unknown.
     std::pair<int, int> storedSize(int stream) const;
 
+    // As av_read_frame does.
+    int read(AVPacket& packet) const;
+
 private:
-    FileStream mStream;
+    // Returns libav's status. A decoder is spared where the first packet tells as much.
+    int start(const OpenFile& file, Samples samples, bool sparesDecoders);
+    int findStreamInfo(bool sparesDecoders);
+    // Of the streams that were spared a decoder. False: one of them needs it.
+    bool readFirstPackets();
+    bool hasKnownStream() const;
+    bool hasScrambledStream(const OpenFile& file) const;
+
+    std::optional<FileStream> mStream;
     LibAvPtr<AVFormatContext> mContext;
     std::vector<std::pair<int, int>> mStoredSizes;
+    std::set<int> mSpared;                         // streams, by index
+    mutable std::deque<LibAvPtr<AVPacket>> mRead;  // ahead of whoever asks for them
 };
 
 }  // namespace inspect

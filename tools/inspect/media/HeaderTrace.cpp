@@ -4,6 +4,7 @@
 #include <array>
 #include <cinttypes>
 #include <cstdio>
+#include <cstring>
 #include <new>
 
 namespace inspect {
@@ -16,21 +17,14 @@ class Elements {
 public:
     explicit Elements(size_t most) : mMost(most) {}
 
-    void hear(const char* line) {
+    void hear(const char* format, va_list arguments) {
         if (mIsOver || mList.size() >= mMost) return;
-        std::array<char, 96> name{};
-        std::array<char, 72> bits{};
-        size_t position = 0;
-        int64_t value = 0;
-        if (std::sscanf(line, "%zu %95s %71[01] = %" SCNd64, &position, name.data(), bits.data(),
-                        &value) == 4) {
-            const auto count = static_cast<unsigned>(std::string_view(bits.data()).size());
-            mIsOver = position != mBits;  // another unit
-            if (!mIsOver) mList.push_back({name.data(), count, value});
-            mBits += count;
-        } else if (std::sscanf(line, "%zu", &position) == 0) {
-            mList.push_back({line, 0, 0});
-        }
+        if (std::strcmp(format, kElementFormat) == 0) return hearElement(arguments);
+        std::array<char, 256> text{};
+        std::vsnprintf(text.data(), text.size(), format, arguments);
+        std::string line(text.data());
+        line.erase(line.find_last_not_of("\n ") + 1);
+        hearLine(line.c_str());
     }
 
     // Without the first heading, which is about the packet, and those that head nothing.
@@ -41,6 +35,37 @@ public:
     }
 
 private:
+    // As libavcodec has it: what it is made of needs no writing and reading.
+    static constexpr const char* kElementFormat = "%-10d  %s%*s = %" PRId64 "\n";
+
+    void hearElement(va_list arguments) {
+        const int position = va_arg(arguments, int);
+        const char* name = va_arg(arguments, const char*);
+        va_arg(arguments, int);  // the width of the bits
+        const std::string_view bits = va_arg(arguments, const char*);
+        if (!bits.empty())
+            add(static_cast<size_t>(position), name, bits, va_arg(arguments, int64_t));
+    }
+
+    void hearLine(const char* line) {
+        std::array<char, 96> name{};
+        std::array<char, 72> bits{};
+        size_t position = 0;
+        int64_t value = 0;
+        if (std::sscanf(line, "%zu %95s %71[01] = %" SCNd64, &position, name.data(), bits.data(),
+                        &value) == 4) {
+            add(position, name.data(), bits.data(), value);
+        } else if (std::sscanf(line, "%zu", &position) == 0) {
+            mList.push_back({line, 0, 0});
+        }
+    }
+
+    void add(size_t position, const char* name, std::string_view bits, int64_t value) {
+        mIsOver = position != mBits;  // another unit
+        if (!mIsOver) mList.push_back({name, static_cast<unsigned>(bits.size()), value});
+        mBits += bits.size();
+    }
+
     size_t mMost;
     size_t mBits = 0;
     bool mIsOver = false;
@@ -73,7 +98,8 @@ std::vector<SyntaxElement> HeaderTrace::read(Bytes unit) {
     std::ranges::copy(unit, packet->data + before);
 
     Elements elements(mBudget);
-    setLibAvListener([&](const char* line) { elements.hear(line); });
+    setLibAvListener(
+            [&](const char* format, va_list arguments) { elements.hear(format, arguments); });
     if (av_bsf_send_packet(mFilter.get(), packet.get()) >= 0) {
         av_bsf_receive_packet(mFilter.get(), packet.get());
     }

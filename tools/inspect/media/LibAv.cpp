@@ -1,9 +1,6 @@
 #include "inspect/media/LibAv.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdarg>
-#include <cstdio>
 #include <new>
 #include <utility>
 
@@ -13,20 +10,15 @@ namespace {
 constexpr int kBufferBytes = 1 << 15;
 
 // libav has one callback for the process, without an argument of the user's.
-std::function<void(const char* line)> listener;
+LibAvListener listener;
 
 void passOn(void* /*source*/, int level, const char* format, va_list arguments) {
-    if (level != AV_LOG_INFO || listener == nullptr) return;
-    std::array<char, 256> line{};
-    std::vsnprintf(line.data(), line.size(), format, arguments);
-    std::string text(line.data());
-    text.erase(text.find_last_not_of("\n ") + 1);
-    listener(text.c_str());
+    if (level == AV_LOG_INFO && listener != nullptr) listener(format, arguments);
 }
 
 }  // namespace
 
-void setLibAvListener(std::function<void(const char* line)> hear) {
+void setLibAvListener(LibAvListener hear) {
     listener = std::move(hear);
     av_log_set_callback(passOn);
 }

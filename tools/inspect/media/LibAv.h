@@ -8,6 +8,7 @@ extern "C" {
 #include <libavformat/avformat.h>
 }
 
+#include <cstdarg>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -54,9 +55,12 @@ private:
     LibAvPtr<AVIOContext> mContext;
 };
 
-// Who hears libav's messages at AV_LOG_INFO from now on, without their ends of line. The others,
-// and all of them when it is nobody, go nowhere.
-void setLibAvListener(std::function<void(const char* line)> hear);
+// Takes a message as printf does.
+using LibAvListener = std::function<void(const char* format, va_list arguments)>;
+
+// Who hears libav's messages at AV_LOG_INFO from now on. The others, and all of them when it is
+// nobody, go nowhere.
+void setLibAvListener(LibAvListener hear);
 
 // What libav's status, an AVERROR, means for a file, in words.
 std::string readingError(int status);

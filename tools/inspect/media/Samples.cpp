@@ -77,7 +77,7 @@ int walkSamples(const OpenFile& open, const Demuxer& demuxer,
     Progress progress(open.input().path(), open.input().size());
     const LibAvPtr<AVPacket> packet(av_packet_alloc());
     for (int64_t count = 1; count <= kMostSamples && bytesLeft >= 0; count++) {
-        const int status = av_read_frame(&demuxer.context(), packet.get());
+        const int status = demuxer.read(*packet);
         progress.show(avio_tell(demuxer.context().pb));
         const bool isBehindEnd = status == AVERROR_EOF || status == AVERROR_INVALIDDATA;
         if (isBehindEnd && hasWholeIndex(open)) {

@@ -1,7 +1,8 @@
 #include "inspect/media/Scrambling.h"
 
 #include <algorithm>
-#include <map>
+#include <array>
+#include <memory>
 
 #include "inspect/base/Bytes.h"
 
@@ -10,18 +11,20 @@ namespace {
 
 class Counts {
 public:
-    void add(int id, bool isScrambled) { mScrambledLessClear[id] += isScrambled ? 1 : -1; }
+    void add(int id, bool isScrambled) {
+        mScrambledLessClear[static_cast<size_t>(id)] += isScrambled ? 1 : -1;
+    }
 
     std::set<int> mostlyScrambled() const {
         std::set<int> ids;
-        for (const auto& [id, excess] : mScrambledLessClear) {
-            if (excess > 0) ids.insert(id);
+        for (size_t id = 0; id < mScrambledLessClear.size(); id++) {
+            if (mScrambledLessClear[id] > 0) ids.insert(static_cast<int>(id));
         }
         return ids;
     }
 
 private:
-    std::map<int, int> mScrambledLessClear;
+    std::array<int, 0x2000> mScrambledLessClear{};  // a PID has 13 bits, other ids fewer
 };
 
 constexpr uint8_t kSync = 0x47;
@@ -45,13 +48,12 @@ void countTransportPackets(Bytes data, Counts& counts) {
     constexpr size_t kHeader = 4;
     while (data.size() >= kHeader) {
         const size_t distance = packetDistance(data);
-        const auto next = std::ranges::find(data.subspan(1), kSync);
-        const size_t step = distance != 0 ? distance : static_cast<size_t>(next - data.begin());
         const bool hasPayload = (data[3] & 0x10) != 0;
         if (distance != 0 && hasPayload) {
             counts.add((data[1] & 0x1F) << 8 | data[2], (data[3] & 0xC0) != 0);
         }
-        data = data.subspan(step);
+        const auto next = [&] { return std::ranges::find(data.subspan(1), kSync) - data.begin(); };
+        data = data.subspan(distance != 0 ? distance : static_cast<size_t>(next()));
     }
 }
 
@@ -91,8 +93,11 @@ void countProgramPackets(Bytes data, Counts& counts) {
 std::set<int> scrambledStreams(const OpenFile& open) {
     const bool isTransport = open.format() == "mpegts";
     if (!isTransport && open.format() != "mpeg") return {};
-    ByteVector head(2 << 20);
-    head.resize(static_cast<size_t>(std::max<int64_t>(open.input().readAt(0, head), 0)));
+    constexpr int64_t kMostRead = 2 << 20;
+    const auto size = static_cast<size_t>(std::min(open.input().size(), kMostRead));
+    const auto bytes = std::make_unique_for_overwrite<uint8_t[]>(size);
+    const int64_t got = open.input().readAt(0, {bytes.get(), size});
+    const Bytes head(bytes.get(), static_cast<size_t>(std::max<int64_t>(got, 0)));
     Counts counts;
     isTransport ? countTransportPackets(head, counts) : countProgramPackets(head, counts);
     return counts.mostlyScrambled();

@@ -18,8 +18,11 @@ std::string wordsFor(const Words& words, uint64_t value) {
 
 }  // namespace
 
-Annotator::Annotator(Bytes record)
-    : mBytes(record), mParts{{.end = record.size() * 8}}, mRecord{.sizeBytes = record.size()} {}
+Annotator::Annotator(Bytes record, Detail detail)
+    : mBytes(record),
+      mDetail(detail),
+      mParts{{.end = record.size() * 8}},
+      mRecord{.sizeBytes = record.size()} {}
 
 Bytes Annotator::ahead() const {
     const size_t first = (mPosition + 7) / 8;

@@ -32,7 +32,9 @@ struct Field {
 // count in the record drives must ask ok().
 class Annotator {
 public:
-    explicit Annotator(Bytes record);
+    explicit Annotator(Bytes record, Detail detail = Detail::kAll);
+
+    Detail detail() const { return mDetail; }
 
     // A number, the most significant bit first; above 64 bits only bytes, and 0. Fields that share
     // bytes have these in the first row.
@@ -110,6 +112,7 @@ private:
     void closePart();
 
     Bytes mBytes;
+    Detail mDetail;
     size_t mPosition = 0;  // in bits
     size_t mRun = 0;       // the row that gets the bytes of those that share them
     unsigned mDepth = 0;

@@ -7,12 +7,21 @@
 namespace inspect {
 namespace {
 
+// ITU-T H.265 7.3.1.2, Table 7-1. In a record of H.264 there is none.
+bool isHevcSei(Bytes unit) {
+    const int type = unit.empty() ? 0 : unit[0] >> 1 & 0x3F;
+    return type == 39 || type == 40;
+}
+
+// passOver: the units that stay bytes; null = none.
 void readSets(Annotator& out, HeaderTrace& trace, VideoFactsReader readFacts, uint64_t count,
-              const std::string& name, const std::string& lengthName) {
+              const std::string& name, const std::string& lengthName,
+              bool (*passOver)(Bytes unit) = nullptr) {
     for (uint64_t i = 1; i <= count && out.ok(); i++) {
         const uint64_t size = out.big(lengthName, 16);
         const auto unit = out.group(name + " " + std::to_string(i), size);
-        readUnit(out, trace, readFacts);
+        const bool isPassedOver = passOver != nullptr && passOver(out.ahead());
+        if (!isPassedOver) readUnit(out, trace, readFacts);
     }
 }
 
@@ -100,7 +109,8 @@ std::string readHevcRecord(Annotator& out) {
                                    {"NAL_unit_type", 6, hevcUnitName},
                                    {"numNalus", 16}});
         if (head[3] > 0) countOfType[head[2]] += head[3];
-        readSets(out, trace, hevcFacts, head[3], "nalUnit", "nalUnitLength");
+        readSets(out, trace, hevcFacts, head[3], "nalUnit", "nalUnitLength",
+                 out.detail() == Detail::kAll ? nullptr : isHevcSei);
     }
     if (!out.ok() || version != 1) return "not a complete HEVC configuration record";
     return "HEVC " + hevcProfileName(profile) + ", level " + hevcLevelText(level) + " (raw " +

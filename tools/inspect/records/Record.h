@@ -46,9 +46,15 @@ inline constexpr std::string_view kPrivateData = "private data";
 // For that of the first key frame's header, where there are no private data.
 inline constexpr std::string_view kFirstFrame = "first key frame";
 
+enum class Detail {
+    kFacts,  // SEI messages, which can be long, stay bytes
+    kAll,
+};
+
 // Reads what there is, and says so when it cannot be read. Anything unknown counts as a run of
 // bytes.
-Record readRecord(uint32_t codecType, std::string_view key, Bytes data);
+Record readRecord(uint32_t codecType, std::string_view key, Bytes data,
+                  Detail detail = Detail::kFacts);
 
 bool hasReader(uint32_t codecType, std::string_view key);
 

@@ -83,8 +83,8 @@ bool Record::isConfiguration() const {
     return version != nullptr && version->number == 1u && !facts.empty();
 }
 
-Record readRecord(uint32_t codecType, std::string_view key, Bytes data) {
-    Annotator out(data);
+Record readRecord(uint32_t codecType, std::string_view key, Bytes data, Detail detail) {
+    Annotator out(data, detail);
     const RecordKind* kind = recordKind(codecType, key);
     const std::string summary = kind != nullptr ? kind->read(out) : std::string();
     if (kind == nullptr) out.rest("data");

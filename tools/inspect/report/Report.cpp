@@ -76,7 +76,7 @@ void judgeFor(const PretendedDevice& device, FileReport& report, const MediaFile
 
 void fill(FileReport& report, const OpenFile& open, const Scope& scope, PictureFiles* pictures) {
     const MediaFile file = readMediaFile(open);
-    Session session(scope.devices.front().host);
+    Session session(scope.devices.front().host, scope.explain ? Detail::kAll : Detail::kFacts);
     report.truncation = file.truncation;
     report.junk = file.junk;
     report.format = file.format;
