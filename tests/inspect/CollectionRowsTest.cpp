@@ -175,9 +175,9 @@ TEST_F(CollectionRows, StayOutOfWhatIsNoDatabaseOfTheirs) {
             {"newer", "newer: is of version 2, not 1"},
             {"no/db", "no/db: No such file or directory"},
     };
-    for (const auto& [name, message] : cases) {
-        const std::string said = messageOf([&] { Database(at(name), "7", "tv"); });
-        EXPECT_TRUE(said.ends_with(message)) << said;
+    for (const auto& each : cases) {
+        const std::string said = messageOf([&] { Database(at(each.first), "7", "tv"); });
+        EXPECT_TRUE(said.ends_with(each.second)) << said;
     }
     EXPECT_EQ(messageOf([&] { Against(at("text")); }),
               at("text") + ": is neither a database nor made by --jsonl");

@@ -100,6 +100,8 @@ int Demuxer::start(const OpenFile& file, Samples samples, bool sparesDecoders) {
     const char* path = file.input().path().c_str();
     int status = avformat_open_input(&context, path, &file.demuxer(), nullptr);
     mContext.reset(status < 0 ? nullptr : context);
+    // Some demuxers say so of a file that ends too early.
+    if (status == AVERROR(EIO) && !stream.hasFailed()) return AVERROR_EOF;
     if (status < 0) return status;
     for (const AVStream* each : streams()) {
         mStoredSizes.emplace_back(each->codecpar->width, each->codecpar->height);

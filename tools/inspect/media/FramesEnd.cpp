@@ -45,7 +45,7 @@ uint64_t mpegFrame(Bytes header) {
 // ISO/IEC 13818-7 6.2
 uint64_t adtsFrame(Bytes header) {
     const bool isSync = header[0] == 0xFF && (header[1] & 0xF6) == 0xF0;
-    return isSync ? (header[3] & 3u) << 11 | header[4] << 3 | header[5] >> 5 : 0;
+    return isSync ? (header[3] & 3u) << 11 | uint32_t{header[4]} << 3 | header[5] >> 5 : 0;
 }
 
 // ETSI TS 102 366 4.3, E.1.2
@@ -59,7 +59,7 @@ uint64_t ac3Frame(Bytes header) {
 // ETSI TS 102 114 5.3, without substreams of extensions.
 uint64_t dtsFrame(Bytes header) {
     const bool isSync = startsWith(header, "\x7F\xFE\x80\x01");
-    return isSync ? ((header[5] & 3u) << 12 | header[6] << 4 | header[7] >> 4) + 1 : 0;
+    return isSync ? ((header[5] & 3u) << 12 | uint32_t{header[6]} << 4 | header[7] >> 4) + 1 : 0;
 }
 
 struct FrameKind {

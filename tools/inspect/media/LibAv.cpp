@@ -57,7 +57,10 @@ int FileStream::read(void* self, uint8_t* out, int size) {
     const int64_t most = std::min({int64_t{size}, stream.mLeft, stream.mEnd - stream.mOffset});
     if (most <= 0) return AVERROR_EOF;
     const int64_t count = stream.mFile.readAt(stream.mOffset, {out, static_cast<size_t>(most)});
-    if (count < 0) return AVERROR(EIO);
+    if (count < 0) {
+        stream.mHasFailed = true;
+        return AVERROR(EIO);
+    }
     if (count == 0) return AVERROR_EOF;
     stream.mOffset += count;
     stream.mLeft -= count;

@@ -21,6 +21,7 @@ namespace inspect {
 struct LibAvDelete {
     void operator()(AVFormatContext* context) const { avformat_close_input(&context); }
     void operator()(AVBSFContext* context) const { av_bsf_free(&context); }
+    void operator()(AVCodecContext* context) const { avcodec_free_context(&context); }
     void operator()(AVCodecParameters* codec) const { avcodec_parameters_free(&codec); }
     void operator()(AVPacket* packet) const { av_packet_free(&packet); }
     void operator()(AVIOContext* context) const;
@@ -40,6 +41,8 @@ public:
 
     AVIOContext* get() const { return mContext.get(); }
 
+    bool hasFailed() const { return mHasFailed; }  // to read, and not for want of bytes
+
     static constexpr int64_t kNoLimit = std::numeric_limits<int64_t>::max();
     // Seems to end after so many further bytes.
     void limit(int64_t sizeBytes);
@@ -52,6 +55,7 @@ private:
     int64_t mEnd;
     int64_t mLeft = kNoLimit;
     int64_t mOffset = 0;
+    bool mHasFailed = false;
     LibAvPtr<AVIOContext> mContext;
 };
 

@@ -119,27 +119,57 @@ void readText(Stream& out, const AVCodecParameters& codec) {
     out.text.isUnsupportedBitmap = codec.codec_id != AV_CODEC_ID_XSUB;
 }
 
+bool canDecode(const AVCodecParameters& parameters, Bytes data) {
+    const LibAvPtr<AVCodecContext> decoder(
+            avcodec_alloc_context3(avcodec_find_decoder(parameters.codec_id)));
+    const LibAvPtr<AVPacket> packet(av_packet_alloc());
+    const auto size = static_cast<int>(data.size());
+    if (decoder == nullptr || packet == nullptr || av_new_packet(packet.get(), size) < 0) {
+        return false;
+    }
+    std::ranges::copy(data, packet->data);
+    decoder->err_recognition = AV_EF_CRCCHECK | AV_EF_EXPLODE;
+    return avcodec_parameters_to_context(decoder.get(), &parameters) >= 0 &&
+           avcodec_open2(decoder.get(), nullptr, nullptr) >= 0 &&
+           avcodec_send_packet(decoder.get(), packet.get()) >= 0;
+}
+
+// Whether a whole frame begins so, whatever follows it: its checksum fits where the decoder ends.
+bool beginsWithWholeFrame(const AVCodecParameters& codec, Bytes data) {
+    constexpr size_t kLeastFrameBytes = 11;
+    const AVCRC* table = av_crc_get_table(AV_CRC_16_ANSI);
+    uint32_t checksum = 0;
+    for (size_t size = 1; size <= data.size(); size++) {
+        checksum = av_crc(table, checksum, &data[size - 1], 1);
+        if (checksum == 0 && size >= kLeastFrameBytes && canDecode(codec, data.first(size))) {
+            return true;
+        }
+    }
+    return false;
+}
+
 // RFC 9639 8.2: STREAMINFO tells the total of samples; the last frame tells its place among them.
-// Leaves the demuxer at the end.
+// What follows it that is larger than a frame is none that is cut. Leaves the demuxer anywhere.
 std::optional<std::string> lackingSamples(AVFormatContext& context) {
+    constexpr int kMaxFrameBytes = (1 << 24) - 1;
     const AVStream& stream = *context.streams[0];
     const int64_t total = stream.duration;
     if (total == AV_NOPTS_VALUE || total <= 0) return {};
     if (av_seek_frame(&context, stream.index, total, AVSEEK_FLAG_BACKWARD) < 0) return {};
     int64_t end = 0;
     const LibAvPtr<AVPacket> packet(av_packet_alloc());
-    while (av_read_frame(&context, packet.get()) >= 0) {
-        // The checksum at the end of a whole frame brings that over all of it to zero.
-        const auto size = static_cast<size_t>(packet->size);
-        const bool isWhole = av_crc(av_crc_get_table(AV_CRC_16_ANSI), 0, packet->data, size) == 0;
-        if (packet->stream_index == stream.index && isWhole) end = packet->pts + packet->duration;
+    while (end < total && av_read_frame(&context, packet.get()) >= 0) {
+        const Bytes data(packet->data, static_cast<size_t>(packet->size));
+        const bool isFrame = packet->stream_index == stream.index && packet->size <= kMaxFrameBytes;
+        if (!isFrame) return {};
+        if (beginsWithWholeFrame(*stream.codecpar, data)) end = packet->pts + packet->duration;
         av_packet_unref(packet.get());
     }
     const auto samples = [&](int64_t time) {
         const AVRational perSample = {1, stream.codecpar->sample_rate};
         return av_rescale_q(time, stream.time_base, perSample);
     };
-    if (samples(end) >= samples(total)) return {};
+    if (end == 0 || samples(end) >= samples(total)) return {};
     return "its last whole frame ends at sample " + std::to_string(samples(end)) + " of " +
            std::to_string(samples(total));
 }
