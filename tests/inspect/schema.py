@@ -22,8 +22,8 @@ PROJECT = Path(__file__).resolve().parent.parent.parent
 SAMPLES = sorted(path for path in (PROJECT / 'samples').iterdir() if path.suffix != '.sh')
 VALIDATOR = jsonschema.Draft202012Validator(
     json.loads((PROJECT / 'docs/zrinspect.schema.json').read_text()))
-ALL = ('--fix --explain --frames --verify --component --legacy --force --pictures . '
-       '--device phone --device bare').split()
+REPORTS = '--fix --explain --frames --verify --component --legacy --device phone --device bare'.split()
+ALL = '--force --pictures .'.split() + REPORTS
 
 
 def problems(document):
@@ -98,6 +98,20 @@ def check_collected(text):
     return wrong
 
 
+def check_lines(program):
+    """Each line of --jsonl is a file of the document that --json prints, and names the schema."""
+    samples = list(map(str, SAMPLES)) + ['/missing']
+    lines = [json.loads(line) for line in subprocess.run(
+        [program, '--jsonl', *REPORTS, *samples], capture_output=True,
+        check=False).stdout.splitlines()]
+    document = json.loads(subprocess.run([program, '--json', *REPORTS, *samples],
+                                         capture_output=True, check=False).stdout)
+    version = {'schemaVersion': document['schemaVersion']}
+    wrong = problems(document | {'files': lines})
+    if lines != [version | file for file in document['files']]: wrong.append('--jsonl: other lines')
+    return wrong
+
+
 def main():
     program, documents = Path(sys.argv[1]).resolve(), Path(sys.argv[2])
 
@@ -106,6 +120,7 @@ def main():
                               check=False)
         return json.loads(done.stdout)
     with tempfile.TemporaryDirectory() as folder: wrong = check_samples(inspect, folder)
+    wrong += check_lines(program)
     wrong += check_collected(documents.read_text())
     documents.unlink()  # it would grow with every run
     print(*wrong, sep='\n', end='\n' if wrong else '')
