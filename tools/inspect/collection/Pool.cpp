@@ -234,15 +234,19 @@ std::chrono::milliseconds Pool::untilOverdue(std::chrono::milliseconds most) con
 }
 
 std::vector<Answer> Pool::wait(std::chrono::milliseconds most, const sigset_t& mask) {
-    std::vector<pollfd> states;
-    for (const Process& each : mProcesses) states.push_back({each.socket, POLLIN, 0});
+    std::vector<pollfd> states;  // no more of them than open files are allowed
+    std::vector<Process*> processes;
+    for (Process& each : mProcesses) {
+        if (each.socket < 0) continue;
+        states.push_back({each.socket, POLLIN, 0});
+        processes.push_back(&each);
+    }
     const auto wait = untilOverdue(most);
     const timespec time{wait / 1s, wait % 1s / 1ms * 1'000'000};
     std::vector<Answer> answers;
     if (ppoll(states.data(), states.size(), &time, &mask) < 0) return answers;
     for (size_t i = 0; i < states.size(); i++) {
-        Process& process = mProcesses[i];
-        if (process.socket < 0) continue;
+        Process& process = *processes[i];
         const bool isReady = states[i].revents != 0;
         if (isReady && !receive(process, answers)) replace(process, answers);
         const bool isTimed = mRules.timeout > 0ms && !process.jobs.empty() && !process.isOverdue;

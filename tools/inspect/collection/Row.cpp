@@ -1,6 +1,8 @@
 #include "inspect/collection/Row.h"
 
 #include <algorithm>
+#include <initializer_list>
+#include <string_view>
 
 #include "inspect/base/Bytes.h"
 
@@ -73,6 +75,14 @@ void addTagValues(const Json& tag, std::vector<TagValue>& values) {
     }
 }
 
+void keepOnly(Json& json, std::initializer_list<std::string_view> keys) {
+    Json kept = Json::object();
+    for (auto& [key, value] : json.items()) {
+        if (std::ranges::count(keys, key) > 0) kept[key] = std::move(value);
+    }
+    json = std::move(kept);
+}
+
 FileRow readRow(const Json& line) {
     FileRow row;
     row.path = pathOf(line);
@@ -112,15 +122,14 @@ FileRow rowOf(const Json& line) {
 }
 
 Json digestOf(Json line) {
-    line.erase("chain");
-    line.erase("fix");
+    keepOnly(line, {"path", "pathBytes", "sizeBytes", "modifiedNs", "error", "durationUs",
+                    "devices", "container", "tracks", "tags"});
     if (!line.contains("tracks")) return line;
     line["container"].erase("keys");
     for (Json& track : line["tracks"]) {
-        for (const char* key : {"chain", "notes", "codecData", "keys", "log", "explanations",
-                                "component", "legacy", "keyFrames", "verify"}) {
-            track.erase(key);
-        }
+        keepOnly(track, {"index", "kind", "codec", "mime", "profile", "level", "durationUs",
+                         "width", "height", "frameRate", "channels", "sampleRate", "bitRate",
+                         "bitDepth", "devices"});
     }
     return line;
 }

@@ -45,19 +45,20 @@ void limitMemory(size_t maxMemoryMiB) {
 
 std::string encodeFinding(const FileReport& report, const WorkerRules& rules) {
     Json file = fileToJson(report, rules.scope.devices);
-    Json finding = {{"media", report.isMedia}, {"faults", faultsOf(report)}};
-    if (rules.makesLines) finding["line"] = jsonLine(file);
-    finding["digest"] = digestOf(std::move(file));
-    std::string text;
+    std::string text = rules.makesLines ? jsonLine(file) : "\n";
+    const Json finding = {{"media", report.isMedia},
+                          {"faults", faultsOf(report)},
+                          {"digest", digestOf(std::move(file))}};
     Json::to_msgpack(finding, text);
     return text;
 }
 
 Finding decodeFinding(const std::string& text) {
-    const Json json = Json::from_msgpack(text);
+    const size_t lineBytes = text.find('\n') + 1;
+    const Json json = Json::from_msgpack(std::string_view(text).substr(lineBytes));
     return {.isMedia = json.at("media"),
             .faults = json.at("faults"),
-            .line = json.value("line", ""),
+            .line = lineBytes > 1 ? text.substr(0, lineBytes) : "",
             .row = rowOf(json.at("digest"))};
 }
 
