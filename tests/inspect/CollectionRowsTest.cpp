@@ -242,8 +242,6 @@ TEST_F(CollectionRows, AreComparedWithAnEarlierRun) {
 TEST_F(CollectionRows, AreSummedUp) {
     Summary summary;
     FileRow broken;
-    broken.error = "bad\x1b";
-    broken.durationUs = std::numeric_limits<int64_t>::max();
     for (const FileRow& row : {rowAt("a", "plays"), rowAt("b", "does-not-play", "x")}) {
         summary.add(row);
     }
@@ -253,6 +251,13 @@ TEST_F(CollectionRows, AreSummedUp) {
     EXPECT_EQ(summary.playing.at("hevc", 0), 1);
     EXPECT_EQ(summary.lost.at("hevc", 0), 1);
     EXPECT_EQ(summary.durationUs, 3'000'000);
+    for (const char* error : {"ID3v2: lacks 12 of 345 bytes", "ID3v2: lacks 6 of 78 bytes"}) {
+        broken.error = error;
+        summary.add(broken);
+    }
+    EXPECT_EQ(summary.errors.at("ID3v2: lacks N of N bytes", 0), 2);
+    broken.error = "bad\x1b";
+    broken.durationUs = std::numeric_limits<int64_t>::max();
     for (int i = 0; i < 3000; i++) {
         broken.plays = {{"device " + std::to_string(i), "unreadable", false, "", ""}};
         broken.error += static_cast<char>('a' + i % 26);

@@ -1,6 +1,7 @@
 #include "inspect/collection/Summary.h"
 
 #include <algorithm>
+#include <cctype>
 #include <functional>
 #include <limits>
 #include <numeric>
@@ -92,6 +93,22 @@ std::vector<std::string> codecsOf(const Summary& summary) {
     return codecs;
 }
 
+// What differs from file to file only in its numbers is counted together; "ID3v2" is no number.
+std::string withoutNumbers(const std::string& text) {
+    std::string shown;
+    bool isInWord = false;
+    for (const char c : text) {
+        const bool isDigit = c >= '0' && c <= '9';
+        if (isDigit && !isInWord) {
+            if (!shown.ends_with('N')) shown += 'N';
+            continue;
+        }
+        isInWord = isDigit || std::isalpha(static_cast<unsigned char>(c)) != 0;
+        shown += c;
+    }
+    return shown;
+}
+
 }  // namespace
 
 void Tally::add(const std::string& key, size_t column) {
@@ -122,7 +139,7 @@ void Summary::add(const FileRow& row) {
     files++;
     if (!row.error.empty()) {
         unreadable++;
-        errors.add(row.error, 0);
+        errors.add(withoutNumbers(row.error), 0);
     }
     const int64_t room = std::numeric_limits<int64_t>::max() - durationUs;
     durationUs += std::clamp<int64_t>(row.durationUs.value_or(0), 0, room);
