@@ -224,7 +224,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument('zrinspect', type=Path)
     parser.add_argument('--kills', type=int, default=10)
-    parser.add_argument('--copies', type=int, default=60, help='of each file, to be killed among')
+    parser.add_argument('--copies', type=int, default=100, help='of each file, to be killed among')
     options = parser.parse_args()
     with tempfile.TemporaryDirectory() as folder:
         test = Test(options.zrinspect, Path(folder))
