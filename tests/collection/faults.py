@@ -60,7 +60,8 @@ class Faults(unittest.TestCase):
         self.put(*expected)
         environment = os.environ | {'LD_PRELOAD': TROUBLE}
         result = run('-j', '2', '--timeout', '1.5', '--max-memory', '300', '--jsonl', self.media,
-                     env=environment)
+                     env=environment,
+                     preexec_fn=lambda: signal.signal(signal.SIGCHLD, signal.SIG_IGN))
         self.assertEqual(errors_of(result), expected)
         self.assertEqual([line['path'] for line in lines_of(result)],
                          sorted(str(self.media / name) for name in expected))
@@ -158,6 +159,26 @@ class Faults(unittest.TestCase):
         self.assertEqual(int(skip), begun.count(b'\n'))
         self.assertLess(int(skip), 400)
         self.assertEqual(begun + run('--jsonl', '--skip', skip, self.media).stdout, whole)
+
+    def test_stopped(self):
+        """Nobody blames a file for the time in which the user has stopped the program."""
+        self.put('hang.mp3')
+        process = subprocess.Popen([ZRINSPECT, '--jsonl', '--timeout', '2', self.media],
+                                   env=os.environ | {'LD_PRELOAD': TROUBLE}, process_group=0,
+                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        begun = time.monotonic()
+        for pause, each in (0.3, signal.SIGSTOP), (3, signal.SIGCONT):
+            time.sleep(pause)
+            os.killpg(process.pid, each)
+        errors = [json.loads(line)['error'] for line in process.communicate()[0].splitlines()]
+        self.assertEqual(errors, ['took longer than 2 s'])
+        self.assertGreater(time.monotonic() - begun, 4.1)
+
+    def test_few_descriptors(self):
+        self.put(*(f'{n}.mp3' for n in range(30)))
+        result = subprocess.run(['bash', '-c', 'ulimit -n 20; exec "$@"', '-', ZRINSPECT, '-j',
+                                 '64', '--jsonl', self.media], capture_output=True, timeout=60)
+        self.assertEqual(set(errors_of(result).values()), {None})
 
     def test_two_runs_on_one_database(self):
         self.put(*(f'{n:03}.mp3' for n in range(300)))
