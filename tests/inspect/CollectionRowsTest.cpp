@@ -6,7 +6,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "inspect/base/InputFile.h"
 #include "inspect/collection/Against.h"
@@ -230,9 +229,10 @@ TEST_F(CollectionRows, AreComparedWithAnEarlierRun) {
     for (const char* name : {"db", "jsonl"}) {
         Against against(at(name));
         for (const FileRow& row : after) against.add(row);
-        std::ostringstream out;
-        EXPECT_EQ(printChanges(out, against)["tv"][0], 1);
-        EXPECT_EQ(out.str(), expected) << name;
+        std::string out;
+        const auto say = [&out](const std::string& text) { out += text; };
+        EXPECT_EQ(sayChanges(say, against, true)["tv"][0], 1);
+        EXPECT_EQ(out, expected) << name;
         const std::vector<std::string> notes = {at("jsonl: line 1 is no line of --jsonl"),
                                                 at("jsonl: line 8 is cut off")};
         EXPECT_EQ(against.notes(), name == std::string("db") ? std::vector<std::string>() : notes);

@@ -247,6 +247,7 @@ size_t Database::dropMissing(const std::vector<std::string>& roots) {
                    "OR path > CAST(?2 AS BLOB) AND path < CAST(?3 AS BLOB))");
     Transaction transaction(mConnection);
     for (std::string root : roots) {
+        if (root.empty()) continue;
         while (root.ends_with('/')) root.pop_back();
         drop.run(root, root + '/', root + '0');  // which follows the slash
         count += static_cast<size_t>(mConnection.changes());

@@ -63,7 +63,11 @@ Finding decodeFinding(const std::string& text) {
 
 std::string examine(const std::string& path, const WorkerRules& rules) {
     FileReport report = makeReport(path, rules.scope, nullptr);
-    if (hasChanged(report)) report = unreadable(path, "changed while it was read", rules);
+    if (hasChanged(report)) {
+        const bool isMedia = report.isMedia;
+        report = unreadable(path, "changed while it was read", rules);
+        report.isMedia = isMedia;
+    }
     return encodeFinding(report, rules);
 }
 
