@@ -9,6 +9,7 @@ import json
 import os
 import shutil
 import signal
+import sqlite3
 import subprocess
 import sys
 import tempfile
@@ -196,6 +197,17 @@ class Faults(unittest.TestCase):
         result = subprocess.run(['bash', '-c', 'ulimit -n 20; exec "$@"', '-', ZRINSPECT, '-j',
                                  '64', '--jsonl', self.media], capture_output=True, timeout=60)
         self.assertEqual(set(errors_of(result).values()), {None})
+
+    def test_known_faults(self):
+        """Of a file that is not looked at again they count as they did."""
+        (self.media / 'cut.avi').write_bytes((SAMPLES / 'video.avi').read_bytes()[:20000])
+        database = self.folder / 'db'
+        for verify in [], [], ['--verify'], ['--verify']:
+            self.assertEqual(run(*verify, '--db', database, self.media).returncode, 1)
+        with sqlite3.connect(database) as connection:
+            [(fault,)] = connection.execute('SELECT fault FROM files')
+        self.assertIn('is truncated: ', fault)
+        self.assertIn('; track 1: ', fault)
 
     def test_two_runs_on_one_database(self):
         self.put(*(f'{n:03}.mp3' for n in range(300)))

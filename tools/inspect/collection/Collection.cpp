@@ -111,6 +111,7 @@ public:
         if (options.database.empty()) return;
         std::string settings;
         for (const PretendedDevice& device : rules.scope.devices) settings += describe(device);
+        if (rules.scope.verify) settings += "--verify\n";
         mDatabase.emplace(options.database, android::ZRCODECPARSER_VERSION, settings);
     }
 
@@ -230,7 +231,6 @@ void Run::say(const Finding& finding) {
         mProgress.hide();
         complain(fault);
     }
-    if (!finding.faults.empty()) mEnding.isComplete = false;
     std::string text = finding.line;
     const bool areVerdictsSaid = !mOptions.lines && finding.row.error.empty();
     for (const PlayRow& play : finding.row.plays) {
@@ -248,7 +248,7 @@ void Run::say(const Finding& finding) {
 void Run::weigh(const FileRow& row) {
     mSummary.add(row);
     if (mAgainst) mAgainst->add(row);
-    if (!row.error.empty()) mEnding.isComplete = false;
+    if (!row.error.empty() || !row.fault.empty()) mEnding.isComplete = false;
     if (!meets(mOptions.check, row)) mEnding.isMet = false;
 }
 

@@ -55,10 +55,16 @@ std::string encodeFinding(const FileReport& report, const WorkerRules& rules) {
 
 Finding decodeFinding(const std::string& text) {
     const Json json = Json::from_msgpack(text);
-    return {.isMedia = json.at("media"),
-            .faults = json.at("faults"),
-            .line = json.value("line", ""),
-            .row = rowOf(json.at("digest"))};
+    Finding finding = {.isMedia = json.at("media"),
+                       .faults = json.at("faults"),
+                       .line = json.value("line", ""),
+                       .row = rowOf(json.at("digest"))};
+    FileRow& row = finding.row;
+    for (const std::string& each : finding.faults) {
+        if (!row.error.empty()) break;
+        row.fault += (row.fault.empty() ? "" : "; ") + each.substr(row.path.size() + 2);
+    }
+    return finding;
 }
 
 std::string examine(const std::string& path, const WorkerRules& rules) {
