@@ -79,7 +79,7 @@ class Test:
     def content(self, database):
         """All that is kept, without the numbers of rows."""
         return [self.ask(database, f'SELECT path, {columns} ORDER BY 1, 2, 3, 4, 5') for columns in (
-            'size_bytes, modified_ns, is_media, error, format, files.mime, duration_us FROM files',
+            'size_bytes, modified_ns, is_media, error, fault, format, files.mime, duration_us FROM files',
             'track, kind, codec, width, height, frame_rate, sample_rate, bit_rate FROM files '
             'JOIN tracks ON file_id = files.id',
             'track, device, verdict, plays, reason, decoder FROM files JOIN verdicts '

@@ -9,6 +9,7 @@ import json
 import os
 import shutil
 import signal
+import sqlite3
 import subprocess
 import sys
 import tempfile
@@ -60,7 +61,8 @@ class Faults(unittest.TestCase):
         self.put(*expected)
         environment = os.environ | {'LD_PRELOAD': TROUBLE}
         result = run('-j', '2', '--timeout', '1.5', '--max-memory', '300', '--jsonl', self.media,
-                     env=environment)
+                     env=environment,
+                     preexec_fn=lambda: signal.signal(signal.SIGCHLD, signal.SIG_IGN))
         self.assertEqual(errors_of(result), expected)
         self.assertEqual([line['path'] for line in lines_of(result)],
                          sorted(str(self.media / name) for name in expected))
@@ -77,7 +79,7 @@ class Faults(unittest.TestCase):
     def test_odd_files(self):
         names = [b'a b.mp3', b'new\nline.mp3', b'not \xe9 utf8.mp3', '\u00e9.mp3'.encode()]
         for name in names: shutil.copy(GOOD, os.fsencode(self.media) + b'/' + name)
-        (self.media / 'empty.mp4').touch()
+        for name in 'empty.mp4', 'empty.txt': (self.media / name).touch()
         (self.media / 'noise.mp4').write_bytes(bytes(range(7, 250)) * 40)
         (self.media / 'notes.txt').write_text('no media\n' * 100)
         os.mkfifo(self.media / 'fifo.mp3')
@@ -97,7 +99,7 @@ class Faults(unittest.TestCase):
              b'nowhere.mp3': 'No such file or directory'})
         raw = [bytes.fromhex(line['pathBytes']) for line in lines_of(result) if 'pathBytes' in line]
         self.assertEqual(raw, [os.fsencode(self.media) + b'/' + names[2]])
-        self.assertIn(b'other files, which are no media: 3', result.stderr)
+        self.assertIn(b'other files, which are no media: 4', result.stderr)
 
         # Named one by one, nothing is passed over, and nobody waits for a pipe.
         named = ['fifo.mp3', 'device.mp3', 'notes.txt', 'missing.mp3']
@@ -107,6 +109,8 @@ class Faults(unittest.TestCase):
             'device.mp3': 'is not a regular file',
             'notes.txt': 'is not a media file: text',
             'missing.mp3': 'No such file or directory'})
+        result = run('--files-from', '-', input=listed)
+        self.assertIn(b'-: has names that end with zero bytes', result.stderr)
 
     def test_denied(self):
         self.put('closed.mp3', 'open.mp3')
@@ -158,6 +162,52 @@ class Faults(unittest.TestCase):
         self.assertEqual(int(skip), begun.count(b'\n'))
         self.assertLess(int(skip), 400)
         self.assertEqual(begun + run('--jsonl', '--skip', skip, self.media).stdout, whole)
+        output.write_bytes(whole)  # what is left out has not gone
+        self.assertNotIn(b'gone', run('--against', output, '--skip', skip, self.media).stdout)
+
+    def test_list_through_a_pipe_on_a_terminal(self):
+        """Its names are not lost to who counts them for the bar."""
+        self.put('hang.mp3', 'good.mp3')
+        names = ['hang.mp3'] + ['good.mp3'] * 300
+        listed = ''.join(f'{self.media / name}\n' for name in names).encode()
+        terminal, end = os.openpty()
+        result = subprocess.run(
+            [ZRINSPECT, '--jsonl', '-q', '-j', '1', '--timeout', '1', '--files-from', '/dev/stdin'],
+            input=listed, stdout=subprocess.PIPE, stderr=end, env=os.environ | {
+                'LD_PRELOAD': TROUBLE})
+        for each in terminal, end: os.close(each)
+        self.assertEqual(len(lines_of(result)), len(names))
+
+    def test_stopped(self):
+        """Nobody blames a file for the time in which the user has stopped the program."""
+        self.put('hang.mp3')
+        process = subprocess.Popen([ZRINSPECT, '--jsonl', '--timeout', '2', self.media],
+                                   env=os.environ | {'LD_PRELOAD': TROUBLE}, process_group=0,
+                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        begun = time.monotonic()
+        for pause, each in (0.3, signal.SIGSTOP), (3, signal.SIGCONT):
+            time.sleep(pause)
+            os.killpg(process.pid, each)
+        errors = [json.loads(line)['error'] for line in process.communicate()[0].splitlines()]
+        self.assertEqual(errors, ['took longer than 2 s'])
+        self.assertGreater(time.monotonic() - begun, 4.1)
+
+    def test_few_descriptors(self):
+        self.put(*(f'{n}.mp3' for n in range(30)))
+        result = subprocess.run(['bash', '-c', 'ulimit -n 20; exec "$@"', '-', ZRINSPECT, '-j',
+                                 '64', '--jsonl', self.media], capture_output=True, timeout=60)
+        self.assertEqual(set(errors_of(result).values()), {None})
+
+    def test_known_faults(self):
+        """Of a file that is not looked at again they count as they did."""
+        (self.media / 'cut.avi').write_bytes((SAMPLES / 'video.avi').read_bytes()[:20000])
+        database = self.folder / 'db'
+        for verify in [], [], ['--verify'], ['--verify']:
+            self.assertEqual(run(*verify, '--db', database, self.media).returncode, 1)
+        with sqlite3.connect(database) as connection:
+            [(fault,)] = connection.execute('SELECT fault FROM files')
+        self.assertIn('is truncated: ', fault)
+        self.assertIn('; track 1: ', fault)
 
     def test_two_runs_on_one_database(self):
         self.put(*(f'{n:03}.mp3' for n in range(300)))

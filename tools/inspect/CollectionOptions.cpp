@@ -1,7 +1,6 @@
 #include "inspect/CollectionOptions.h"
 
 #include <algorithm>
-#include <cmath>
 #include <filesystem>
 #include <thread>
 
@@ -38,8 +37,8 @@ void addCollectionOptions(CLI::App& app, CollectionOptions& options) {
             app.add_option_function<double>(
                        "--timeout",
                        [&options](double seconds) {
-                           options.timeout =
-                                   std::chrono::milliseconds(std::llround(seconds * 1000));
+                           options.timeout = std::chrono::ceil<std::chrono::milliseconds>(
+                                   std::chrono::duration<double>(seconds));
                        },
                        "Give a file up after so long; 0 is never (30)")
                     ->type_name("SECONDS")

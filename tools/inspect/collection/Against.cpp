@@ -169,22 +169,24 @@ void Against::forEach(const std::function<void(const Change&)>& reader) {
     }
 }
 
-ChangeCounts printChanges(std::ostream& out, Against& against) {
+ChangeCounts sayChanges(const std::function<void(const std::string&)>& say, Against& against,
+                        bool areAllKnown) {
     ChangeCounts counts;
     against.forEach([&](const Change& change) {
+        if (change.kind == ChangeKind::kGoneFile && !areAllKnown) return;
         const auto kind = static_cast<size_t>(change.kind);
         counts[change.device][kind]++;
         const bool isBoth = !change.before.empty() && !change.after.empty();
-        out << padded(kKinds[kind].sign, 8) << escaped(change.path) << "  "
-            << escaped(change.device) << ": " << escaped(change.before) << (isBoth ? " -> " : "")
-            << escaped(change.after) << '\n';
+        say(padded(kKinds[kind].sign, 8) + escaped(change.path) + "  " + escaped(change.device) +
+            ": " + escaped(change.before) + (isBoth ? " -> " : "") + escaped(change.after) + '\n');
     });
     for (const auto& [device, numbers] : counts) {
-        out << escaped(device) << ": ";
+        std::string text = escaped(device);
         for (size_t i = 0; i < kChangeKinds; i++) {
-            out << (i == 0 ? "" : ", ") << numbers[i] << ' ' << kKinds[i].name;
+            text.append(i == 0 ? ": " : ", ").append(std::to_string(numbers[i])).append(" ");
+            text += kKinds[i].name;
         }
-        out << '\n';
+        say(text + '\n');
     }
     return counts;
 }

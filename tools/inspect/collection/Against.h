@@ -5,7 +5,6 @@
 #include <array>
 #include <functional>
 #include <map>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -55,7 +54,9 @@ private:
 
 using ChangeCounts = std::map<std::string, std::array<int64_t, kChangeKinds>>;  // by device
 
-// A line each, and the counts. Returns these.
-ChangeCounts printChanges(std::ostream& out, Against& against);
+// A line each, then the counts. Returns these. areAllKnown: what this run
+// has not looked at is gone.
+ChangeCounts sayChanges(const std::function<void(const std::string&)>& say, Against& against,
+                        bool areAllKnown);
 
 }  // namespace inspect

@@ -10,7 +10,6 @@
 #include <deque>
 #include <iostream>
 #include <optional>
-#include <sstream>
 #include <utility>
 
 #include "inspect/base/Console.h"
@@ -22,6 +21,7 @@
 #include "inspect/collection/RunProgress.h"
 #include "inspect/collection/Summary.h"
 #include "inspect/collection/Worker.h"
+#include "inspect/report/Outcome.h"
 #include "zrcodecparser/MediaDefs.h"
 
 namespace inspect {
@@ -43,31 +43,32 @@ void noteSignal(int signal) {
 class Signals {
 public:
     Signals() {
-        sigset_t held;
-        sigemptyset(&held);
-        for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+        sigemptyset(&mHeld);
+        for (const int signal : kAll) {
             struct sigaction action {};
             sigaction(signal, nullptr, &action);
             if (action.sa_handler != SIG_DFL) continue;
-            sigaddset(&held, signal);
+            sigaddset(&mHeld, signal);
             action.sa_handler = noteSignal;
             action.sa_flags = 0;
             sigaction(signal, &action, nullptr);
         }
-        sigprocmask(SIG_BLOCK, &held, &mFormer);
+        sigprocmask(SIG_BLOCK, &mHeld, &mFormer);
     }
+    ~Signals() {
+        for (const int signal : kAll) {
+            if (sigismember(&mHeld, signal) == 1) std::signal(signal, SIG_DFL);
+        }
+        sigprocmask(SIG_SETMASK, &mFormer, nullptr);
+    }
+    Signals(const Signals&) = delete;
+    Signals& operator=(const Signals&) = delete;
 
     const sigset_t& whileWaiting() const { return mFormer; }
 
-    // As if nobody had handled it.
-    [[noreturn]] void end() const {
-        std::signal(gSignal, SIG_DFL);
-        raise(gSignal);
-        sigprocmask(SIG_SETMASK, &mFormer, nullptr);
-        _exit(128 + gSignal);
-    }
-
 private:
+    static constexpr int kAll[] = {SIGHUP, SIGINT, SIGTERM};
+    sigset_t mHeld{};
     sigset_t mFormer{};
 };
 
@@ -78,6 +79,16 @@ std::string whyNoFile(const ListedFile& file, struct stat& status) {
     if (stat(file.path.c_str(), &status) != 0) return std::strerror(errno);
     if (S_ISFIFO(status.st_mode)) return "is a pipe, for which nobody waits among many files";
     return S_ISREG(status.st_mode) ? "" : "is not a regular file";
+}
+
+// Of what is found in a folder: no file, or none that holds anything and is not called like media.
+bool isOther(const ListedFile& file, const struct stat& status) {
+    if (!file.isFound || !file.error.empty()) return false;
+    if (status.st_mode != 0 && !S_ISREG(status.st_mode)) return true;
+    const bool isEmpty = status.st_mode != 0
+                                 ? status.st_size == 0
+                                 : access(file.path.c_str(), F_OK) != 0 && errno == ENOENT;
+    return isEmpty && !isExpectedToPlay(file.path);
 }
 
 std::string inWords(std::string code) {
@@ -100,6 +111,7 @@ public:
         if (options.database.empty()) return;
         std::string settings;
         for (const PretendedDevice& device : rules.scope.devices) settings += describe(device);
+        if (rules.scope.verify) settings += "--verify\n";
         mDatabase.emplace(options.database, android::ZRCODECPARSER_VERSION, settings);
     }
 
@@ -122,14 +134,15 @@ private:
     void settleFirst();
     void say(const Finding& finding);
     void weigh(const FileRow& row);
-    void sum(bool isWhole);
+    void lookAtAll(const sigset_t& whileWaiting);
     void sayWhereToGoOn() const;
+    void tell(const std::string& text);
+    void sum(bool isWhole);
 
     const CollectionOptions& mOptions;
     const WorkerRules& mRules;
     FileList mFiles;
     RunProgress mProgress;
-    Signals mSignals;
     Pool mPool;
     std::deque<Waiting> mWaiting;  // in the order of the files
     size_t mWaitingBytes = 0;
@@ -162,13 +175,13 @@ bool Run::takeNext() {
 void Run::look(Waiting& waiting, uint64_t ticket) {
     struct stat status {};
     const std::string why = whyNoFile(waiting.file, status);
-    if (why.empty() && isUnchanged(waiting.file.path, status)) {
+    if (isOther(waiting.file, status)) {
+        waiting.isNoMatter = true;
+        mNoMedia++;
+    } else if (why.empty() && isUnchanged(waiting.file.path, status)) {
         waiting.isNoMatter = true;
     } else if (why.empty()) {
         mPool.give(ticket, waiting.file.path);
-    } else if (waiting.file.isFound && status.st_mode != 0) {
-        waiting.isNoMatter = true;
-        mNoMedia++;
     } else {
         waiting.text = encodeFailure(waiting.file.path, why, mRules);
     }
@@ -218,7 +231,6 @@ void Run::say(const Finding& finding) {
         mProgress.hide();
         complain(fault);
     }
-    if (!finding.faults.empty()) mEnding.isComplete = false;
     std::string text = finding.line;
     const bool areVerdictsSaid = !mOptions.lines && finding.row.error.empty();
     for (const PlayRow& play : finding.row.plays) {
@@ -236,40 +248,45 @@ void Run::say(const Finding& finding) {
 void Run::weigh(const FileRow& row) {
     mSummary.add(row);
     if (mAgainst) mAgainst->add(row);
-    if (!row.error.empty()) mEnding.isComplete = false;
+    if (!row.error.empty() || !row.fault.empty()) mEnding.isComplete = false;
     if (!meets(mOptions.check, row)) mEnding.isMet = false;
 }
 
-// isWhole: nothing was left out at the end
+// Beside the lines.
+void Run::tell(const std::string& text) {
+    if (mOptions.quiet) return;
+    if (mOptions.lines) {
+        std::cerr << text << std::flush;
+    } else if (mCanPrint) {
+        mCanPrint = print(text);
+    }
+}
+
+// isWhole: nothing was left out
 void Run::sum(bool isWhole) {
     size_t gone = 0;
     if (mDatabase) {
-        mDatabase->commit();
-        if (isWhole && mOptions.skip == 0) gone = mDatabase->dropMissing(mOptions.sources.paths);
+        if (isWhole) gone = mDatabase->dropMissing(mOptions.sources.paths);
         mDatabase->forEach([this](const FileRow& row) { weigh(row); });
     }
-    std::ostringstream text;
     if (mAgainst) {
         for (const std::string& note : mAgainst->notes()) complain(note);
-        for (const auto& [device, counts] : printChanges(text, *mAgainst)) {
-            const auto lost = static_cast<size_t>(ChangeKind::kPlaysNoMore);
+        const bool areAllKnown = isWhole || mDatabase;
+        const auto lost = static_cast<size_t>(ChangeKind::kPlaysNoMore);
+        for (const auto& [device, counts] :
+             sayChanges([this](const std::string& text) { tell(text); }, *mAgainst, areAllKnown)) {
             if (counts[lost] > 0) mEnding.isMet = false;
         }
-        text << '\n';
+        tell("\n");
     }
-    if (mOptions.quiet) return;
-    text << summaryText(mSummary);
+    std::string text = summaryText(mSummary);
     const auto addCount = [&](const char* what, uint64_t count) {
-        if (count > 0) text << what << ": " << count << '\n';
+        if (count > 0) text.append(what).append(": ").append(std::to_string(count)) += '\n';
     };
     addCount("other files, which are no media", mNoMedia);
     addCount("files that have not changed since an earlier run", mUnchanged);
     addCount("files that have gone since", gone);
-    if (mOptions.lines) {
-        std::cerr << text.str() << std::flush;
-    } else if (!print(text.str())) {
-        mEnding.isComplete = false;
-    }
+    tell(text);
 }
 
 void Run::sayWhereToGoOn() const {
@@ -278,7 +295,7 @@ void Run::sayWhereToGoOn() const {
     complain("interrupted after " + settled + " files; to go on, " + how);
 }
 
-Ending Run::go() {
+void Run::lookAtAll(const sigset_t& whileWaiting) {
     bool isMore = true;
     while (gSignal == 0 && mCanPrint) {
         while (isMore && !hasEnoughWaiting() && mPool.hasRoom()) isMore = takeNext();
@@ -290,15 +307,19 @@ Ending Run::go() {
         mProgress.show(mSettled, mOptions.skip, mNotPlaying);
         constexpr auto kMostWait = 200ms;
         const auto wait = mPool.isIdle() ? 0ms : kMostWait;
-        for (Answer& answer : mPool.wait(wait, mSignals.whileWaiting())) place(std::move(answer));
+        for (Answer& answer : mPool.wait(wait, whileWaiting)) place(std::move(answer));
     }
     mProgress.hide();
+    if (mDatabase) mDatabase->commit();
+    if (gSignal != 0) sayWhereToGoOn();
+}
+
+// When all is written and said, a signal ends it at once.
+Ending Run::go() {
+    lookAtAll(Signals().whileWaiting());
+    if (mCanPrint) sum(gSignal == 0 && mOptions.skip == 0);
     if (!mCanPrint) mEnding.isComplete = false;
-    if (mCanPrint) sum(gSignal == 0);
-    if (gSignal != 0) {
-        sayWhereToGoOn();
-        mSignals.end();
-    }
+    if (gSignal != 0) raise(gSignal);
     return mEnding;
 }
 

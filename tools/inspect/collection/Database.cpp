@@ -74,7 +74,8 @@ class Reader {
 public:
     explicit Reader(Connection& connection)
         : mFiles(connection,
-                 "SELECT id, path, size_bytes, modified_ns, error, format, mime, duration_us "
+                 "SELECT id, path, size_bytes, modified_ns, error, fault, format, mime, "
+                 "duration_us "
                  "FROM files WHERE is_media ORDER BY path"),
           mTracks(connection,
                   "SELECT track, kind, codec, mime, profile, level, duration_us, width, height, "
@@ -96,9 +97,10 @@ private:
                        .sizeBytes = mFiles.optionalNumber(2),
                        .modifiedNs = mFiles.optionalNumber(3),
                        .error = mFiles.text(4),
-                       .format = mFiles.text(5),
-                       .mime = mFiles.text(6),
-                       .durationUs = mFiles.optionalNumber(7),
+                       .fault = mFiles.text(5),
+                       .format = mFiles.text(6),
+                       .mime = mFiles.text(7),
+                       .durationUs = mFiles.optionalNumber(8),
                        .plays = {},
                        .tracks = {},
                        .tags = {}};
@@ -166,11 +168,12 @@ Database::Database(const std::string& path, const std::string& program, const st
             "WHERE path = ? AND size_bytes = ? AND modified_ns = ? AND settings_id = ?"),
       mFile(mConnection,
             "INSERT INTO files (path, size_bytes, modified_ns, settings_id, is_media, error, "
-            "format, mime, duration_us) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?) "
+            "fault, format, mime, duration_us) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?) "
             "ON CONFLICT (path) DO UPDATE SET (size_bytes, modified_ns, settings_id, is_media, "
-            "error, format, mime, duration_us) = (excluded.size_bytes, excluded.modified_ns, "
-            "excluded.settings_id, excluded.is_media, excluded.error, excluded.format, "
-            "excluded.mime, excluded.duration_us) RETURNING id"),
+            "error, fault, format, mime, duration_us) = (excluded.size_bytes, "
+            "excluded.modified_ns, "
+            "excluded.settings_id, excluded.is_media, excluded.error, excluded.fault, "
+            "excluded.format, excluded.mime, excluded.duration_us) RETURNING id"),
       mClearTracks(mConnection, "DELETE FROM tracks WHERE file_id = ?"),
       mClearVerdicts(mConnection, "DELETE FROM verdicts WHERE file_id = ?"),
       mClearTags(mConnection, "DELETE FROM tags WHERE file_id = ?"),
@@ -215,7 +218,8 @@ void Database::commit() {
 void Database::write(const Pending& pending) {
     const FileRow& row = pending.row;
     mFile.bind(row.path, row.sizeBytes, row.modifiedNs, mSettings, int64_t{pending.isMedia},
-               orNull(row.error), orNull(row.format), orNull(row.mime), row.durationUs)
+               orNull(row.error), orNull(row.fault), orNull(row.format), orNull(row.mime),
+               row.durationUs)
             .step();
     const int64_t id = mFile.number(0);
     mFile.step();
@@ -247,6 +251,7 @@ size_t Database::dropMissing(const std::vector<std::string>& roots) {
                    "OR path > CAST(?2 AS BLOB) AND path < CAST(?3 AS BLOB))");
     Transaction transaction(mConnection);
     for (std::string root : roots) {
+        if (root.empty()) continue;
         while (root.ends_with('/')) root.pop_back();
         drop.run(root, root + '/', root + '0');  // which follows the slash
         count += static_cast<size_t>(mConnection.changes());

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 
 #include "inspect/base/InputFile.h"
@@ -32,17 +31,20 @@ FileList::FileList(const FileSources& sources) : mSources(sources) {
 std::optional<std::string> FileList::nextName() {
     if (mNextPath < mSources.paths.size()) return mSources.paths[mNextPath++];
     if (mList == nullptr) return {};
-    char* line = nullptr;
-    size_t capacity = 0;
-    const char end = mSources.endsWithNul ? '\0' : '\n';
-    ssize_t length = getdelim(&line, &capacity, end, mList.get());
-    const std::unique_ptr<char, decltype(&std::free)> owned(line, &std::free);
-    if (length < 0 && std::ferror(mList.get()) != 0) {
-        throw FileError(mSources.list + ": " + std::strerror(errno));
+    constexpr size_t kMaxNameBytes = 1 << 20;
+    const auto fail = [&](const std::string& why) { throw FileError(mSources.list + ": " + why); };
+    const int end = mSources.endsWithNul ? '\0' : '\n';
+    std::string name;
+    int c = 0;
+    while ((c = getc_unlocked(mList.get())) != EOF) {
+        if (c == end && !name.empty()) return name;
+        if (c == end) continue;
+        if (c == '\0') fail("has names that end with zero bytes, for which there is -0");
+        if (name.size() == kMaxNameBytes) fail("is no list of names");
+        name += static_cast<char>(c);
     }
-    if (length < 0) return {};
-    if (length > 0 && line[length - 1] == end) length--;
-    return std::string(line, static_cast<size_t>(length));
+    if (std::ferror(mList.get()) != 0) fail(std::strerror(errno));
+    return name.empty() ? std::nullopt : std::optional(name);
 }
 
 void FileList::enter(const std::string& folder) {
@@ -65,7 +67,6 @@ std::optional<ListedFile> FileList::next() {
         if (mWaiting.empty()) {
             std::optional<std::string> name = nextName();
             if (!name) return {};
-            if (name->empty()) continue;
             std::error_code unknown;
             const bool isFolder = fs::is_directory(*name, unknown);
             mWaiting.push_back({{std::move(*name), false, ""}, isFolder});

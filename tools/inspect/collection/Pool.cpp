@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -82,20 +83,54 @@ std::string howItEnded(int status) {
     return std::string("the demuxer crashed (SIG") + (name != nullptr ? name : "?") + ')';
 }
 
+std::string tookLongerThan(std::chrono::duration<double> seconds) {
+    std::string text = std::to_string(seconds.count());
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.ends_with('.')) text.pop_back();
+    return "took longer than " + text + " s";
+}
+
+// As many as there are descriptors for, beside what else is open.
+size_t possible(size_t workers) {
+    constexpr rlim_t kOthers = 16;
+    rlimit limit{};
+    if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return workers;
+    return std::min<rlim_t>(workers, std::max(limit.rlim_cur, kOthers + 1) - kOthers);
+}
+
+[[noreturn]] void failToStart(int reason) {
+    throw FileError(std::string("cannot start a worker: ") + std::strerror(reason));
+}
+
 }  // namespace
 
-Pool::Pool(PoolRules rules) : mRules(std::move(rules)), mProcesses(mRules.workers) {}
+// Where SIGCHLD is ignored, nobody learns how a process ended.
+Pool::Pool(PoolRules rules) : mRules(std::move(rules)), mProcesses(possible(mRules.workers)) {
+    std::signal(SIGCHLD, SIG_DFL);
+}
 
 Pool::~Pool() {
-    for (Process& process : mProcesses) end(process);
+    for (const Process& process : mProcesses) {
+        if (process.socket < 0) continue;
+        kill(process.pid, SIGKILL);
+        close(process.socket);
+        while (waitpid(process.pid, nullptr, 0) < 0 && errno == EINTR) continue;
+    }
+}
+
+// Goes on half a second at most between two looks: a program that was stopped, or could not write,
+// did not hear its processes.
+Pool::Clock::duration Pool::time() {
+    const auto now = Clock::now();
+    mTime += std::min<Clock::duration>(now - std::exchange(mLooked, now), 500ms);
+    return mTime;
 }
 
 // No process holds on to another's socket.
 void Pool::start(Process& process) {
+    std::erase_if(mKilled, [](pid_t each) { return waitpid(each, nullptr, WNOHANG) != 0; });
     std::array<int, 2> sockets{};
-    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets.data()) != 0) {
-        throw FileError(std::string("cannot start a worker: ") + std::strerror(errno));
-    }
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets.data()) != 0) failToStart(errno);
     const pid_t parent = getpid();
     process.pid = fork();
     if (process.pid == 0) {
@@ -111,10 +146,9 @@ void Pool::start(Process& process) {
     close(sockets[1]);
     process.socket = sockets[0];
     process.received.clear();
-    process.isOverdue = false;
     if (process.pid > 0) return;
     close(std::exchange(process.socket, -1));
-    throw FileError(std::string("cannot start a worker: ") + std::strerror(reason));
+    failToStart(reason);
 }
 
 // In the process. What a terminal sends reaches all its processes; the first one decides.
@@ -141,13 +175,6 @@ void Pool::serve(int socket) const {
     _exit(0);
 }
 
-void Pool::end(Process& process) {
-    if (process.socket < 0) return;
-    kill(process.pid, SIGKILL);
-    close(std::exchange(process.socket, -1));
-    while (waitpid(process.pid, nullptr, 0) < 0 && errno == EINTR) continue;
-}
-
 bool Pool::hasRoom() const {
     return std::ranges::any_of(mProcesses,
                                [](const Process& each) { return each.jobs.size() < kJobsAtATime; });
@@ -157,18 +184,25 @@ bool Pool::isIdle() const {
     return std::ranges::all_of(mProcesses, [](const Process& each) { return each.jobs.empty(); });
 }
 
-// One that cannot be sent because its process has died is sent again to the next.
-void Pool::send(Process& process, Job job) {
-    if (process.jobs.empty()) process.began = Clock::now();
-    sendText(process.socket, job.request, false);
-    process.jobs.push_back(std::move(job));
+void Pool::give(uint64_t ticket, std::string request) {
+    place({ticket, std::move(request)});
 }
 
-void Pool::give(uint64_t ticket, std::string request) {
+// Processes that cannot be started are done without, but for the last. A request that cannot be
+// sent because its process has died is sent again to the next.
+void Pool::place(Job job) {
     const auto process = std::ranges::min_element(
             mProcesses, {}, [](const Process& each) { return each.jobs.size(); });
-    if (process->socket < 0) start(*process);
-    send(*process, {ticket, std::move(request)});
+    try {
+        if (process->socket < 0) start(*process);
+    } catch (const FileError&) {
+        if (mProcesses.size() == 1) throw;
+        mProcesses.erase(process);
+        return place(std::move(job));
+    }
+    if (process->jobs.empty()) process->began = time();
+    sendText(process->socket, job.request, false);
+    process->jobs.push_back(std::move(job));
 }
 
 // Returns whether the process is still there.
@@ -177,6 +211,7 @@ bool Pool::receive(Process& process, std::vector<Answer>& answers) {
     const ssize_t count = recv(process.socket, block.data(), block.size(), MSG_DONTWAIT);
     if (count < 0 && (errno == EAGAIN || errno == EINTR)) return true;
     if (count <= 0) return false;
+    process.began = time();
     std::string& received = process.received;
     received.append(block.data(), static_cast<size_t>(count));
     Head head;
@@ -190,71 +225,68 @@ bool Pool::receive(Process& process, std::vector<Answer>& answers) {
                 received.substr(sizeof head, head.sizeBytes);
         received.erase(0, sizeof head + head.sizeBytes);
         process.jobs.pop_front();
-        process.began = Clock::now();
     }
     return true;
 }
 
-// What the process was at has failed, unless somebody else killed it, for which no file is to
-// blame the first time.
-void Pool::replace(Process& process, std::vector<Answer>& answers) {
-    close(std::exchange(process.socket, -1));
+// Empty when somebody else killed it, for which no file is to blame the first time.
+std::string Pool::reasonOfEnd(Process& process) {
     int status = 0;
+    kill(process.pid, SIGKILL);  // of no effect on one that is ending
     while (waitpid(process.pid, &status, 0) < 0 && errno == EINTR) continue;
-    std::deque<Job> jobs = std::exchange(process.jobs, {});
-    if (jobs.empty()) return;
-    if (process.isOverdue) {
-        const auto seconds = std::chrono::duration<double>(mRules.timeout).count();
-        std::string text = std::to_string(seconds);
-        text.erase(text.find_last_not_of('0') + 1);
-        if (text.ends_with('.')) text.pop_back();
-        answers.push_back({jobs.front().ticket, "", "took longer than " + text + " s"});
-        jobs.pop_front();
-    } else if (isKilled(status) && !jobs.front().isRepeated) {
-        jobs.front().isRepeated = true;
-    } else {
-        answers.push_back({jobs.front().ticket, "", howItEnded(status)});
-        jobs.pop_front();
-    }
-    if (jobs.empty()) return;
-    start(process);
-    for (Job& job : jobs) send(process, std::move(job));
+    const bool isFirst = process.jobs.empty() || !process.jobs.front().isRepeated;
+    return isKilled(status) && isFirst ? "" : howItEnded(status);
 }
 
-std::chrono::milliseconds Pool::untilOverdue(std::chrono::milliseconds most) const {
+// What the process was at has failed, if there is a reason.
+void Pool::lose(Process& process, std::string why, std::vector<Answer>& answers) {
+    close(std::exchange(process.socket, -1));
+    std::deque<Job> jobs = std::exchange(process.jobs, {});
+    if (jobs.empty()) return;
+    if (why.empty()) {
+        jobs.front().isRepeated = true;
+    } else {
+        answers.push_back({jobs.front().ticket, "", std::move(why)});
+        jobs.pop_front();
+    }
+    std::ranges::move(jobs, std::back_inserter(mLeft));
+}
+
+bool Pool::isOverdue(const Process& process) {
+    return mRules.timeout > 0ms && !process.jobs.empty() &&
+           time() - process.began >= mRules.timeout;
+}
+
+std::chrono::milliseconds Pool::untilOverdue(std::chrono::milliseconds most) {
     if (mRules.timeout == 0ms) return most;
-    const auto now = Clock::now();
     for (const Process& each : mProcesses) {
-        if (each.jobs.empty() || each.isOverdue) continue;
+        if (each.jobs.empty()) continue;
         const auto left =
-                std::chrono::ceil<std::chrono::milliseconds>(each.began + mRules.timeout - now);
+                std::chrono::ceil<std::chrono::milliseconds>(each.began + mRules.timeout - time());
         most = std::clamp(left, 0ms, most);
     }
     return most;
 }
 
 std::vector<Answer> Pool::wait(std::chrono::milliseconds most, const sigset_t& mask) {
-    std::vector<pollfd> states;  // no more of them than open files are allowed
-    std::vector<Process*> processes;
-    for (Process& each : mProcesses) {
-        if (each.socket < 0) continue;
-        states.push_back({each.socket, POLLIN, 0});
-        processes.push_back(&each);
-    }
+    std::vector<pollfd> states;
+    for (const Process& each : mProcesses) states.push_back({each.socket, POLLIN, 0});
     const auto wait = untilOverdue(most);
-    const timespec time{wait / 1s, wait % 1s / 1ms * 1'000'000};
+    const timespec patience{wait / 1s, wait % 1s / 1ms * 1'000'000};
     std::vector<Answer> answers;
-    if (ppoll(states.data(), states.size(), &time, &mask) < 0) return answers;
+    if (ppoll(states.data(), states.size(), &patience, &mask) < 0) return answers;
     for (size_t i = 0; i < states.size(); i++) {
-        Process& process = *processes[i];
-        const bool isReady = states[i].revents != 0;
-        if (isReady && !receive(process, answers)) replace(process, answers);
-        const bool isTimed = mRules.timeout > 0ms && !process.jobs.empty() && !process.isOverdue;
-        if (isTimed && Clock::now() - process.began >= mRules.timeout) {
-            process.isOverdue = true;
+        Process& process = mProcesses[i];
+        if (process.socket < 0) continue;
+        if (states[i].revents != 0 && !receive(process, answers)) {
+            lose(process, reasonOfEnd(process), answers);
+        } else if (isOverdue(process)) {
             kill(process.pid, SIGKILL);
+            mKilled.push_back(process.pid);  // when a disk does not answer, this takes its time
+            lose(process, tookLongerThan(mRules.timeout), answers);
         }
     }
+    for (Job& job : std::exchange(mLeft, {})) place(std::move(job));
     return answers;
 }
 

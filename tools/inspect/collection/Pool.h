@@ -39,7 +39,7 @@ public:
     bool hasRoom() const;
     bool isIdle() const;
 
-    // There is room. Throws a FileError when no process can be started.
+    // There is room. Throws a FileError when not even one process can be started.
     void give(uint64_t ticket, std::string request);
 
     // What has come, after no longer than this; signals outside of the mask end the wait.
@@ -55,22 +55,27 @@ private:
     struct Process {
         pid_t pid = 0;
         int socket = -1;
-        std::deque<Job> jobs;     // the first is at work since
-        Clock::time_point began;  //
-        std::string received;     // up to an answer that is not whole
-        bool isOverdue = false;
+        std::deque<Job> jobs;   // the first is at work since
+        Clock::duration began;  //
+        std::string received;   // up to an answer that is not whole
     };
 
+    Clock::duration time();
     void start(Process& process);
     [[noreturn]] void serve(int socket) const;
-    static void send(Process& process, Job job);
-    static void end(Process& process);
-    static bool receive(Process& process, std::vector<Answer>& answers);
-    void replace(Process& process, std::vector<Answer>& answers);
-    std::chrono::milliseconds untilOverdue(std::chrono::milliseconds most) const;
+    void place(Job job);
+    bool receive(Process& process, std::vector<Answer>& answers);
+    std::string reasonOfEnd(Process& process);
+    void lose(Process& process, std::string why, std::vector<Answer>& answers);
+    std::chrono::milliseconds untilOverdue(std::chrono::milliseconds most);
+    bool isOverdue(const Process& process);
 
     PoolRules mRules;
     std::vector<Process> mProcesses;
+    std::vector<pid_t> mKilled;  // and not waited for
+    std::vector<Job> mLeft;      // of processes that are lost
+    Clock::time_point mLooked = Clock::now();
+    Clock::duration mTime{};
 };
 
 }  // namespace inspect

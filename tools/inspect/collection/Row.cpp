@@ -107,7 +107,8 @@ bool meets(const std::string& check, const FileRow& row) {
     };
     if (check.empty()) return true;
     if (check == "all") return playsAll(row.plays);
-    const bool isRead = row.plays.front().verdict != toString(FilePlay::kNoParser);
+    const bool isRead =
+            !row.plays.empty() && row.plays.front().verdict != toString(FilePlay::kNoParser);
     return std::ranges::all_of(row.tracks, [&](const TrackRow& track) {
         return track.kind != check || (isRead && playsAll(track.plays));
     });

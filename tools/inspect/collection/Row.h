@@ -50,6 +50,7 @@ struct FileRow {
     std::optional<int64_t> sizeBytes;   // none = it could not be opened
     std::optional<int64_t> modifiedNs;  // since 1970; with the size, what tells of a change
     std::string error;                  // empty = it could be read, and all below is set
+    std::string fault;                  // what is wrong all the same; not read from JSON
     std::string format;                 // the demuxer's name
     std::string mime;
     std::optional<int64_t> durationUs;

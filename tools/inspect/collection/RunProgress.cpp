@@ -1,10 +1,14 @@
 #include "inspect/collection/RunProgress.h"
 
+#include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <string>
 
 namespace inspect {
 namespace {
+
+namespace fs = std::filesystem;
 
 std::string inTime(double seconds) {
     const auto whole = static_cast<int64_t>(std::ceil(seconds));
@@ -15,9 +19,12 @@ std::string inTime(double seconds) {
 
 }  // namespace
 
-// What comes through standard input can be read once only.
+// What comes through a pipe can be read once only.
 RunProgress::RunProgress(const FileSources& sources) {
-    if (mLine.isTerminal() && sources.list != "-") mCounter.emplace(sources);
+    std::error_code ignored;
+    const bool isReadAgain = sources.list.empty() ||
+                             (sources.list != "-" && fs::is_regular_file(sources.list, ignored));
+    if (mLine.isTerminal() && isReadAgain) mCounter.emplace(sources);
 }
 
 void RunProgress::show(uint64_t done, uint64_t skipped, uint64_t notPlaying) {
@@ -28,12 +35,13 @@ void RunProgress::show(uint64_t done, uint64_t skipped, uint64_t notPlaying) {
         if (!mIsCounted) mTotal++;
     }
     const double seconds = std::chrono::duration<double>(Clock::now() - mBegin).count();
-    const double rate = static_cast<double>(done - skipped) / seconds;
+    const double rate = static_cast<double>(done - std::min(done, skipped)) / seconds;
     std::string text = std::to_string(done);
     if (mIsCounted) text += " of " + std::to_string(mTotal);
     text += "  " + std::to_string(std::lround(rate)) + "/s";
     if (mIsCounted && rate > 0) {
-        text += "  " + inTime(static_cast<double>(mTotal - done) / rate) + " left";
+        text += "  " + inTime(static_cast<double>(mTotal - std::min(done, mTotal)) / rate) +
+                " left";
     }
     text += "  " + std::to_string(notPlaying) + " do not play";
     const auto share = static_cast<double>(done) / static_cast<double>(mTotal);

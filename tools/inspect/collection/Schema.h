@@ -4,7 +4,7 @@
 
 namespace inspect {
 
-inline constexpr int kSchemaVersion = 1;         // user_version; grows when a table changes
+inline constexpr int kSchemaVersion = 2;         // user_version; grows when a table changes
 inline constexpr int kApplicationId = 0x5a5243;  // application_id: whose database it is
 
 // Paths are TEXT, or a BLOB of those bytes that are no UTF-8.
@@ -23,6 +23,7 @@ CREATE TABLE IF NOT EXISTS files (
     settings_id INTEGER NOT NULL REFERENCES settings,
     is_media INTEGER NOT NULL,
     error TEXT,
+    fault TEXT,
     format TEXT,
     mime TEXT,
     duration_us INTEGER

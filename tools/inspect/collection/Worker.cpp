@@ -56,15 +56,25 @@ std::string encodeFinding(const FileReport& report, const WorkerRules& rules) {
 Finding decodeFinding(const std::string& text) {
     const size_t lineBytes = text.find('\n') + 1;
     const Json json = Json::from_msgpack(std::string_view(text).substr(lineBytes));
-    return {.isMedia = json.at("media"),
-            .faults = json.at("faults"),
-            .line = lineBytes > 1 ? text.substr(0, lineBytes) : "",
-            .row = rowOf(json.at("digest"))};
+    Finding finding = {.isMedia = json.at("media"),
+                       .faults = json.at("faults"),
+                       .line = lineBytes > 1 ? text.substr(0, lineBytes) : "",
+                       .row = rowOf(json.at("digest"))};
+    FileRow& row = finding.row;
+    for (const std::string& each : finding.faults) {
+        if (!row.error.empty()) break;
+        row.fault += (row.fault.empty() ? "" : "; ") + each.substr(row.path.size() + 2);
+    }
+    return finding;
 }
 
 std::string examine(const std::string& path, const WorkerRules& rules) {
     FileReport report = makeReport(path, rules.scope, nullptr);
-    if (hasChanged(report)) report = unreadable(path, "changed while it was read", rules);
+    if (hasChanged(report)) {
+        const bool isMedia = report.isMedia;
+        report = unreadable(path, "changed while it was read", rules);
+        report.isMedia = isMedia;
+    }
     return encodeFinding(report, rules);
 }
 

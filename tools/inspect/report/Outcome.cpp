@@ -1,5 +1,6 @@
 #include "inspect/report/Outcome.h"
 
+#include "inspect/media/OpenFile.h"
 #include "inspect/report/VerifyText.h"
 
 namespace inspect {
@@ -15,6 +16,10 @@ std::vector<std::string> faultsOf(const FileReport& report) {
         faults.push_back(file + "track " + std::to_string(track.stream.index) + ": " + fault);
     }
     return faults;
+}
+
+bool isExpectedToPlay(const std::string& path) {
+    return isNamedAsMedia(path);
 }
 
 }  // namespace inspect

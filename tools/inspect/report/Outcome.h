@@ -12,4 +12,7 @@ namespace inspect {
 // One line for each thing that went wrong.
 std::vector<std::string> faultsOf(const FileReport& report);
 
+// Whether a file of this name is missed when there is nothing in it.
+bool isExpectedToPlay(const std::string& path);
+
 }  // namespace inspect
