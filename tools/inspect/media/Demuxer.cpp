@@ -117,8 +117,10 @@ int Demuxer::start(const OpenFile& file, Samples samples, bool sparesDecoders) {
 int Demuxer::findStreamInfo(bool sparesDecoders) {
     std::vector<AVDictionary*> options(streams().size());
     for (AVStream* each : streams()) {
-        if (!sparesDecoders || !canBeReadFromPacket(*each)) continue;
-        each->codecpar->format = AV_PIX_FMT_YUV420P;  // so that nobody looks for it
+        const bool isReadInTime = findsParametersInPacket(*each);
+        if (!sparesDecoders || (!isReadInTime && !canBeReadFromPacket(*each))) continue;
+        if (!isReadInTime) each->codecpar->format = AV_PIX_FMT_YUV420P;  // nobody looks for it
+        // Prevents the first attempt to open one.
         av_dict_set(&options[static_cast<size_t>(each->index)], "codec_whitelist", "none", 0);
         mSpared.insert(each->index);
     }
@@ -135,9 +137,8 @@ bool Demuxer::readFirstPackets() {
                             av_read_frame(mContext.get(), packet.get()) >= 0;
         const int index = isRead ? packet->stream_index : -1;
         const bool isKnown =
-                isRead &&
-                (!mSpared.contains(index) ||
-                 readFromPacket(*packet, *streams()[static_cast<size_t>(index)]->codecpar));
+                isRead && (!mSpared.contains(index) ||
+                           readFromPacket(*packet, *streams()[static_cast<size_t>(index)]));
         if (!isKnown) return false;
         mSpared.erase(index);
         mRead.push_back(std::move(packet));
