@@ -1,7 +1,12 @@
 #include "inspect/media/Demuxer.h"
 
+extern "C" {
+#include <libavutil/mem.h>
+}
+
 #include <algorithm>
 #include <array>
+#include <climits>
 #include <memory>
 #include <new>
 #include <utility>
@@ -65,6 +70,26 @@ bool mayBeFrames(const InputFile& file) {
     return false;
 }
 
+// No decoder gets the memory for a picture of more than 8 million samples, or of half as many of
+// more than 8 bits: it fails behind the picture's headers, which tell all that is asked.
+class PictureLimit {
+public:
+    explicit PictureLimit(bool isLimited) { av_max_alloc(isLimited ? kMostBytes : INT_MAX); }
+    PictureLimit(const PictureLimit&) = delete;
+    PictureLimit& operator=(const PictureLimit&) = delete;
+    ~PictureLimit() { av_max_alloc(INT_MAX); }
+
+private:
+    static constexpr size_t kMostBytes = 8 << 20;
+};
+
+// The packets of such codecs may be as large as their pictures.
+bool hasLargePackets(const AVStream* stream) {
+    const AVCodecDescriptor* descriptor = avcodec_descriptor_get(stream->codecpar->codec_id);
+    return stream->codecpar->codec_type == AVMEDIA_TYPE_VIDEO &&
+           (descriptor == nullptr || (descriptor->props & AV_CODEC_PROP_INTRA_ONLY) != 0);
+}
+
 std::string whyUnreadable(int status, const std::optional<std::string>& truncation) {
     const std::string truncated = "is truncated: ";
     const std::string why = status < 0 ? readingError(status) : "no track can be read";
@@ -75,8 +100,11 @@ std::string whyUnreadable(int status, const std::optional<std::string>& truncati
 }  // namespace
 
 Demuxer::Demuxer(const OpenFile& file, Samples samples) {
-    int status = start(file, samples, true);
-    if (!readFirstPackets()) status = start(file, samples, false);
+    const bool isWhole = samples == Samples::kWhole;
+    int status = start(file, samples, isWhole ? Effort::kLeast : Effort::kDecode);
+    if (!readFirstPackets()) status = start(file, samples, Effort::kDecode);
+    // A packet may be beyond the limit of pictures too.
+    if (lacksPicture()) status = start(file, samples, Effort::kDecodeAll);
     // Codec data that are missing fail the second step, though the headers tell of the tracks.
     // Nobody can see into packets that are scrambled.
     if (mContext != nullptr && (hasKnownStream() || hasScrambledStream(file))) return;
@@ -85,7 +113,7 @@ Demuxer::Demuxer(const OpenFile& file, Samples samples) {
     throw FileError(whyUnreadable(status, file.extent().truncation));
 }
 
-int Demuxer::start(const OpenFile& file, Samples samples, bool sparesDecoders) {
+int Demuxer::start(const OpenFile& file, Samples samples, Effort effort) {
     mContext.reset();
     mSpared.clear();
     mRead.clear();
@@ -109,19 +137,23 @@ int Demuxer::start(const OpenFile& file, Samples samples, bool sparesDecoders) {
     // Behind the headers: enough for any frames that come, and an end to what is none.
     constexpr int64_t kMostRead = 48 << 20;
     stream.limit(kMostRead);
-    status = findStreamInfo(sparesDecoders && samples == Samples::kWhole);
+    status = findStreamInfo(effort);
     stream.limit(FileStream::kNoLimit);
     return status;
 }
 
-int Demuxer::findStreamInfo(bool sparesDecoders) {
+int Demuxer::findStreamInfo(Effort effort) {
     std::vector<AVDictionary*> options(streams().size());
     for (AVStream* each : streams()) {
-        if (!sparesDecoders || !canBeReadFromPacket(*each)) continue;
-        each->codecpar->format = AV_PIX_FMT_YUV420P;  // so that nobody looks for it
+        const bool isReadInTime = findsParametersInPacket(*each);
+        if (effort != Effort::kLeast || (!isReadInTime && !canBeReadFromPacket(*each))) continue;
+        if (!isReadInTime) each->codecpar->format = AV_PIX_FMT_YUV420P;  // nobody looks for it
+        // Prevents the first attempt to open one.
         av_dict_set(&options[static_cast<size_t>(each->index)], "codec_whitelist", "none", 0);
         mSpared.insert(each->index);
     }
+    const PictureLimit limit(effort != Effort::kDecodeAll &&
+                             std::ranges::none_of(streams(), hasLargePackets));
     const int status = avformat_find_stream_info(mContext.get(), options.data());
     for (AVDictionary*& each : options) av_dict_free(&each);
     return status;
@@ -135,9 +167,8 @@ bool Demuxer::readFirstPackets() {
                             av_read_frame(mContext.get(), packet.get()) >= 0;
         const int index = isRead ? packet->stream_index : -1;
         const bool isKnown =
-                isRead &&
-                (!mSpared.contains(index) ||
-                 readFromPacket(*packet, *streams()[static_cast<size_t>(index)]->codecpar));
+                isRead && (!mSpared.contains(index) ||
+                           readFromPacket(*packet, *streams()[static_cast<size_t>(index)]));
         if (!isKnown) return false;
         mSpared.erase(index);
         mRead.push_back(std::move(packet));
@@ -150,6 +181,14 @@ int Demuxer::read(AVPacket& packet) const {
     av_packet_move_ref(&packet, mRead.front().get());
     mRead.pop_front();
     return 0;
+}
+
+bool Demuxer::lacksPicture() const {
+    return mContext != nullptr && std::ranges::any_of(streams(), [](const AVStream* each) {
+               const AVCodecParameters& codec = *each->codecpar;
+               return codec.codec_type == AVMEDIA_TYPE_VIDEO &&
+                      (codec.width <= 0 || codec.format < 0);
+           });
 }
 
 bool Demuxer::hasKnownStream() const {

@@ -33,11 +33,17 @@ public:
     int read(AVPacket& packet) const;
 
 private:
-    // Returns libav's status. A decoder is spared where the first packet tells as much.
-    int start(const OpenFile& file, Samples samples, bool sparesDecoders);
-    int findStreamInfo(bool sparesDecoders);
+    enum class Effort {
+        kLeast,      // no decoder where the first packet tells as much
+        kDecode,     // but no large pictures
+        kDecodeAll,  // whatever memory it takes
+    };
+    // Returns libav's status.
+    int start(const OpenFile& file, Samples samples, Effort effort);
+    int findStreamInfo(Effort effort);
     // Of the streams that were spared a decoder. False: one of them needs it.
     bool readFirstPackets();
+    bool lacksPicture() const;
     bool hasKnownStream() const;
     bool hasScrambledStream(const OpenFile& file) const;
 

@@ -10,8 +10,12 @@ namespace inspect {
 // the container hold the rest.
 bool canBeReadFromPacket(const AVStream& stream);
 
+// Whether a decoder that is opened behind the first packet finds there what it would otherwise have
+// to decode a picture for: the parameter sets.
+bool findsParametersInPacket(const AVStream& stream);
+
 // Fills in the profile, the size of the pictures and the depth of their samples as a decoder does.
 // False: they cannot be told.
-bool readFromPacket(const AVPacket& packet, AVCodecParameters& codec);
+bool readFromPacket(const AVPacket& packet, AVStream& stream);
 
 }  // namespace inspect
