@@ -84,7 +84,7 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
   install(FILES packaging/copyright "${PROJECT_BINARY_DIR}/changelog.Debian.gz"
     DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${package}" COMPONENT ${component})
 endforeach()
-install(FILES docs/devices.md docs/json.md docs/zrinspect.schema.json
+install(FILES docs/collections.md docs/devices.md docs/json.md docs/zrinspect.schema.json
   DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/zrinspect" COMPONENT zrinspect)
 
 # cpack runs ldconfig in scripts of its own, for which Debian has the trigger.

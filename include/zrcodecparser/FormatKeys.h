@@ -79,7 +79,7 @@ inline constexpr const char* ZREAMEDIAFORMAT_KEY_ENCODINGTYPE  = "encoding-type"
 inline constexpr const char* ZREAMEDIAFORMAT_KEY_DSDSAMPLERATE = "dsd-sample-rate";  ///< int32, Hz: only that it is there counts
 inline constexpr const char* ZREAMEDIAFORMAT_KEY_AACFORMATADIF = "aac-format-adif";  ///< int32, not 0: AAC behind an ADIF header
 inline constexpr const char* ZREAMEDIAFORMAT_KEY_ISADTS        = "is-adts";          ///< int32, not 0: AAC behind ADTS headers
-inline constexpr const char* ZREAMEDIAFORMAT_KEY_FILEFORMAT    = "file-format";      ///< text: the container, for Qualcomm video decoders
+inline constexpr const char* ZREAMEDIAFORMAT_KEY_FILEFORMAT    = "file-format";      ///< text: the container's MIME type; "video/avi" counts for Qualcomm video decoders
 /// @}
 
 /// @name Between parsers and players

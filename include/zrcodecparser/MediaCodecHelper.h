@@ -19,8 +19,11 @@ namespace android {
 /// Hands a track's format to a decoder component, for decoder glue.
 ///
 /// How it is used: the format arrives as an AMessage, or as MetaData from older parsers; the
-/// operation for the track's codec hands the component its parameters. The texts in quotes below
-/// are keys of the message; in metadata the values stand under their codes (MetaKeys.h). Numbers
+/// operation for the track's codec hands the component its parameters. A message has the format's
+/// entries under the same keys: numbers of the same width, texts, and bytes as an ABuffer. On a
+/// device the platform makes it of a format; on a desktop a program does, by a walk with
+/// host::formatEntries (platform/Host.h). The texts in quotes below are keys of the message; in
+/// metadata the values stand under their codes (MetaKeys.h). Numbers
 /// have 32 bits, and are cut to their low bits where the component's field is narrower. A number of
 /// another type is as good as missing.
 ///
@@ -181,6 +184,20 @@ public:
     /// @endcode
     /// Fatal: each of these that is missing, "wma-vir-pkt-size" too, which is sent nowhere.
     ///
+    /// The parameter, under OMX_IndexParamAudioWma, little-endian; what is not named is the
+    /// component's own:
+    /// @code{.unparsed}
+    ///   offset, bytes
+    ///    0  4  64, the size              34  2  "wma-encode-opt"
+    ///    4  4  the version, 1            36  2  "wma-adv-enc-opt1", versions 1 to 3
+    ///    8  4  0, the port               40  4  "wma-adv-enc-opt2", versions 1 and 2
+    ///   12  2  "channel-count"           44  2  "wma-format-tag"
+    ///   16  4  "bitrate"                 46  2  "wma-bits-per-sample"
+    ///   28  4  "sample-rate"             52  4  "wma-voice-enc-opt1", version 3
+    ///   32  2  "wma-block-align"         56  4  "wma-voice-enc-opt2_0", version 3
+    ///                                    60  4  "wma-voice-enc-opt2_1", version 3
+    /// @endcode
+    ///
     /// @return -1 (logged) without "wma-version"; -1010 for more than two channels, before the keys
     /// behind "channel-count" are looked for; 0, with nothing sent, for a version that is none of 0
     /// to 3; else the component's: the status of its telling its values, which version 3 ignores,
@@ -236,16 +253,20 @@ public:
 
     /// @{
     /// Whether input buffers hold arbitrary pieces of the stream ("use-arbitrary-mode" other than
-    /// 0) or one whole frame each. A component that refuses is logged.
+    /// 0) or one whole frame each. Sent under the index 0x7F000002 are 24 bytes: zeros, size and
+    /// version too, and at offset 20 the number 1 for pieces, 3 for frames. A component that
+    /// refuses is logged.
     static void configureFramePackingFormat(const sp<AMessage>& format, const sp<IOMXNode>& node);
     static void configureFramePackingFormat(const sp<MetaData>& format, const sp<IOMXNode>& node);
     /// @}
 
     /// A Qualcomm decoder: frame packing as above; timestamps put in order, for VC-1 and MPEG-4
-    /// components and AVI files ("file-format"); decoding of sync frames only, for the bit 0x400 of
-    /// flags (thumbnails); user data, for 1 under "enable-extradata-user". A component that refuses
-    /// is logged, and the rest set all the same, but for thumbnails, where the call ends. The
-    /// component's name must not be null: it is compared by its beginning, and logged.
+    /// components and AVI files, whose "file-format" begins with "video/avi"
+    /// (ZRE_MEDIA_MIMETYPE_CONTAINER_AVI; the parser stores it, setTrackMeta does not); decoding of
+    /// sync frames only, for the bit 0x400 of flags (thumbnails); user data, for 1 under
+    /// "enable-extradata-user". A component that refuses is logged, and the rest set all the same,
+    /// but for thumbnails, where the call ends. The component's name must not be null: it is
+    /// compared by its beginning, and logged.
     static void configureQCOMVideoDecoder(const sp<AMessage>& format, const sp<IOMXNode>& node,
                                           uint32_t flags, const char* componentName);
 };

@@ -48,6 +48,13 @@ namespace android {
 /// "audio/notsupport". Sizes that overflow their type end the process. Messages go to the system
 /// log under the tag "MediaExtractorHelper"; about ID3 tags, "ZRID3" and "ID3Wrapper".
 ///
+/// The content of a file can end the process in setVideoConfig and the operations that it uses: by
+/// AVC data of 1 to 3 bytes, and by an AVC or HEVC SPS whose cropping is larger than its picture,
+/// whose picture has a side of 2^31 or more, or, of HEVC, that is shorter than its header. A parser
+/// looks at the size before the call; against the others it runs in a process of its own, as on a
+/// device. On a desktop the handler of host::setFatalHandler (platform/Host.h) may also throw or
+/// jump out of the call: nothing is held there that needs to be released.
+///
 /// Ownership: formats, records and bytes belong to the caller and are only used during the call;
 /// whatever a format stores is its own copy. Input bytes come from files and may hold anything:
 /// what is missing at the end of codec data reads as zero, and tags that are cut short are refused.
@@ -66,8 +73,10 @@ public:
     /// keys that belong to the codec: "divx-version", "use-arbitrary-mode", "Layer-info",
     /// "wma-version", "wma-format-tag" (FormatKeys.h).
     ///
-    /// The device's codec list is asked for a decoder of the codec's type. Some codecs have an
-    /// alternative type, which is asked for first and taken when it has a decoder:
+    /// The device's codec list is asked for a decoder of the codec's type: docs/supported.md has
+    /// the type of each. DivX 4, 5 and 6 (123 to 125; "DX50" in AVI is DivX 5) ask for
+    /// "video/divx"; MPEG-1 asks for "video/mpeg2", Xvid and MPEG-4 ASP for "video/mp4v-es". Some
+    /// codecs have an alternative type, which is asked for first and taken when it has a decoder:
     /// @code{.unparsed}
     ///   EVRC, QCELP, ALAC  "audio/x-zr-evrc", "audio/x-zr-qcelp", "audio/x-zr-alac"
     ///   AAC behind ADTS    "audio/mp4a-latm", before "audio/aac-adts"
@@ -119,9 +128,8 @@ public:
     ///   any    AMEDIAFORMAT_KEY_MAX_INPUT_SIZE, bytes: 1880064 for video, 1048576 for the others,
     ///          whatever the track; a parser whose samples can be larger replaces it after this
     ///          call
-    ///   video  AMEDIAFORMAT_KEY_WIDTH, _HEIGHT, _STRIDE and _SLICE_HEIGHT (width and height
-    ///   again):
-    ///          pixels; _BIT_RATE: bits per second; "exist-sync-frame": 1, if the container marks
+    ///   video  AMEDIAFORMAT_KEY_WIDTH, _HEIGHT: pixels; _STRIDE and _SLICE_HEIGHT: the same
+    ///          again; _BIT_RATE: bits per second; "exist-sync-frame": 1, if the container marks
     ///          key frames; _FRAME_RATE: frames per second, if known
     ///   audio  "real-sample-rate": Hz; "real-sample-bits": bits, 0 = unknown;
     ///          AMEDIAFORMAT_KEY_SAMPLE_RATE: Hz; _CHANNEL_COUNT; _BIT_RATE: bits per second;
@@ -133,11 +141,16 @@ public:
     ///   text   AMEDIAFORMAT_KEY_LANGUAGE: textLanguage of SubRip, SSA and ASS, bitmapLanguage of
     ///          pictures if it is not null; AMEDIAFORMAT_KEY_MIME
     /// @endcode
+    /// A track that cannot be played has all of these keys, but for those of SupportCodecEx, which
+    /// come with a type: WMA without a decoder has no "wma-version" and no "wma-format-tag", and
+    /// MediaCodecHelper::setWMAFormat refuses it.
+    ///
     /// @return 0, always: a track kind that is none of the three is logged and gets
     /// "audio/notsupport" and no other key; subtitles that cannot be shown get it too.
     int32_t setTrackMeta(void* trackInfo, AMediaFormat* format, bool useArbitraryMode);
 
-    /// Stores the container's MIME type for a FileKind.
+    /// Stores the container's MIME type for a FileKind. The parser of any other container stores
+    /// one itself, under AMEDIAFORMAT_KEY_MIME (ZRE_MEDIA_MIMETYPE_CONTAINER_..., MediaDefs.h).
     ///
     /// The MIME type for QCP files is that of the stream in them.
     ///
@@ -237,6 +250,11 @@ public:
     /// a PPS, which is logged with the same words, and for a parameter set of more than 65535
     /// bytes, nothing stored.
     ///
+    /// A finished record, as MP4 and Matroska have it, is such data without an SPS behind a start
+    /// code: it is stored, and the -1 is no reason to drop the track. The MIME type that is stored
+    /// beside a record made of a stream replaces "video/notsupport" too: what codec selection has
+    /// said is to be read before this call.
+    ///
     /// Fatal: a conformance window larger than the picture, a side of 2^31 or more, an SPS shorter
     /// than its 2-byte header.
     status_t MakeHEVCCodecSpecificData(const uint8_t* data, size_t size, AMediaFormat* format);
@@ -259,6 +277,19 @@ public:
 
     /// Stores an audio track's codec private data, of `*size` bytes, in the form for its CodecType.
     /// data may be a buffer of format itself; `*size` is not changed.
+    ///
+    /// The data begin behind what the container itself puts in front of them:
+    /// @code{.unparsed}
+    ///   WAV, AVI, ASF  behind the 18 bytes of the WAVEFORMATEX; its last field says how many
+    ///   MP4            of an "esds" box the content of the DecoderSpecificInfo; of "dfLa" what
+    ///                  stands behind version and flags, "fLaC" put in front of it
+    ///   Matroska       the whole CodecPrivate; with "A_MS/ACM" that is a WAVEFORMATEX
+    ///   Ogg            of Vorbis the three header packets, laced as Matroska does; of Opus the
+    ///                  first packet; of FLAC the first one from "fLaC" on
+    /// @endcode
+    /// MP3, AC-3, ADTS and others that say everything in each frame have none: nothing is called.
+    ///
+    /// What is stored:
     /// @code{.unparsed}
     ///   201 AAC       an AudioSpecificConfig of any length, as setESDS for audio
     ///   207 FLAC      the whole data: "flac-codec-specific-data". If they are 26 bytes or more and
@@ -274,7 +305,9 @@ public:
     ///   214 WMA voice "wma-channel-mask": 32 bits at byte 2; "wma-encode-opt", "wma-adv-enc-opt1":
     ///                 16 bits at bytes 14, 16; "wma-voice-enc-opt1", "wma-voice-enc-opt2_0",
     ///                 "wma-voice-enc-opt2_1": 32 bits at bytes 18, 22, 26
-    ///   218 ADPCM     the whole data: "adpcm-codec-specific-data"
+    ///   218 ADPCM     all the data that are given, not looked at: "adpcm-codec-specific-data";
+    ///                 zrinspect takes them for what stands behind a WAVEFORMATEX (wSamplesPerBlock
+    ///                 and, of MS ADPCM, the coefficients)
     ///   228 Opus      the whole data: AMEDIAFORMAT_KEY_CSD_0
     /// @endcode
     /// Any other code stores nothing, 209 (WMA of an unknown version) and 226 (AAC behind ADTS
@@ -339,6 +372,17 @@ public:
     /// @endcode
     /// Any other code stores nothing, and its data are not looked at.
     ///
+    /// The data begin behind what the container itself puts in front of them; where there are
+    /// none, they stand in the stream:
+    /// @code{.unparsed}
+    ///   AVI, ASF       behind the 40 bytes of the BITMAPINFOHEADER
+    ///   MP4            the content of "avcC", "hvcC"; of "esds" that of the DecoderSpecificInfo
+    ///   Matroska       the whole CodecPrivate; with "V_MS/VFW/FOURCC" that is a BITMAPINFOHEADER
+    ///   in the stream  AVC, HEVC: a sample, with start codes, that has the parameter sets;
+    ///                  MPEG-1, -2, -4: what stands in front of the first picture
+    /// @endcode
+    /// Without any data it is not called: MPEG-4 would get a descriptor with nothing in it.
+    ///
     /// @return 0 but for AVC and HEVC. size is not changed.
     ///
     /// Fatal where the operation named is.
@@ -362,6 +406,10 @@ public:
     /// (ITU-T H.264 7.3.1). False for any other codec, HEVC included, and for no data, null or of
     /// size 0. A start code counts only with two bytes or more behind it. An H.263 picture that is
     /// not INTRA is logged.
+    ///
+    /// @return true for a key frame; false for a sample that is none and also where nobody can
+    /// tell: the codec says which of the two it is. What is said of H.264 with lengths in place of
+    /// start codes means nothing.
     bool isKeyFrame(const uint8_t* data, size_t size, int codecType);
 
     // --- Tags ---

@@ -18,19 +18,24 @@ inline constexpr uint32_t kTrackTypeText = 3;   ///< the record has TrackInfo::T
 struct TrackInfo {
     /// What the container says of pictures.
     struct Video {
-        uint32_t width;         ///< pixels
-        uint32_t height;        ///< pixels
-        uint32_t bitRate;       ///< bits per second
+        uint32_t width;         ///< pixels; 0 = unknown, and stored as it is
+        uint32_t height;        ///< pixels; 0 = unknown, and stored as it is
+        uint32_t bitRate;       ///< bits per second; 0 = unknown, and stored as it is
         uint32_t frameRate;     ///< frames per second; 0 = unknown
         uint32_t hasSyncFrame;  ///< nonzero: the container marks key frames
     };
 
     /// What the container says of sound.
     struct Audio {
-        uint32_t channelCount;   ///< how many channels
-        uint32_t sampleRate;     ///< samples per second
-        uint32_t bitsPerSample;  ///< of a PCM sample; 0 = unknown
-        uint32_t bitRate;        ///< bits per second; for G.726 also the codec-specific data
+        uint32_t channelCount;  ///< how many channels
+        uint32_t sampleRate;    ///< samples per second
+        /// Of a PCM sample, in the container; 0 = unknown. It stays the container's number where
+        /// the parser hands out 16 bits: it then stores these itself, after setTrackMeta, under
+        /// AMEDIAFORMAT_KEY_BITS_PER_SAMPLE, and 2 under AMEDIAFORMAT_KEY_PCM_ENCODING.
+        uint32_t bitsPerSample;
+        /// Bits per second; 0 = unknown, and stored as it is. For G.726 also the codec-specific
+        /// data.
+        uint32_t bitRate;
         uint16_t blockAlign;     ///< bytes; used by the WMA family
         const char* language;    ///< ISO 639, NUL-terminated; null = unknown
         uint8_t codecDelay[8];   ///< Opus: stored as it is as codec-specific data 1

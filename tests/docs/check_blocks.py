@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Checks every code block of Markdown pages, and the C++ examples in headers.
 
-usage: check_blocks.py --program ZRINSPECT --compiler CXX FILE...
+usage: check_blocks.py [--program ZRINSPECT | --folder FOLDER] --compiler CXX FILE...
 
 What becomes of a block follows from its language:
   none   each line that begins with "$ " is run, and its output compared with the lines below it
@@ -12,7 +12,8 @@ What becomes of a block follows from its language:
   sql    nothing here: tests/collection/database.py asks a real database
 Any other is an error. A file's name behind the language has the block written to that file. "..." in
 an output stands for anything, alone on a line for any lines. The blocks of a page are run in their
-order in one folder, which looks like the project's with scripts/inspect built.
+order in one folder: the one that is named, or one that looks like the project's with scripts/inspect
+built.
 """
 import argparse
 import json
@@ -120,17 +121,17 @@ def make_folder(folder, program):
     (folder / 'scripts/inspect').symlink_to(program)
 
 
-def check_page(page, program, compiler):
+def check_page(page, options):
     """The complaints about a page's blocks."""
     with tempfile.TemporaryDirectory() as name:
-        folder = Path(name)
-        make_folder(folder, program)
+        folder = options.folder or Path(name)
+        if not options.folder: make_folder(folder, options.program)
         for line, language, file, text in blocks_of(page):
             where = f'{page.relative_to(PROJECT)}:{line}'
             if file: (folder / file).write_text(text)
             if language == 'sql': continue
             if language in SHOWN and not file: print(f'{where}: {language}: not checked')
-            checks = {'': lambda: run(text, folder), 'cpp': lambda: compile_(text, compiler),
+            checks = {'': lambda: run(text, folder), 'cpp': lambda: compile_(text, options.compiler),
                       'json': lambda: check_json(text)} | dict.fromkeys(SHOWN, lambda: None)
             wrong = checks.get(language, lambda: f'unknown language {language}')()
             if wrong: yield f'{where}: {wrong}'
@@ -138,12 +139,14 @@ def check_page(page, program, compiler):
 
 def main():
     parser = argparse.ArgumentParser()
-    parser.add_argument('--program', type=lambda path: Path(path).resolve(), required=True)
+    where = parser.add_mutually_exclusive_group(required=True)
+    where.add_argument('--program', type=lambda path: Path(path).resolve())
+    where.add_argument('--folder', type=lambda path: Path(path).resolve())
     parser.add_argument('--compiler', required=True)
     parser.add_argument('pages', type=lambda path: Path(path).resolve(), nargs='+')
     options = parser.parse_args()
     wrong = [complaint for page in options.pages
-             for complaint in check_page(page, options.program, options.compiler)]
+             for complaint in check_page(page, options)]
     print(*wrong, sep='\n')
     return 1 if wrong else 0
 

@@ -48,7 +48,8 @@ using LogSink = std::function<void(const LogLine&)>;
 /// warning and above go to standard error.
 LogSink setLogSink(LogSink sink);
 
-/// Receives the text of a fatal assertion. It must not return normally: it aborts, throws or jumps.
+/// Receives the text of a fatal assertion, in the thread that made the call, and must not return:
+/// it ends the process, throws or jumps.
 using FatalHandler = void (*)(const char* text);
 
 /// Takes the handler for fatal assertions and returns the former one. With a null handler the text
@@ -62,7 +63,8 @@ struct FormatEntry {
     std::string key;    ///< as it was set
     FormatValue value;  ///< bytes for a buffer
 };
-/// A walk over a format: every entry in the order in which its key was first set.
+/// A walk over a format: every entry in the order in which its key was first set. Stored in an
+/// AMessage one by one, under their keys, they are what decoder glue gets of a track.
 std::vector<FormatEntry> formatEntries(const AMediaFormat* format);
 
 /// A sample buffer over memory of the caller's, which must outlive it. Keeps any offset, length and

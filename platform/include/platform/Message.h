@@ -18,6 +18,8 @@ class ABuffer;
 ///
 /// Each setter stores the value in place of whatever was under the key: texts as copies, buffers as
 /// references. A finder returns true, and writes its output, only for a value of its type.
+///
+/// One that describes a track holds what the track's AMediaFormat holds, under the same keys.
 class AMessage : public RefBase {
 public:
     AMessage();  ///< empty
