@@ -218,12 +218,18 @@ class Test:
                                      f"'{many}/0/%' OR path = '{many}/1/notes.txt'"), [])
         self.run('fresh.db', many)
         self.expect('after changes', self.content('whole.db'), self.content('fresh.db'))
+        # A folder that is not there is not known to be empty.
+        many.rename(self.folder / 'elsewhere')
+        self.run('whole.db', many)
+        self.expect('without the folder', *(
+            self.ask(database, f"SELECT count(*) FROM files WHERE path <> '{many}'")
+            for database in ('whole.db', 'fresh.db')))
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument('zrinspect', type=Path)
-    parser.add_argument('--kills', type=int, default=10)
+    parser.add_argument('--kills', type=int, default=50)
     parser.add_argument('--copies', type=int, default=100, help='of each file, to be killed among')
     options = parser.parse_args()
     with tempfile.TemporaryDirectory() as folder:

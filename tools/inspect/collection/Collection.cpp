@@ -153,6 +153,7 @@ private:
     uint64_t mNotPlaying = 0;
     uint64_t mNoMedia = 0;
     uint64_t mUnchanged = 0;
+    bool mAreAllSeen = true;  // that are there
     bool mCanPrint = true;
     Ending mEnding;
 };
@@ -184,6 +185,9 @@ void Run::look(Waiting& waiting, uint64_t ticket) {
         mPool.give(ticket, waiting.file.path);
     } else {
         waiting.text = encodeFailure(waiting.file.path, why, mRules);
+        // A folder may be back tomorrow.
+        const bool isFolderLost = !waiting.file.error.empty() || !waiting.file.isFound;
+        if (isFolderLost && status.st_mode == 0) mAreAllSeen = false;
     }
 }
 
@@ -266,7 +270,7 @@ void Run::tell(const std::string& text) {
 void Run::sum(bool isWhole) {
     size_t gone = 0;
     if (mDatabase) {
-        if (isWhole) gone = mDatabase->dropMissing(mOptions.sources.paths);
+        if (isWhole && mAreAllSeen) gone = mDatabase->dropMissing(mOptions.sources.paths);
         mDatabase->forEach([this](const FileRow& row) { weigh(row); });
     }
     if (mAgainst) {
@@ -307,7 +311,9 @@ void Run::lookAtAll(const sigset_t& whileWaiting) {
         mProgress.show(mSettled, mOptions.skip, mNotPlaying);
         constexpr auto kMostWait = 200ms;
         const auto wait = mPool.isIdle() ? 0ms : kMostWait;
-        for (Answer& answer : mPool.wait(wait, whileWaiting)) place(std::move(answer));
+        std::vector<Answer> answers = mPool.wait(wait, whileWaiting);
+        for (Answer& answer : answers) place(std::move(answer));
+        if (answers.empty() && mDatabase) mDatabase->commit();  // there is time
     }
     mProgress.hide();
     if (mDatabase) mDatabase->commit();
