@@ -135,15 +135,18 @@ bool canDecode(const AVCodecParameters& parameters, Bytes data) {
 }
 
 // Whether a whole frame begins so, whatever follows it: its checksum fits where the decoder ends.
-bool beginsWithWholeFrame(const AVCodecParameters& codec, Bytes data) {
+// Stops when it has tried as many bytes as are left: behind a checksum that fits, zeros fit as
+// well.
+bool beginsWithWholeFrame(const AVCodecParameters& codec, Bytes data, int64_t& bytesLeft) {
     constexpr size_t kLeastFrameBytes = 11;
+    constexpr int64_t kBytesOfTry = 64 << 10;  // what it costs to make a decoder
     const AVCRC* table = av_crc_get_table(AV_CRC_16_ANSI);
     uint32_t checksum = 0;
-    for (size_t size = 1; size <= data.size(); size++) {
+    for (size_t size = 1; size <= data.size() && bytesLeft > 0; size++) {
         checksum = av_crc(table, checksum, &data[size - 1], 1);
-        if (checksum == 0 && size >= kLeastFrameBytes && canDecode(codec, data.first(size))) {
-            return true;
-        }
+        if (checksum != 0 || size < kLeastFrameBytes) continue;
+        if (canDecode(codec, data.first(size))) return true;
+        bytesLeft -= static_cast<int64_t>(size) + kBytesOfTry;
     }
     return false;
 }
@@ -157,19 +160,21 @@ std::optional<std::string> lackingSamples(AVFormatContext& context) {
     if (total == AV_NOPTS_VALUE || total <= 0) return {};
     if (av_seek_frame(&context, stream.index, total, AVSEEK_FLAG_BACKWARD) < 0) return {};
     int64_t end = 0;
+    int64_t bytesLeft = int64_t{1} << 30;
     const LibAvPtr<AVPacket> packet(av_packet_alloc());
     while (end < total && av_read_frame(&context, packet.get()) >= 0) {
         const Bytes data(packet->data, static_cast<size_t>(packet->size));
         const bool isFrame = packet->stream_index == stream.index && packet->size <= kMaxFrameBytes;
         if (!isFrame) return {};
-        if (beginsWithWholeFrame(*stream.codecpar, data)) end = packet->pts + packet->duration;
+        if (beginsWithWholeFrame(*stream.codecpar, data, bytesLeft))
+            end = packet->pts + packet->duration;
         av_packet_unref(packet.get());
     }
     const auto samples = [&](int64_t time) {
         const AVRational perSample = {1, stream.codecpar->sample_rate};
         return av_rescale_q(time, stream.time_base, perSample);
     };
-    if (end == 0 || samples(end) >= samples(total)) return {};
+    if (end == 0 || bytesLeft <= 0 || samples(end) >= samples(total)) return {};
     return "its last whole frame ends at sample " + std::to_string(samples(end)) + " of " +
            std::to_string(samples(total));
 }
