@@ -95,6 +95,11 @@ template <typename T>
 bool operator==(const sp<T>& reference, std::nullptr_t) {
     return reference.get() == nullptr;
 }
+
+template <typename T, typename U>
+bool operator!=(const sp<T>& left, const U& right) {
+    return !(left == right);
+}
 /// @}
 
 }  // namespace android

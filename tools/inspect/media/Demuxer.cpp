@@ -6,7 +6,6 @@ extern "C" {
 
 #include <algorithm>
 #include <array>
-#include <climits>
 #include <memory>
 #include <new>
 #include <utility>
@@ -74,10 +73,12 @@ bool mayBeFrames(const InputFile& file) {
 // more than 8 bits: it fails behind the picture's headers, which tell all that is asked.
 class PictureLimit {
 public:
-    explicit PictureLimit(bool isLimited) { av_max_alloc(isLimited ? kMostBytes : INT_MAX); }
+    explicit PictureLimit(bool isLimited) {
+        av_max_alloc(isLimited ? kMostBytes : kMaxAllocatedBytes);
+    }
     PictureLimit(const PictureLimit&) = delete;
     PictureLimit& operator=(const PictureLimit&) = delete;
-    ~PictureLimit() { av_max_alloc(INT_MAX); }
+    ~PictureLimit() { av_max_alloc(kMaxAllocatedBytes); }
 
 private:
     static constexpr size_t kMostBytes = 8 << 20;
@@ -105,6 +106,7 @@ Demuxer::Demuxer(const OpenFile& file, Samples samples) {
     if (!readFirstPackets()) status = start(file, samples, Effort::kDecode);
     // A packet may be beyond the limit of pictures too.
     if (lacksPicture()) status = start(file, samples, Effort::kDecodeAll);
+    mStream->limit(FileStream::kNoLimit);
     // Codec data that are missing fail the second step, though the headers tell of the tracks.
     // Nobody can see into packets that are scrambled.
     if (mContext != nullptr && (hasKnownStream() || hasScrambledStream(file))) return;
@@ -137,9 +139,7 @@ int Demuxer::start(const OpenFile& file, Samples samples, Effort effort) {
     // Behind the headers: enough for any frames that come, and an end to what is none.
     constexpr int64_t kMostRead = 48 << 20;
     stream.limit(kMostRead);
-    status = findStreamInfo(effort);
-    stream.limit(FileStream::kNoLimit);
-    return status;
+    return findStreamInfo(effort);
 }
 
 int Demuxer::findStreamInfo(Effort effort) {

@@ -18,6 +18,9 @@ extern "C" {
 
 namespace inspect {
 
+// For no sample and no index more, whatever its size says.
+inline constexpr size_t kMaxAllocatedBytes = size_t{512} << 20;
+
 struct LibAvDelete {
     void operator()(AVFormatContext* context) const { avformat_close_input(&context); }
     void operator()(AVBSFContext* context) const { av_bsf_free(&context); }

@@ -38,7 +38,7 @@ void failAsNotMedia(const InputFile& file) {
 
 OpenFile::OpenFile(const InputFile& input) : mInput(input) {
     setLibAvListener(nullptr);
-    av_max_alloc(size_t{512} << 20);  // for no sample and no index more, whatever its size says
+    av_max_alloc(kMaxAllocatedBytes);
     // No file is known by what one byte over and over says.
     constexpr int64_t kLeastProbed = 64 << 10;
     const Fill fill = findFill(input);
