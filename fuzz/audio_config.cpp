@@ -1,4 +1,7 @@
 // Input: a byte that picks the codec (200 and up), then the codec data of an audio track.
+//
+// Aims at Helper/MediaExtractorHelper/AudioCodecData, Helper/csd/EsDescriptor,
+// Helper/csd/FlacStreamInfo, Helper/csd/WmaExtraData.
 
 #include "Esds.h"
 #include "Helper/csd/EsDescriptor.h"

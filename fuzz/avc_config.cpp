@@ -1,4 +1,7 @@
 // Input: the codec data of an H.264 track, in any of its forms.
+//
+// Aims at Helper/MediaExtractorHelper/AvcCodecData, Helper/csd/AvcConfig, Helper/csd/AvcSps,
+// Helper/base/BitReader, Helper/base/Check.
 
 #include "Fuzz.h"
 

@@ -1,5 +1,7 @@
 // Input: operation, form, port and flags; entries of the format, each its row, type and value,
 // behind their number; then what the component answers.
+//
+// Aims at Helper/MediaCodecHelper/*, Helper/omx/*, Helper/vocabulary/MetaKeyTable.
 
 #include <map>
 #include <optional>

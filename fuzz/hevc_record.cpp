@@ -1,4 +1,6 @@
 // Input: a configuration record of an H.265 track (ISO/IEC 14496-15 8.3.3.1.2).
+//
+// Aims at Helper/csd/HevcConfig, Helper/MediaCodecHelper/MetaConversion.
 
 #include "Fuzz.h"
 #include "platform/MetaData.h"

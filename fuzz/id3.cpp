@@ -1,6 +1,9 @@
 // Input: flags, some of which make the source lie, the largest read of a source in steps of 16
 // bytes (0 for no limit), the offset of the tag, what the source's size is too small by; then the
 // file.
+//
+// Aims at ParserLibrary/id3wrapper/*, ParserLibrary/id3/Tag, ParserLibrary/id3/TagHeader,
+// ParserLibrary/id3/ID3, ParserLibrary/id3/ByteSource, Helper/MediaExtractorHelper/Tags.
 
 #include <sstream>
 

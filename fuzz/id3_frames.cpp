@@ -1,5 +1,8 @@
 // Input: version and calls, and the header's flags; then the body of an ID3v2 tag. What comes out
 // is what a model reads step by step.
+//
+// Aims at ParserLibrary/id3/Frames, ParserLibrary/id3/Iterator, ParserLibrary/id3/Picture,
+// ParserLibrary/id3/Unsynchronization.
 
 #include "Fuzz.h"
 #include "model/Id3Model.h"

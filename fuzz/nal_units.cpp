@@ -1,4 +1,6 @@
 // Input: a byte with the wanted unit type, then an Annex B stream.
+//
+// Aims at Helper/MediaExtractorHelper/NalUnits, Helper/csd/NalUnits.
 
 #include <array>
 #include <bit>

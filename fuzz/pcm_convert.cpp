@@ -1,6 +1,9 @@
 // Input: operation and flags, widths, alignment and form, offset, length, room of a buffer or place
 // of the other array; then the bytes. The memory has what a caller has to provide, and some bytes
 // around that must stay.
+//
+// Aims at Helper/MediaExtractorHelper/SampleFormat, Helper/MediaExtractorHelper/ByteOrder,
+// Helper/MediaExtractorHelper/SampleRange, Helper/pcm/*.
 
 #include "Fuzz.h"
 #include "model/PcmModel.h"

@@ -1,5 +1,9 @@
 // Input: the device, the track's kind and codec, seven 32-bit fields (big-endian), a language;
 // behind its zero byte the codecs for whose types the device has decoders besides.
+//
+// Aims at Helper/MediaExtractorHelper/TrackMeta, Helper/MediaExtractorHelper/CodecSupport,
+// Helper/MediaExtractorHelper/DecoderQuery, Helper/MediaExtractorHelper/LegacyBridge,
+// Helper/vocabulary/CodecTable.
 
 #include "Fuzz.h"
 #include "Helper/vocabulary/CodecTable.h"

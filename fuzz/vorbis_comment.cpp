@@ -1,4 +1,6 @@
 // Input: by how much the given length falls short of the comment's, then a comment up to its NUL.
+//
+// Aims at Helper/MediaExtractorHelper/Tags.
 
 #include <cerrno>
 

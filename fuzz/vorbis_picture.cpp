@@ -1,5 +1,7 @@
 // Input: where base64 text is changed and into what, two bytes and one, and flags; then a picture
 // block, or that text itself.
+//
+// Aims at Helper/vorbis/*.
 
 #include "Helper/vorbis/Base64.h"
 #include "Helper/vorbis/PictureBlock.h"

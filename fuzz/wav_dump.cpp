@@ -1,4 +1,6 @@
 // Input: calls on a WAV file in memory, a byte for each that says which, with their arguments.
+//
+// Aims at Helper/wavdump/*.
 
 #include <sys/mman.h>
 #include <unistd.h>
