@@ -29,6 +29,7 @@ Data streamOf(Bytes record) {
         const uint32_t type = fuzz::take(rest, 1) % 64;
         const bool wanted = type == 32 || type == 33 || type == 34;
         for (uint32_t units = fuzz::take(rest, 2); units > 0; --units) {
+            if (!wanted && rest.empty()) break;  // what is counted may be more than there is
             uint32_t size = fuzz::take(rest, 2);
             if (!wanted) {
                 rest = rest.subspan(std::min<size_t>(size, rest.size()));
