@@ -56,7 +56,9 @@ std::optional<FileRow> read(const Json& line) {
 // Those that are no pictures and fit into a column.
 size_t tagValues(const Json& line) {
     size_t count = 0;
-    for (const Json& tag : line.contains("tags") ? line["tags"] : Json::array()) {
+    const auto tags = line.find("tags");
+    if (tags == line.end() || !tags->is_array()) return 0;
+    for (const Json& tag : *tags) {
         for (const Json& entry : tag["keys"]) {
             if (entry["type"] != "buffer" && !entry["value"].is_structured()) count++;
         }
