@@ -1,5 +1,8 @@
 // Input: a byte that says what it is, then a file: of Ogg, whose pages get the right checksums when
 // the byte is odd; of FLAC; a comment header; a tag.
+//
+// Aims at tools/inspect/media/OggComments, tools/inspect/media/FlacComments,
+// tools/inspect/media/Comments, tools/inspect/media/Id3Header.
 
 #include <ogg/ogg.h>
 

@@ -1,5 +1,8 @@
 // Input: a byte for the format, a byte that says how many further bytes there are and whether they
 // are a hole, the byte that fills them, then the file.
+//
+// Aims at tools/inspect/media/Extent, tools/inspect/media/Boxes, tools/inspect/media/FramesEnd,
+// tools/inspect/media/Scrambling.
 
 #include <array>
 #include <charconv>

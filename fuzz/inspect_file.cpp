@@ -1,5 +1,7 @@
 // Input: a file. FFmpeg, which reads most of it, is not built for fuzzing: this finds what goes
 // wrong behind it.
+//
+// Aims at tools/inspect/media/*, tools/inspect/report/*.
 
 #include <sstream>
 

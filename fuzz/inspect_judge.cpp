@@ -1,5 +1,7 @@
 // Input: a list of MIME types up to a zero byte, whether to look for a fix, the numbers of a track,
 // its codec data.
+//
+// Aims at tools/inspect/devices/Judge, tools/inspect/devices/JudgeProfile, tools/inspect/verdict/*.
 
 #include "Inspect.h"
 #include "inspect/callers/Offer.h"

@@ -1,5 +1,7 @@
 // Input: a byte for the key, a byte for the codec and how much is checked, then the codec data.
 // Beyond the keys: the index of a component's parameter in four bytes, then the parameter.
+//
+// Aims at tools/inspect/records/*, tools/inspect/media/HeaderTrace.
 
 #include <array>
 

@@ -1,5 +1,8 @@
 // Input: a byte that says what it is, then lines of --jsonl; a worker's finding; or a list of
 // names.
+//
+// Aims at tools/inspect/collection/Row, tools/inspect/collection/Against,
+// tools/inspect/collection/FileList, tools/inspect/collection/Worker.
 
 #include <filesystem>
 

@@ -1,4 +1,6 @@
 // Input: text of any encoding, which is bytes, digits, words and a file's beginning as well.
+//
+// Aims at tools/inspect/base/Utf8, tools/inspect/base/Bytes, tools/inspect/base/Distance.
 
 #include <array>
 #include <nlohmann/json.hpp>
