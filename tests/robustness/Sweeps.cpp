@@ -55,7 +55,7 @@ struct Refusals {
 };
 
 // What may come of a trial that had to do without some memory: the results, and the entries of
-// stores.
+// stores and lines of the log.
 struct Possible {
     std::set<std::string> notes, entries;
 };
@@ -66,7 +66,7 @@ Possible possibleOf(const Operation& operation, const std::string& input) {
         Trial trial(file);
         trial.perform(operation);
         all.notes.insert(trial.notes);
-        all.entries.merge(linesOf(trial.stores()));
+        all.entries.merge(linesOf(trial.stores() + trial.log));
     }
     return all;
 }
@@ -90,7 +90,7 @@ void refuse(const Operation& operation, const std::string& input, long refused, 
         }
         peak = ledger.peak;
         counts.ineffective += trial.outcome() == truth.outcome();
-        for (const std::string& line : linesOf(trial.stores()))
+        for (const std::string& line : linesOf(trial.stores() + trial.log))
             EXPECT_TRUE(possible.entries.contains(line) || line.ends_with("string()"))
                     << name << line;
         const bool tellsFrames = name.starts_with("ID3::ID3");
