@@ -48,20 +48,24 @@ std::string bytesOf(const std::string& digits) {
 std::string filled(size_t size) {
     return std::string(size, 'U');
 }
-// Units of 176x144, with an AUD in front that makes the stream as long as it is to be.
+// Units of 176x144 with a PPS that is nearly as large as may be, and behind it an AUD.
+constexpr size_t kLargePps = 65000;
 std::string avcStream(size_t size) {
     const std::string mark = bytesOf("00000001");
-    return mark + '\x09' + filled(size) + mark + bytesOf("6742000AF80B131380") + mark +
-           bytesOf("68CE3880");
+    const size_t pps = std::min(size, kLargePps);
+    return mark + bytesOf("6742000AF80B131380") + mark + bytesOf("68CE3880") + filled(pps) + mark +
+           '\x09' + filled(size - pps) + mark + bytesOf("4142");
 }
 std::string avcLengths(size_t) {
     return bytesOf("000167FFFF");  // a PPS of 65535 bytes, none of which is there
 }
 std::string hevcStream(size_t size) {
     const std::string mark = bytesOf("00000001");
-    return mark + bytesOf("4601") + filled(size) + mark + bytesOf("40010C01FFFF") + mark +
+    const size_t pps = std::min(size, kLargePps);
+    return mark + bytesOf("40010C01FFFF") + mark +
            bytesOf("420101016000000300B0000003000003005DA005020171F2E5BA4AC2F0100000") + mark +
-           bytesOf("4401C172B46240");
+           bytesOf("4401C172B46240") + filled(pps) + mark + bytesOf("4601") + filled(size - pps) +
+           mark + bytesOf("0201");
 }
 std::string hevcRecord(size_t) {
     return bytesOf(
@@ -124,6 +128,10 @@ std::string framesTag(size_t size) {
     return tagOf(frames);
 }
 
+std::string claimingTag(size_t) {
+    return bytesOf("49443303000003400000");  // the largest tag that is read, and nothing of it
+}
+
 TrackInfo track(uint32_t kind, uint32_t codec) {
     TrackInfo info;
     info.trackType = kind;
@@ -170,7 +178,8 @@ void parse(Trial& run, Parse call) {
     run.note(id3.isValid(), id3.version());
 }
 void find(Trial& run, sp<ABuffer> buffer) {
-    if (buffer != nullptr) run.note(buffer->size(), hex(buffer->data(), 2));
+    if (buffer != nullptr)
+        run.note(buffer->size(), hex(buffer->data(), std::min<size_t>(buffer->size(), 2)));
 }
 template <typename Call>
 void onBuffer(Trial& run, Call call) {
@@ -221,11 +230,11 @@ constexpr auto kOperations = std::to_array<Operation>({
         {"MediaExtractorHelper::FindNAL", [](Trial& r) { find(r, r.helper->FindNAL(r.data(), r.size, 9, nullptr)); }, avcStream, 1, 1},
         {"MediaExtractorHelper::FindHEVCNAL", [](Trial& r) { find(r, r.helper->FindHEVCNAL(r.data(), r.size, 35, nullptr)); }, hevcStream, 1, 1},
         {"MediaExtractorHelper::parseUE", [](Trial& r) { ABitReader bits(r.data(), r.size); r.note(r.helper->parseUE(&bits)); }, filled},
-        {"MediaExtractorHelper::setAVCCSeqHeader stream", [](Trial& r) { r.note(r.helper->setAVCCSeqHeader(r.data(), r.size, nullptr, r.format.get())); }, avcStream},
+        {"MediaExtractorHelper::setAVCCSeqHeader stream", [](Trial& r) { r.note(r.helper->setAVCCSeqHeader(r.data(), r.size, nullptr, r.format.get())); }, avcStream, 2, 2},
         {"MediaExtractorHelper::setAVCCSeqHeader lengths", [](Trial& r) { r.note(r.helper->setAVCCSeqHeader(r.data(), r.size, nullptr, r.format.get())); }, avcLengths, 0, 0, 2 * 65547 + 4096},
         {"MediaExtractorHelper::setAVCCSeqHeader record", [](Trial& r) { r.note(r.helper->setAVCCSeqHeader(r.data(), r.size, nullptr, r.format.get())); }, filled, 1, 1},
         {"MediaExtractorHelper::FindAVCDimensions", [](Trial& r) { int32_t w = 0, h = 0; r.helper->FindAVCDimensions(r.helper->FindNAL(r.data(), r.size, 7, nullptr), &w, &h); r.note(w, h); }, avcStream},
-        {"MediaExtractorHelper::MakeHEVCCodecSpecificData stream", [](Trial& r) { r.note(r.helper->MakeHEVCCodecSpecificData(r.data(), r.size, r.format.get())); }, hevcStream},
+        {"MediaExtractorHelper::MakeHEVCCodecSpecificData stream", [](Trial& r) { r.note(r.helper->MakeHEVCCodecSpecificData(r.data(), r.size, r.format.get())); }, hevcStream, 2, 2},
         {"MediaExtractorHelper::MakeHEVCCodecSpecificData record", [](Trial& r) { r.note(r.helper->MakeHEVCCodecSpecificData(r.data(), r.size, r.format.get())); }, filled, 1, 1},
         {"MediaExtractorHelper::FindHEVCDimensions", [](Trial& r) { int32_t w = 0, h = 0; r.helper->FindHEVCDimensions(r.helper->FindHEVCNAL(r.data(), r.size, 33, nullptr), &w, &h); r.note(w, h); }, hevcStream},
         {"MediaExtractorHelper::HEVCProfileToString", [](Trial& r) { r.note(r.helper->HEVCProfileToString(2)); }, filled},
@@ -243,8 +252,8 @@ constexpr auto kOperations = std::to_array<Operation>({
         {"MediaExtractorHelper::storeSize", [](Trial& r) { size_t at = 1; r.helper->storeSize(r.out(), at, 300); r.note(at, r.helper->bytesForSize(300)); }, filled},
         {"MediaExtractorHelper::setVorbisCodecSpecificData", [](Trial& r) { r.note(r.helper->setVorbisCodecSpecificData(r.data(), &r.size, r.format.get())); }, vorbisHeaders, 2, 2},
         {"MediaExtractorHelper::setVideoConfig MPEG-4", setVideo<102>, filled, 2, 2},
-        {"MediaExtractorHelper::setVideoConfig AVC", setVideo<104>, avcStream},
-        {"MediaExtractorHelper::setVideoConfig HEVC", setVideo<129>, hevcStream},
+        {"MediaExtractorHelper::setVideoConfig AVC", setVideo<104>, avcStream, 2, 2},
+        {"MediaExtractorHelper::setVideoConfig HEVC", setVideo<129>, hevcStream, 2, 2},
         {"MediaExtractorHelper::setVideoConfig Theora", setVideo<121>, filled, 1, 1},
         {"MediaExtractorHelper::setVC1SeqHeader", [](Trial& r) { TrackInfo info = track(kTrackTypeVideo, 108); r.note(r.helper->setVC1SeqHeader(r.data(), &r.size, &info, r.format.get())); }, filled, 2, 2},
         {"MediaExtractorHelper::isKeyFrame", [](Trial& r) { for (int code : {102, 103, 104}) r.note(r.helper->isKeyFrame(r.data(), r.size, code)); }, avcStream},
@@ -301,6 +310,7 @@ constexpr auto kOperations = std::to_array<Operation>({
         {"ID3::ID3 memory, unsynchronised", [](Trial& r) { noteFrames(r, ID3(r.data(), r.size, false)); }, unsynchronisedTag, 2, 2},
         {"ID3::ID3 memory, plain sizes", [](Trial& r) { noteFrames(r, ID3(r.data(), r.size, false)); }, plainSizesTag, 2, 2},
         {"ID3::ID3 memory, many frames", [](Trial& r) { const ID3 id3(r.data(), r.size, false); int count = 0; if (!id3.isValid()) return; for (Iterator at(id3, "TXXX"); !at.done(); at.next()) ++count; r.note(count); }, framesTag, 1, 1},
+        {"ID3::ID3 memory, claim", [](Trial& r) { noteFrames(r, ID3(r.data(), r.size, false)); }, claimingTag, 0, 0, 0x700000 + 4096},
         {"ID3::ID3 source", [](Trial& r) { noteFrames(r, ID3(&r.recordSource, false, 0)); }, pictureTag, 3, 3, 4096, "", true},
         {"ID3::parseV2 source", [](Trial& r) { parse(r, [&](ID3& id3) { return id3.parseV2(&r.recordSource, 0) || id3.parseV1(&r.recordSource); }); }, pictureTag, 1, 1, 4096, "", true},
         {"ID3::parseV2 base source", [](Trial& r) { parse(r, [&](ID3& id3) { return id3.parseV2(&r.source, 0) || id3.parseV1(&r.source); }); }, pictureTag, 1, 1, 4096, "", true},

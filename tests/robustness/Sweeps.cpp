@@ -40,9 +40,9 @@ std::set<std::string> linesOf(const std::string& text) {
     return lines;
 }
 
-// The file, and where it has tags, those without the v2 tag and without both.
+// The file, and where it has both tags, those without the v2 tag and without both.
 std::vector<std::string> withoutTags(const std::string& file) {
-    std::vector<std::string> files(file.starts_with("ID3") ? 3 : 1, file);
+    std::vector<std::string> files(file.size() > 128 && file.starts_with("ID3") ? 3 : 1, file);
     for (size_t i = 1; i < files.size(); ++i) files[i][0] = '-';
     if (files.size() > 1) files[2][file.size() - 128] = '-';
     return files;
