@@ -146,7 +146,7 @@ const Check kChecks[] = {
         {R"(checkedAdd(withHead(configSize))", [](Trial& t) { esds(t, SIZE_MAX - 24); }},
         {R"(checkedAdd(offset, csd::expandable)", [](Trial& t) { size_t at = SIZE_MAX; t.helper->storeSize(t.out(), at, 1); }},
         {R"(checkedSub(commentLength)", [](Trial& t) { t.helper->parseVorbisComment(t.format.get(), "METADATA_BLOCK_PICTURE=AAAA", 22); }},
-        {R"(checkedAdd(mDataSize, size))", [](Trial& t) { WavDump dump("x"); dump.open(8000, 8, 1); dump.dump(t.data(), UINT32_MAX); }},
+        {R"(checkedAdd(mDataSize, size))", [](Trial& t) { WavDump dump("/dev/null"); dump.open(8000, 8, 1); dump.dump(t.data(), UINT32_MAX); }},
         {R"(ZR_CHECK(base::kAtMediaExtractorHelper, info)", [](Trial& t) { const BlindDevice device; t.helper->SupportCodecEx(104, t.format.get(), false); }},
 
         {R"(fatalOverflow();  // 8 bits)", [](Trial& t) { t.helper->ConvertXto16(t.data(), t.out(), 8, kTop, false); }},
