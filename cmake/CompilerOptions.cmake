@@ -10,11 +10,11 @@ target_compile_options(zr_warnings INTERFACE
   -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wimplicit-fallthrough
   $<$<BOOL:${ZR_WERROR}>:-Werror>)
 
-# The library never throws, but a fatal handler of the caller's may throw through it: hence the
-# unwind tables.
+# The library neither throws nor catches, but a fatal handler of the caller's may throw through it,
+# and so may operator new: hence the exceptions, which release what it holds then.
 add_library(zr_library_options INTERFACE)
 target_compile_options(zr_library_options INTERFACE
-  -fno-exceptions -fno-rtti -fasynchronous-unwind-tables
+  -fexceptions -fno-rtti -fasynchronous-unwind-tables
   -fvisibility=hidden -fvisibility-inlines-hidden)
 
 if(ZR_SANITIZE)
@@ -26,11 +26,16 @@ if(ZR_SANITIZE)
   endif()
 endif()
 
+if(ZR_SANITIZE_THREADS)
+  add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=thread)
+endif()
+
 # No undefined symbol is left to chance. Only the sanitizers' own come from the program.
 # Calls inside a library are bound when it is linked, which leaves less to do when it is loaded.
 add_library(zr_shared_options INTERFACE)
 target_compile_options(zr_shared_options INTERFACE -fvisibility-inlines-hidden)
 target_link_options(zr_shared_options INTERFACE -Wl,-Bsymbolic-functions)
-if(NOT ZR_SANITIZE)
+if(NOT ZR_SANITIZE AND NOT ZR_SANITIZE_THREADS)
   target_link_options(zr_shared_options INTERFACE -Wl,--no-undefined)
 endif()
