@@ -10,11 +10,11 @@ target_compile_options(zr_warnings INTERFACE
   -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wimplicit-fallthrough
   $<$<BOOL:${ZR_WERROR}>:-Werror>)
 
-# The library neither throws nor catches, but a fatal handler of the caller's may throw through it,
-# and so may operator new: hence the exceptions, which release what it holds then.
+# The library never throws, but a fatal handler of the caller's may throw through it: hence the
+# unwind tables.
 add_library(zr_library_options INTERFACE)
 target_compile_options(zr_library_options INTERFACE
-  -fexceptions -fno-rtti -fasynchronous-unwind-tables
+  -fno-exceptions -fno-rtti -fasynchronous-unwind-tables
   -fvisibility=hidden -fvisibility-inlines-hidden)
 
 if(ZR_SANITIZE)

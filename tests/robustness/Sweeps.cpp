@@ -60,7 +60,7 @@ protected:
 // --- Allocations ---
 
 struct Refusals {
-    long failed = 0, thrown = 0, ineffective = 0;
+    long failed = 0, thrown = 0, lossy = 0, ineffective = 0;
 };
 
 // What may come of a trial that had to do without some memory: the results, and the entries of
@@ -80,12 +80,14 @@ Possible possibleOf(const Operation& operation, const std::string& input) {
     return all;
 }
 
-// A call that returns has done without a tag, a picture or a text; any other std::bad_alloc leaves.
-// In both cases nothing is lost, the stores hold whole values, and the next call does all of it.
+// A call that returns has done without a tag, a picture or a text, and loses no memory. From one
+// that std::bad_alloc leaves what it worked on is lost, and no more. In both cases the stores hold
+// whole values, and the next call does all of it.
 void refuse(const Operation& operation, const std::string& input, long refused, Refusals& counts) {
     const Possible possible = possibleOf(operation, input);
     const auto name = std::string(operation.name) + ' ' + std::to_string(refused);
     bool thrown = false;
+    size_t peak = 0;
     {
         Trial truth(input), trial(input);
         truth.perform(operation);
@@ -95,6 +97,7 @@ void refuse(const Operation& operation, const std::string& input, long refused, 
         } catch (const std::bad_alloc&) {
             thrown = true;
         }
+        peak = ledger.peak;
         counts.ineffective += trial.outcome() == truth.outcome();
         for (const std::string& line : linesOf(trial.stores() + trial.log))
             EXPECT_TRUE(possible.entries.contains(line) || line.ends_with("string()"))
@@ -108,9 +111,11 @@ void refuse(const Operation& operation, const std::string& input, long refused, 
         EXPECT_TRUE(std::ranges::includes(linesOf(trial.stores()), linesOf(truth.stores())))
                 << name;
     }
-    EXPECT_EQ(sweeps::releaseLost(), 0u) << name;
+    const size_t lost = sweeps::releaseLost();
+    EXPECT_LE(lost, thrown ? peak : 0) << name;
     ++counts.failed;
     counts.thrown += thrown;
+    counts.lossy += lost > 0;
 }
 
 TEST_F(Sweeps, Allocations) {
@@ -126,10 +131,13 @@ TEST_F(Sweeps, Allocations) {
         EXPECT_EQ(sweeps::releaseLost(), 0u) << operation.name;
         for (long i = 0; i < allocations; ++i) refuse(operation, input, i, counts);
     }
-    std::printf("| operations | %zu |\n| allocations that failed | %ld |\n",
-                sweeps::operations().size(), counts.failed);
-    std::printf("| of these, calls that std::bad_alloc left | %ld |\n", counts.thrown);
-    std::printf("| calls that went on as if nothing were | %ld |\n", counts.ineffective);
+    std::printf(
+            "| operations | %zu |\n| allocations that failed | %ld |\n"
+            "| of these, calls that std::bad_alloc left | %ld |\n"
+            "| of these, with memory lost | %ld |\n| calls that went on as if nothing were | %ld "
+            "|\n",
+            sweeps::operations().size(), counts.failed, counts.thrown, counts.lossy,
+            counts.ineffective);
 }
 
 // Whatever a text's memory would have been for, it comes out as it must without.
