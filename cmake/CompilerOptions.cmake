@@ -17,6 +17,11 @@ target_compile_options(zr_library_options INTERFACE
   -fno-exceptions -fno-rtti -fasynchronous-unwind-tables
   -fvisibility=hidden -fvisibility-inlines-hidden)
 
+# Return addresses are signed, and jumps land on marked places only (PAC, BTI).
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(aarch64|arm64)$")
+  target_compile_options(zr_library_options INTERFACE -mbranch-protection=standard)
+endif()
+
 if(ZR_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
                       -fno-sanitize=vptr)  # the library has no RTTI to look at

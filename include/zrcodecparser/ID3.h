@@ -6,14 +6,13 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "platform/Strings.h"
 #include "zrcodecparser/DataSource.h"
 #include "zrcodecparser/Export.h"
 
 namespace android {
 
 /// @cond
-class String8;
-
 namespace id3 {
 struct Tag;
 struct TagView;

@@ -1,19 +1,17 @@
 #include "platform/RefBase.h"
 
-#include <atomic>
-
 namespace android {
 
 RefBase::~RefBase() = default;
 
 void RefBase::incStrong(const void*) const {
-    if (std::atomic_ref(mStrong).fetch_add(1, std::memory_order_relaxed) == 0) {
+    if (__atomic_fetch_add(&mStrong, 1, __ATOMIC_RELAXED) == 0) {
         const_cast<RefBase*>(this)->onFirstRef();
     }
 }
 
 void RefBase::decStrong(const void* id) const {
-    if (std::atomic_ref(mStrong).fetch_sub(1, std::memory_order_acq_rel) == 1) {
+    if (__atomic_fetch_sub(&mStrong, 1, __ATOMIC_ACQ_REL) == 1) {
         const_cast<RefBase*>(this)->onLastStrongRef(id);
         delete this;
     }

@@ -1,0 +1,6 @@
+#pragma once
+#include "handset/handset.h"
+
+namespace android {
+using ABitReader = handset::Bits;
+}  // namespace android

@@ -1,0 +1,6 @@
+#pragma once
+#include "platform/Message.h"
+
+namespace android {
+using ABuffer = handset::Bytes;
+}  // namespace android
