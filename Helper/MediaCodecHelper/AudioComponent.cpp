@@ -97,7 +97,7 @@ using AacPresentation = OMX_AUDIO_PARAM_ANDROID_AACPRESENTATIONTYPE;
 
 struct PresentationField {
     const char* messageKey;
-    OMX_S32 AacPresentation::*field;
+    OMX_S32 OMX_AUDIO_PARAM_ANDROID_AACPRESENTATIONTYPE::*field;
 };
 
 constexpr auto kPresentationFields = std::to_array<PresentationField>({

@@ -29,7 +29,7 @@ std::optional<std::span<const uint8_t>> findBytes(const MetaDataBase& meta, uint
 }
 
 sp<ABuffer> copyOf(std::span<const uint8_t> bytes) {
-    const sp<ABuffer> buffer = new ABuffer(bytes.size());
+    sp<ABuffer> buffer = new ABuffer(bytes.size());
     if (!bytes.empty()) std::memcpy(buffer->data(), bytes.data(), bytes.size());
     return buffer;
 }

@@ -26,6 +26,7 @@ public:
     void skip(uint64_t count) {
         // Some that are ready stay so. Else none does, nor may the word be shifted by 64.
         if (count < mReady) {
+            // cppcheck-suppress shiftTooManyBits ; mReady is at most 64, so count is less
             mWord <<= count;
             mReady -= static_cast<unsigned>(count);
         } else {

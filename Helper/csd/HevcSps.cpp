@@ -51,7 +51,7 @@ void skipProfileTierLevel(BitReader& reader, unsigned maxNumSubLayersMinus1) {
         if (reader.flag()) subLayerBits += kLevelBits;    // sub_layer_level_present_flag[i]: u(1)
     }
     if (maxNumSubLayersMinus1 > 0)
-        reader.skip(2 * (8 - maxNumSubLayersMinus1));  // reserved_zero_2bits
+        reader.skip(uint64_t{2} * (8 - maxNumSubLayersMinus1));  // reserved_zero_2bits
     reader.skip(subLayerBits);
 }
 

@@ -13,6 +13,7 @@ namespace {
 template <typename T>
 class Scratch {
 public:
+    // cppcheck-suppress uninitMemberVar ; mLocal is written before it is read
     explicit Scratch(size_t count)
         : mData(count <= kLocalCount ? mLocal : new (std::nothrow) T[count]) {}
     ~Scratch() {

@@ -65,6 +65,7 @@ struct Gapless {
 // bounded: a width would change which texts are accepted.
 std::optional<Gapless> readGapless(const String8& text) {
     Gapless gapless;
+    // NOLINTNEXTLINE(cert-err34-c): what is too large is taken as sscanf leaves it
     if (std::sscanf(text.c_str(), " %*x %x %x %*x", &gapless.delay, &gapless.padding) != 2) {
         return std::nullopt;
     }

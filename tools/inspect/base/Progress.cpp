@@ -30,8 +30,8 @@ std::string bar(double share, size_t columns) {
 size_t terminalColumns(int descriptor) {
     if (isatty(descriptor) == 0) return 0;
     const char* columns = std::getenv("COLUMNS");
-    if (columns != nullptr && std::atoi(columns) > 0)
-        return static_cast<size_t>(std::atoi(columns));
+    const long asked = columns != nullptr ? std::strtol(columns, nullptr, 10) : 0;
+    if (asked > 0) return static_cast<size_t>(asked);
     winsize size{};
     return ioctl(descriptor, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }

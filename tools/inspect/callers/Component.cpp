@@ -71,7 +71,7 @@ struct ToMessage {
 
 // Formats and messages have the same keys.
 sp<AMessage> makeMessage(const Entries& entries, const ComponentOptions& options) {
-    const sp<AMessage> message = new AMessage;
+    sp<AMessage> message = new AMessage;
     for (const auto& [key, value] : entries) {
         std::visit(ToMessage{*message, key.c_str()}, value);
     }

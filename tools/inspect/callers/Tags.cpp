@@ -150,7 +150,7 @@ Tag readComments(const CommentHeader& comments) {
     }
     read(tag, [&](MediaExtractorHelper& helper, AMediaFormat* format) {
         for (const std::string& each : comments.list) {
-            const std::string text = each.c_str();
+            const std::string text(each, 0, each.find('\0'));
             helper.parseVorbisComment(format, text.c_str(), text.size());
         }
     });

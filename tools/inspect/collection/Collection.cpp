@@ -318,7 +318,7 @@ void Run::lookAtAll(const sigset_t& whileWaiting) {
         }
         if (!isMore && mWaiting.empty()) break;
         mProgress.show(mSettled, mOptions.skip, mNotPlaying);
-        constexpr auto kMostWait = 200ms;
+        constexpr std::chrono::milliseconds kMostWait{200};
         const auto wait = mPool.isIdle() ? 0ms : kMostWait;
         std::vector<Answer> answers = mPool.wait(wait, whileWaiting);
         for (Answer& answer : answers) place(std::move(answer));

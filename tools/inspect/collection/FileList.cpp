@@ -33,7 +33,7 @@ std::optional<std::string> FileList::nextName() {
     if (mList == nullptr) return {};
     constexpr size_t kMaxNameBytes = 1 << 20;
     const auto fail = [&](const std::string& why) { throw FileError(mSources.list + ": " + why); };
-    const int end = mSources.endsWithNul ? '\0' : '\n';
+    const int end = mSources.endsWithNul ? 0 : 0x0A;  // NUL, line feed
     std::string name;
     int c = 0;
     while ((c = getc_unlocked(mList.get())) != EOF) {

@@ -253,12 +253,12 @@ void Pool::lose(Process& process, std::string why, std::vector<Answer>& answers)
 }
 
 bool Pool::isOverdue(const Process& process) {
-    return mRules.timeout > 0ms && !process.jobs.empty() &&
+    return mRules.timeout.count() > 0 && !process.jobs.empty() &&
            time() - process.began >= mRules.timeout;
 }
 
 std::chrono::milliseconds Pool::untilOverdue(std::chrono::milliseconds most) {
-    if (mRules.timeout == 0ms) return most;
+    if (mRules.timeout.count() == 0) return most;
     for (const Process& each : mProcesses) {
         if (each.jobs.empty()) continue;
         const auto left =

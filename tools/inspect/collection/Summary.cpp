@@ -131,6 +131,7 @@ std::vector<std::string> Tally::keys() const {
     }
     std::ranges::sort(totals);
     std::vector<std::string> keys;
+    keys.reserve(totals.size());
     for (auto& [total, key] : totals) keys.push_back(std::move(key));
     return keys;
 }

@@ -148,7 +148,7 @@ std::string lack(const std::string& name, uint64_t missing, uint64_t sizeBytes) 
 // Goes over the elements. What it leaves behind its end begins with none.
 Extent walk(const Row& row, const InputFile& file) {
     constexpr uint64_t kLeastJunk = 128;  // of the size of an old tag; less is of no interest
-    const Extent whole = {.end = file.size()};
+    Extent whole = {.end = file.size()};
     const auto fileSize = static_cast<uint64_t>(file.size());
     std::array<uint8_t, 282> bytes;  // enough for an Ogg page's lacing
     uint64_t offset = row.begin;
@@ -184,7 +184,7 @@ std::optional<std::string> cutPacket(const InputFile& file) {
             return byte[0] == 0x47;
         };
         const int64_t rest = file.size() % sizeBytes;
-        if (!isSync(0) || !isSync(sizeBytes) || !isSync(2 * sizeBytes)) continue;
+        if (!isSync(0) || !isSync(sizeBytes) || !isSync(int64_t{2} * sizeBytes)) continue;
         if (rest == 0 || !isSync(file.size() - rest)) return {};
         return lack("the last packet", static_cast<uint64_t>(sizeBytes - rest),
                     static_cast<uint64_t>(sizeBytes));

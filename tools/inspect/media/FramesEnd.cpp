@@ -37,7 +37,7 @@ uint64_t mpegFrame(Bytes header) {
     const auto& kbps = kKbps[isLow ? (layer == 1 ? 3 : 4) : layer - 1];
     const unsigned hertz = kRates[rate] >> (3 - std::max(version, 1u));
     const unsigned padding = header[2] >> 1 & 1;
-    if (layer == 1) return (12000u * kbps[bitRate - 1] / hertz + padding) * 4;
+    if (layer == 1) return uint64_t{4} * (12000u * kbps[bitRate - 1] / hertz + padding);
     const unsigned perKilobit = layer == 3 && isLow ? 72000 : 144000;
     return perKilobit * kbps[bitRate - 1] / hertz + padding;
 }

@@ -52,12 +52,14 @@ private:
         std::array<char, 72> bits{};
         size_t position = 0;
         int64_t value = 0;
+        // NOLINTBEGIN(cert-err34-c): what FFmpeg prints, numbers of its own that fit
         if (std::sscanf(line, "%zu %95s %71[01] = %" SCNd64, &position, name.data(), bits.data(),
                         &value) == 4) {
             add(position, name.data(), bits.data(), value);
         } else if (std::sscanf(line, "%zu", &position) == 0) {
             mList.push_back({line, 0, 0});
         }
+        // NOLINTEND(cert-err34-c)
     }
 
     void add(size_t position, const char* name, std::string_view bits, int64_t value) {

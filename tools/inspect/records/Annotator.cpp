@@ -107,7 +107,7 @@ std::string Annotator::text(std::string_view name, uint64_t sizeBytes) {
     const Bytes before = ahead();
     if (!take(name, sizeBytes * 8) || sizeBytes == 0) return {};
     const Bytes taken = before.first(static_cast<size_t>(sizeBytes));
-    const std::string text(taken.begin(), taken.end());
+    std::string text(taken.begin(), taken.end());
     say('"' + text + '"');
     return text;
 }

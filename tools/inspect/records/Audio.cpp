@@ -129,7 +129,7 @@ std::string readWmaVoice(Annotator& out) {
 std::string readAdpcm(Annotator& out) {
     const uint64_t samples = out.little("wSamplesPerBlock", 16);
     if (!out.ok()) return "not a complete ADPCM format";
-    const std::string text = "ADPCM: " + std::to_string(samples) + " samples a block";
+    std::string text = "ADPCM: " + std::to_string(samples) + " samples a block";
     if (out.remaining() == 0) return text;
     const uint64_t count = out.little("wNumCoef", 16);
     if (!out.ok()) return text;

@@ -46,7 +46,7 @@ constexpr auto kClaims = std::to_array<Claim>({
 });
 
 std::string valueText(const Claim& claim, uint64_t value) {
-    const std::string digits = std::to_string(value);
+    std::string digits = std::to_string(value);
     if (claim.words == nullptr) return digits;
     if (claim.words == hexText) return hexText(value);
     return digits + " (" + claim.words(value) + ")";

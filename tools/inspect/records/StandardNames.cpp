@@ -1,5 +1,6 @@
 #include "inspect/records/StandardNames.h"
 
+#include <algorithm>
 #include <array>
 #include <cinttypes>
 #include <cstdio>
@@ -108,7 +109,8 @@ std::string visualProfileName(uint64_t indication) {
     const char* name = avcodec_profile_name(AV_CODEC_ID_MPEG4, static_cast<int>(indication >> 4));
     if (name == nullptr) return "another profile";
     std::string text(name);
-    text = text.substr(0, text.rfind(" Profile")) + ", level ";
+    text.resize(std::min(text.size(), text.rfind(" Profile")));
+    text += ", level ";
     if (indication == 0x04) return text + "4a";
     if (indication == 0xF7) return text + "3b";
     return text + std::to_string(indication == 0x08 ? 0 : level);

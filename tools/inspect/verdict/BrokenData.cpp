@@ -86,7 +86,7 @@ Why whyNoRecord(const Stream& stream, const Record& record, bool isWhole,
         return "the configuration record has version " + std::to_string(version) + " instead of 1";
     }
     if (!isWhole) return "the configuration record is cut short";
-    const Why why = whyNoSets(stream, sets);
+    Why why = whyNoSets(stream, sets);
     const bool hasSps =
             std::ranges::any_of(sets, [](const ParameterSets& each) { return each.count > 0; });
     if (!why.empty() || !hasSps) return why;
@@ -259,7 +259,7 @@ std::string whyNoDecoderStarts(const Stream& stream, const std::vector<Record>& 
         if (isMissing && judge->isNeeded && hasWholeFrames) {
             return "the codec data are missing in the file";
         }
-        const Why why = isMissing ? Why() : judge->why(stream, records);
+        Why why = isMissing ? Why() : judge->why(stream, records);
         if (!why.empty()) return why;
     }
     const bool isTold = hasWholeFrames || stream.codecType == kCodecTypePcm;
