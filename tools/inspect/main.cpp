@@ -19,6 +19,7 @@
 #include "inspect/base/Progress.h"
 #include "inspect/collection/Collection.h"
 #include "inspect/collection/Row.h"
+#include "inspect/collection/Sandbox.h"
 #include "inspect/report/Comparison.h"
 #include "inspect/report/JsonReport.h"
 #include "inspect/report/Outcome.h"
@@ -114,6 +115,10 @@ int runMany(const Options& options) {
 
 int run(const Options& options) {
     warnOfDevices(options);
+    const bool isConfined = forbidOutsideWorld() || kIsSanitized;
+    if (!isConfined && options.collection.isWanted && !options.quiet) {
+        complain("this kernel has no sandbox: nothing is refused to the workers");
+    }
     if (options.collection.isWanted) return runMany(options);
     if (options.pictures.empty()) return inspectFiles(options, nullptr);
     try {

@@ -19,6 +19,7 @@
 #include "inspect/collection/Database.h"
 #include "inspect/collection/Pool.h"
 #include "inspect/collection/RunProgress.h"
+#include "inspect/collection/Sandbox.h"
 #include "inspect/collection/Summary.h"
 #include "inspect/collection/Worker.h"
 #include "inspect/report/Outcome.h"
@@ -91,6 +92,13 @@ bool isOther(const ListedFile& file, const struct stat& status) {
     return isEmpty && !isExpectedToPlay(file.path);
 }
 
+// Whoever writes to the file right now is not done.
+bool hasChanged(const std::string& path, int64_t sizeBytes, int64_t nanoseconds) {
+    struct stat status {};
+    return stat(path.c_str(), &status) != 0 || status.st_size != sizeBytes ||
+           modifiedNs(status) != nanoseconds;
+}
+
 std::string inWords(std::string code) {
     std::ranges::replace(code, '-', ' ');
     return code;
@@ -105,8 +113,12 @@ public:
           mProgress(options.sources),
           mPool({.workers = options.workers,
                  .timeout = options.timeout,
-                 .prepare = [this] { limitMemory(mRules.maxMemoryMiB); },
-                 .answer = [this](const std::string& path) { return examine(path, mRules); }}) {
+                 .prepare =
+                         [this] {
+                             limitMemory(mRules.maxMemoryMiB);
+                             forbidAllButOpenFiles();
+                         },
+                 .answer = [this](Request each) { return examine(std::move(each), mRules); }}) {
         if (!options.against.empty()) mAgainst.emplace(options.against);
         if (options.database.empty()) return;
         std::string settings;
@@ -122,6 +134,8 @@ private:
         ListedFile file;
         std::string text;  // of a finding; empty until it has come
         bool isNoMatter = false;
+        int64_t sizeBytes = 0;   // when it was opened
+        int64_t modifiedNs = 0;  //
     };
 
     bool hasEnoughWaiting() const {
@@ -129,6 +143,7 @@ private:
     }
     bool takeNext();
     void look(Waiting& waiting, uint64_t ticket);
+    void open(Waiting& waiting, uint64_t ticket);
     bool isUnchanged(const std::string& path, const struct stat& status);
     void place(Answer answer);
     Finding findingOf(const Waiting& waiting) const;
@@ -183,13 +198,27 @@ void Run::look(Waiting& waiting, uint64_t ticket) {
     } else if (why.empty() && isUnchanged(waiting.file.path, status)) {
         waiting.isNoMatter = true;
     } else if (why.empty()) {
-        mPool.give(ticket, waiting.file.path);
+        open(waiting, ticket);
     } else {
         waiting.text = encodeFailure(waiting.file.path, why, mRules);
         // A folder may be back tomorrow.
         const bool isFolderLost = !waiting.file.error.empty() || !waiting.file.isFound;
         if (isFolderLost && status.st_mode == 0) mAreAllSeen = false;
     }
+}
+
+void Run::open(Waiting& waiting, uint64_t ticket) {
+    const std::string& path = waiting.file.path;
+    OpenedFile file;
+    try {
+        file = openRegularFile(path);
+    } catch (const FileError& error) {
+        waiting.text = encodeFailure(path, error.what(), mRules);
+        return;
+    }
+    waiting.sizeBytes = file.sizeBytes;
+    waiting.modifiedNs = file.modifiedNs;
+    mPool.give(ticket, requestFor(path, std::move(file)));
 }
 
 bool Run::isUnchanged(const std::string& path, const struct stat& status) {
@@ -201,9 +230,15 @@ bool Run::isUnchanged(const std::string& path, const struct stat& status) {
 
 void Run::place(Answer answer) {
     Waiting& waiting = mWaiting[answer.ticket - mSettled];
-    waiting.text = answer.failure.empty()
-                           ? std::move(answer.text)
-                           : encodeFailure(waiting.file.path, answer.failure, mRules);
+    const std::string& path = waiting.file.path;
+    if (!answer.failure.empty()) {
+        waiting.text = encodeFailure(path, answer.failure, mRules);
+    } else if (hasChanged(path, waiting.sizeBytes, waiting.modifiedNs)) {
+        const bool isMedia = decodeFinding(answer.text).isMedia;
+        waiting.text = encodeFailure(path, "changed while it was read", mRules, isMedia);
+    } else {
+        waiting.text = std::move(answer.text);
+    }
     mWaitingBytes += waiting.text.size();
 }
 

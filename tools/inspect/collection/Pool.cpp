@@ -15,7 +15,7 @@
 #include <utility>
 
 #include "inspect/base/InputFile.h"
-#include "inspect/base/OutputFile.h"
+#include "inspect/collection/Sandbox.h"
 
 namespace inspect {
 namespace {
@@ -25,46 +25,17 @@ using namespace std::chrono_literals;
 // One at work and one that waits, so that a process never does.
 constexpr size_t kJobsAtATime = 2;
 
-// Before a text: how many bytes it has, and in an answer whether it is a failure.
-struct Head {
-    uint32_t sizeBytes = 0;
-    uint32_t isFailure = 0;
-};
-
-bool sendText(int socket, const std::string& text, bool isFailure) {
-    const Head head{static_cast<uint32_t>(text.size()), isFailure ? 1U : 0U};
-    std::string message(sizeof head, '\0');
-    std::memcpy(message.data(), &head, sizeof head);
-    message += text;
-    return writeAll(socket, ByteVector(message.begin(), message.end())) == 0;
-}
-
-bool readExactly(int socket, char* out, size_t size) {
-    while (size > 0) {
-        const ssize_t count = read(socket, out, size);
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) return false;
-        out += count;
-        size -= static_cast<size_t>(count);
-    }
-    return true;
-}
-
-bool receiveText(int socket, std::string& text) {
-    Head head;
-    if (!readExactly(socket, reinterpret_cast<char*>(&head), sizeof head)) return false;
-    text.resize(head.sizeBytes);
-    return readExactly(socket, text.data(), text.size());
-}
+constexpr int kOwnSocket = STDERR_FILENO + 1;
 
 // A worker neither reads what is the user's nor writes where the user does, but for what a
-// sanitizer says.
-void leaveTerminal() {
+// sanitizer says, and keeps nothing else that the first process has open.
+void keepOnly(int socket) {
+    if (dup2(socket, kOwnSocket) < 0) _exit(1);
+    closefrom(kOwnSocket + 1);
     const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);
-    if (nowhere < 0) return;
     dup2(nowhere, STDIN_FILENO);
     dup2(nowhere, STDOUT_FILENO);
-    if (isatty(STDERR_FILENO) != 0) dup2(nowhere, STDERR_FILENO);
+    if (!kIsSanitized || isatty(STDERR_FILENO) != 0) dup2(nowhere, STDERR_FILENO);
     close(nowhere);
 }
 
@@ -93,9 +64,10 @@ std::string tookLongerThan(std::chrono::duration<double> seconds) {
 // As many as there are descriptors for, beside what else is open.
 size_t possible(size_t workers) {
     constexpr rlim_t kOthers = 16;
+    constexpr rlim_t kEach = 1 + kJobsAtATime;
     rlimit limit{};
     if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return workers;
-    return std::min<rlim_t>(workers, std::max(limit.rlim_cur, kOthers + 1) - kOthers);
+    return std::min<rlim_t>(workers, (std::max(limit.rlim_cur, kOthers + kEach) - kOthers) / kEach);
 }
 
 [[noreturn]] void failToStart(int reason) {
@@ -111,9 +83,8 @@ Pool::Pool(PoolRules rules) : mRules(std::move(rules)), mProcesses(possible(mRul
 
 Pool::~Pool() {
     for (const Process& process : mProcesses) {
-        if (process.socket < 0) continue;
+        if (process.socket.get() < 0) continue;
         kill(process.pid, SIGKILL);
-        close(process.socket);
         while (waitpid(process.pid, nullptr, 0) < 0 && errno == EINTR) continue;
     }
 }
@@ -126,7 +97,6 @@ Pool::Clock::duration Pool::time() {
     return mTime;
 }
 
-// No process holds on to another's socket.
 void Pool::start(Process& process) {
     std::erase_if(mKilled, [](pid_t each) { return waitpid(each, nullptr, WNOHANG) != 0; });
     std::array<int, 2> sockets{};
@@ -136,41 +106,37 @@ void Pool::start(Process& process) {
     if (process.pid == 0) {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         if (getppid() != parent) _exit(1);
-        for (const Process& each : mProcesses) {
-            if (each.socket >= 0) close(each.socket);
-        }
-        close(sockets[0]);
-        serve(sockets[1]);
+        keepOnly(sockets[1]);
+        serve();
     }
     const int reason = errno;
     close(sockets[1]);
-    process.socket = sockets[0];
+    process.socket = Descriptor(sockets[0]);
     process.received.clear();
     if (process.pid > 0) return;
-    close(std::exchange(process.socket, -1));
+    process.socket = Descriptor();
     failToStart(reason);
 }
 
 // In the process. What a terminal sends reaches all its processes; the first one decides.
-void Pool::serve(int socket) const {
+void Pool::serve() const {
     std::signal(SIGINT, SIG_IGN);
     std::signal(SIGHUP, SIG_IGN);
     std::signal(SIGTERM, SIG_DFL);
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
-    leaveTerminal();
     mRules.prepare();
-    std::string text;
-    while (receiveText(socket, text)) {
+    while (auto request = receiveRequest(kOwnSocket)) {
+        std::string text;
         bool isFailure = false;
         try {
-            text = mRules.answer(text);
+            text = mRules.answer(std::move(*request));
         } catch (const std::exception& error) {
             text = error.what();
             isFailure = true;
         }
-        if (!sendText(socket, text, isFailure)) break;
+        if (!sendAnswer(kOwnSocket, text, isFailure)) break;
     }
     _exit(0);
 }
@@ -184,7 +150,7 @@ bool Pool::isIdle() const {
     return std::ranges::all_of(mProcesses, [](const Process& each) { return each.jobs.empty(); });
 }
 
-void Pool::give(uint64_t ticket, std::string request) {
+void Pool::give(uint64_t ticket, Request request) {
     place({ticket, std::move(request)});
 }
 
@@ -194,21 +160,21 @@ void Pool::place(Job job) {
     const auto process = std::ranges::min_element(
             mProcesses, {}, [](const Process& each) { return each.jobs.size(); });
     try {
-        if (process->socket < 0) start(*process);
+        if (process->socket.get() < 0) start(*process);
     } catch (const FileError&) {
         if (mProcesses.size() == 1) throw;
         mProcesses.erase(process);
         return place(std::move(job));
     }
     if (process->jobs.empty()) process->began = time();
-    sendText(process->socket, job.request, false);
+    if (!sendRequest(process->socket.get(), job.request)) kill(process->pid, SIGKILL);
     process->jobs.push_back(std::move(job));
 }
 
 // Returns whether the process is still there.
 bool Pool::receive(Process& process, std::vector<Answer>& answers) {
     std::array<char, 1 << 16> block;
-    const ssize_t count = recv(process.socket, block.data(), block.size(), MSG_DONTWAIT);
+    const ssize_t count = recv(process.socket.get(), block.data(), block.size(), MSG_DONTWAIT);
     if (count < 0 && (errno == EAGAIN || errno == EINTR)) return true;
     if (count <= 0) return false;
     process.began = time();
@@ -240,7 +206,7 @@ std::string Pool::reasonOfEnd(Process& process) {
 
 // What the process was at has failed, if there is a reason.
 void Pool::lose(Process& process, std::string why, std::vector<Answer>& answers) {
-    close(std::exchange(process.socket, -1));
+    process.socket = Descriptor();
     std::deque<Job> jobs = std::exchange(process.jobs, {});
     if (jobs.empty()) return;
     if (why.empty()) {
@@ -270,14 +236,14 @@ std::chrono::milliseconds Pool::untilOverdue(std::chrono::milliseconds most) {
 
 std::vector<Answer> Pool::wait(std::chrono::milliseconds most, const sigset_t& mask) {
     std::vector<pollfd> states;
-    for (const Process& each : mProcesses) states.push_back({each.socket, POLLIN, 0});
+    for (const Process& each : mProcesses) states.push_back({each.socket.get(), POLLIN, 0});
     const auto wait = untilOverdue(most);
     const timespec patience{wait / 1s, wait % 1s / 1ms * 1'000'000};
     std::vector<Answer> answers;
     if (ppoll(states.data(), states.size(), &patience, &mask) < 0) return answers;
     for (size_t i = 0; i < states.size(); i++) {
         Process& process = mProcesses[i];
-        if (process.socket < 0) continue;
+        if (process.socket.get() < 0) continue;
         if (states[i].revents != 0 && !receive(process, answers)) {
             lose(process, reasonOfEnd(process), answers);
         } else if (isOverdue(process)) {

@@ -13,6 +13,9 @@
 #include <string>
 #include <vector>
 
+#include "inspect/base/Descriptor.h"
+#include "inspect/collection/Channel.h"
+
 namespace inspect {
 
 struct PoolRules {
@@ -20,7 +23,7 @@ struct PoolRules {
     std::chrono::milliseconds timeout{};  // for one request; 0 = none
     // Runs in each process first, then for each request; what it throws is a failure.
     std::function<void()> prepare;
-    std::function<std::string(const std::string& request)> answer;
+    std::function<std::string(Request request)> answer;
 };
 
 struct Answer {
@@ -40,7 +43,7 @@ public:
     bool isIdle() const;
 
     // There is room. Throws a FileError when not even one process can be started.
-    void give(uint64_t ticket, std::string request);
+    void give(uint64_t ticket, Request request);
 
     // What has come, after no longer than this; signals outside of the mask end the wait.
     std::vector<Answer> wait(std::chrono::milliseconds most, const sigset_t& mask);
@@ -49,12 +52,12 @@ private:
     using Clock = std::chrono::steady_clock;
     struct Job {
         uint64_t ticket;
-        std::string request;
+        Request request;
         bool isRepeated = false;
     };
     struct Process {
         pid_t pid = 0;
-        int socket = -1;
+        Descriptor socket;
         std::deque<Job> jobs;   // the first is at work since
         Clock::duration began;  //
         std::string received;   // up to an answer that is not whole
@@ -62,7 +65,7 @@ private:
 
     Clock::duration time();
     void start(Process& process);
-    [[noreturn]] void serve(int socket) const;
+    [[noreturn]] void serve() const;
     void place(Job job);
     bool receive(Process& process, std::vector<Answer>& answers);
     std::string reasonOfEnd(Process& process);

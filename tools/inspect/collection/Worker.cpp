@@ -3,38 +3,13 @@
 #include <sys/resource.h>
 
 #include <exception>
-#include <new>
+#include <utility>
 
-#include "inspect/base/InputFile.h"
+#include "inspect/collection/Sandbox.h"
 #include "inspect/report/Outcome.h"
 
 namespace inspect {
 namespace {
-
-// A sanitizer's own tables would be counted.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kCanLimitMemory = false;
-#elif defined(__has_feature)
-constexpr bool kCanLimitMemory = !__has_feature(address_sanitizer);
-#else
-constexpr bool kCanLimitMemory = true;
-#endif
-
-FileReport unreadable(const std::string& path, const std::string& why, const WorkerRules& rules) {
-    FileReport report;
-    report.path = path;
-    report.error = why;
-    report.verdicts.assign(rules.scope.devices.size(), {FilePlay::kUnreadable, why});
-    return report;
-}
-
-// Whoever writes to the file right now is not done.
-bool hasChanged(const FileReport& report) {
-    if (!report.sizeBytes) return false;
-    struct stat status {};
-    return stat(report.path.c_str(), &status) != 0 || status.st_size != report.sizeBytes ||
-           modifiedNs(status) != report.modifiedNs;
-}
 
 Finding readFinding(const std::string& text) {
     const size_t lineBytes = text.find('\n') + 1;
@@ -54,7 +29,7 @@ Finding readFinding(const std::string& text) {
 }  // namespace
 
 void limitMemory(size_t maxMemoryMiB) {
-    if (maxMemoryMiB == 0 || !kCanLimitMemory) return;
+    if (maxMemoryMiB == 0 || kIsSanitized) return;
     const rlimit limit{maxMemoryMiB << 20, maxMemoryMiB << 20};
     setrlimit(RLIMIT_DATA, &limit);
 }
@@ -77,19 +52,29 @@ Finding decodeFinding(const std::string& text) {
     }
 }
 
-std::string examine(const std::string& path, const WorkerRules& rules) {
-    FileReport report = makeReport(path, rules.scope, nullptr);
-    if (hasChanged(report)) {
-        const bool isMedia = report.isMedia;
-        report = unreadable(path, "changed while it was read", rules);
-        report.isMedia = isMedia;
-    }
-    return encodeFinding(report, rules);
+Request requestFor(const std::string& path, OpenedFile file) {
+    Request request{.text = {}, .file = std::move(file.descriptor)};
+    Json::to_msgpack({path, file.sizeBytes, file.modifiedNs, file.isFolderWritable}, request.text);
+    return request;
 }
 
-std::string encodeFailure(const std::string& path, const std::string& why,
-                          const WorkerRules& rules) {
-    return encodeFinding(unreadable(path, why, rules), rules);
+std::string examine(Request request, const WorkerRules& rules) {
+    const Json known = Json::from_msgpack(request.text);
+    OpenedFile file{.descriptor = std::move(request.file),
+                    .sizeBytes = known.at(1),
+                    .modifiedNs = known.at(2),
+                    .isFolderWritable = known.at(3)};
+    return encodeFinding(makeReport(known.at(0), std::move(file), rules.scope), rules);
+}
+
+std::string encodeFailure(const std::string& path, const std::string& why, const WorkerRules& rules,
+                          bool isMedia) {
+    FileReport report;
+    report.path = path;
+    report.error = why;
+    report.isMedia = isMedia;
+    report.verdicts.assign(rules.scope.devices.size(), {FilePlay::kUnreadable, why});
+    return encodeFinding(report, rules);
 }
 
 }  // namespace inspect

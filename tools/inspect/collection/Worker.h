@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "inspect/base/InputFile.h"
+#include "inspect/collection/Channel.h"
 #include "inspect/collection/Row.h"
 
 namespace inspect {
@@ -26,15 +28,18 @@ struct Finding {
 // In the process itself, before the first file.
 void limitMemory(size_t maxMemoryMiB);
 
+// For examine().
+Request requestFor(const std::string& path, OpenedFile file);
+
 // In any process. The text is for decodeFinding(), which throws a FileError for any other.
 std::string encodeFinding(const FileReport& report, const WorkerRules& rules);
 Finding decodeFinding(const std::string& text);
 
 // Looks at the file.
-std::string examine(const std::string& path, const WorkerRules& rules);
+std::string examine(Request request, const WorkerRules& rules);
 
 // What is to be said of a file that nobody could look at.
-std::string encodeFailure(const std::string& path, const std::string& why,
-                          const WorkerRules& rules);
+std::string encodeFailure(const std::string& path, const std::string& why, const WorkerRules& rules,
+                          bool isMedia = true);
 
 }  // namespace inspect

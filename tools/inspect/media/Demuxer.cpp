@@ -127,9 +127,13 @@ int Demuxer::start(const OpenFile& file, Samples samples, Effort effort) {
     context->io_open = refuseOtherFiles;
     if (samples == Samples::kAsStored) context->flags |= AVFMT_FLAG_NOPARSE;
     if (file.format() == "wav" && !mayBeFrames(file.input())) context->max_probe_packets = 1;
+    // For demuxers that open other files by themselves.
+    context->protocol_whitelist = av_strdup("none");
+    if (context->protocol_whitelist == nullptr) throw std::bad_alloc();
     const char* path = file.input().path().c_str();
     int status = avformat_open_input(&context, path, &file.demuxer(), nullptr);
     mContext.reset(status < 0 ? nullptr : context);
+    if (status < 0 && file.format() == "vobsub") return AVERROR(EPERM);  // an index
     // Some demuxers say so of a file that ends too early.
     if (status == AVERROR(EIO) && !stream.hasFailed()) return AVERROR_EOF;
     if (status < 0) return status;

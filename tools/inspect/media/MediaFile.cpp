@@ -229,6 +229,7 @@ MediaFile readMediaFile(const OpenFile& open) {
     MediaFile file;
     file.path = open.input().path();
     file.hasName = open.input().hasName();
+    file.isFolderWritable = open.input().isFolderWritable();
     file.format = open.format();
     file.formatName = open.formatName();
     file.truncation = open.extent().truncation;

@@ -75,10 +75,11 @@ struct Container {
 
 struct MediaFile {
     std::string path;
-    bool hasName = true;     // by which another program can open it
-    std::string format;      // the demuxer's name, the first where it has several
-    std::string formatName;  // the same in words
-    std::string majorBrand;  // of the ISO base media family
+    bool hasName = true;           // by which another program can open it
+    bool isFolderWritable = true;  // in which it stands
+    std::string format;            // the demuxer's name, the first where it has several
+    std::string formatName;        // the same in words
+    std::string majorBrand;        // of the ISO base media family
     Container container;
     std::optional<int64_t> durationUs;
     std::optional<std::string> truncation;  // what is missing at the end

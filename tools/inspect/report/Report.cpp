@@ -103,14 +103,14 @@ void fill(FileReport& report, const OpenFile& open, const Scope& scope, PictureF
     if (!scope.dumpWav.empty()) writeWav(report, scope, open, file);
 }
 
-}  // namespace
-
-FileReport makeReport(const std::string& path, const Scope& scope, PictureFiles* pictures) {
+// open: makes the InputFile
+FileReport makeReport(const std::string& path, const Scope& scope, PictureFiles* pictures,
+                      const auto& open) {
     FileReport opened;
     opened.path = path;
     FileReport report;
     try {
-        const InputFile input(path);
+        const InputFile input = open();
         opened.sizeBytes = input.size();
         opened.modifiedNs = input.modifiedNs();
         report = opened;
@@ -130,6 +130,16 @@ FileReport makeReport(const std::string& path, const Scope& scope, PictureFiles*
         report.verdicts.assign(scope.devices.size(), {FilePlay::kUnreadable, report.error});
     }
     return report;
+}
+
+}  // namespace
+
+FileReport makeReport(const std::string& path, const Scope& scope, PictureFiles* pictures) {
+    return makeReport(path, scope, pictures, [&] { return InputFile(path); });
+}
+
+FileReport makeReport(const std::string& path, OpenedFile file, const Scope& scope) {
+    return makeReport(path, scope, nullptr, [&] { return InputFile(path, std::move(file)); });
 }
 
 }  // namespace inspect

@@ -68,5 +68,7 @@ struct FileReport {
 
 // pictures: takes those of the tags; null = they are not written.
 FileReport makeReport(const std::string& path, const Scope& scope, PictureFiles* pictures);
+// Of a file that is open, and nothing else is opened.
+FileReport makeReport(const std::string& path, OpenedFile file, const Scope& scope);
 
 }  // namespace inspect

@@ -184,8 +184,7 @@ public:
 
     Fix fix() const {
         std::filesystem::path out = mFile.path;
-        const std::string folder = out.has_parent_path() ? out.parent_path() : ".";
-        if (access(folder.c_str(), W_OK) != 0) out = out.filename();
+        if (!mFile.isFolderWritable) out = out.filename();
         // Files of one name and other extensions become others.
         const bool isOwn = out.extension().native().ends_with(mMuxer.extension);
         if (isOwn) out.replace_extension();
