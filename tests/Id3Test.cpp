@@ -127,33 +127,6 @@ TEST(Id3, UnsynchronisationOnRequest) {
     EXPECT_EQ(framesOf(plain), "TIT2=" + std::string(200, 'x') + ";");
 }
 
-// The warning, and what is left as a picture.
-TEST(Id3, PicturesWithoutAnEnd) {
-    const struct {
-        std::string data, warning, mime;
-    } rows[] = {
-            {text("\0a"), "mime", ""},
-            {text("\0a\0"), "pic type", "a"},
-            {text("\0a\0\3"), "pic type", "a"},
-            {text("\0a\0\3d"), "description", "a"},
-            {text("\0a\0\3\0"), "description", "a"},
-            {text("\1a\0\3\0\0"), "description", "a"},
-            {text("\1a\0\3\0\0P"), "", "a"},
-    };
-    for (const auto& row : rows) {
-        const Parsed id3(tag(3, 0, frameV2_3("APIC", row.data)));
-        const test::LogCapture log("ZRID3");
-        size_t size = 7;
-        String8 mime;
-        EXPECT_EQ(id3.getAlbumArt(&size, &mime) != nullptr, row.warning.empty());
-        EXPECT_EQ(size, row.warning.empty() ? 1u : 0u);
-        EXPECT_STREQ(mime.c_str(), row.mime.c_str());
-        std::vector<test::Line> lines;
-        if (!row.warning.empty()) lines.push_back({5, "bogus album art size: " + row.warning});
-        EXPECT_EQ(log.lines(), lines) << testing::PrintToString(row.data);
-    }
-}
-
 TEST(Id3, BytesInMemory) {
     const uint8_t bytes[] = {1, 2, 3};
     android::MemorySource source(bytes, 3);
