@@ -233,7 +233,7 @@ TEST(VorbisComment, PictureBlocks) {
             {block(3, "a", 1, 1, 4), nullptr},
             {block(3, "a", 1, 5, 0), nullptr},
             {block(3, "a", 6, 1, 3), nullptr},
-            {block(3, "a", 100, 1, 3), nullptr},
+            {test::bigEndian(3, 4) + test::bigEndian(30, 4) + std::string(24, 'a'), nullptr},
             {block(3, "a", 200, 1, 3), nullptr},
             {good.substr(0, 31), nullptr},
             {"", nullptr},
