@@ -1,6 +1,10 @@
 // Input: the codec data of an H.264 track, in any of its forms.
+//
+// Aims at Helper/MediaExtractorHelper/AvcCodecData, Helper/csd/AvcConfig, Helper/csd/AvcSps,
+// Helper/base/BitReader, Helper/base/Check.
 
 #include "Fuzz.h"
+#include "model/AvcPicture.h"
 
 using android::ABuffer;
 using android::sp;
@@ -31,15 +35,23 @@ void checkPassedOn(Bytes data) {
     REQUIRE(again.keys() == "csd-avc " && fuzz::same(again.buffer("csd-avc"), data));
 }
 
-// The SPS says the stored size when it is read by itself.
-void checkSizes(Bytes sps, const Format& format) {
+// The tests' model reads the same size of an SPS, none where the process ends.
+std::optional<std::pair<int64_t, int64_t>> checkPicture(Bytes sps) {
     const sp<ABuffer> buffer = new ABuffer(sps.size());
     std::ranges::copy(sps, buffer->data());
     int32_t width = -1, height = -1;
-    helper->FindAVCDimensions(buffer, &width, &height);
-    REQUIRE(width >= 0 && width == format.int32("width") && width == format.int32("stride"));
-    REQUIRE(height >= 0 && height == format.int32("height"));
-    REQUIRE(height == format.int32("slice-height"));
+    std::string unused;
+    const auto picture = test::modelPicture(sps, unused);
+    const bool fatal =
+            fuzz::endsFatally([&] { helper->FindAVCDimensions(buffer, &width, &height); });
+    REQUIRE(fatal == !picture && (fatal || picture == std::pair<int64_t, int64_t>(width, height)));
+    return picture;
+}
+
+void checkSizes(Bytes sps, const Format& format) {
+    const auto [width, height] = checkPicture(sps).value();
+    REQUIRE(width == format.int32("width") && width == format.int32("stride"));
+    REQUIRE(height == format.int32("height") && height == format.int32("slice-height"));
 }
 
 void append(Data& out, Bytes bytes) {
@@ -87,10 +99,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         checkRecord(format, helper->FindNAL(data, size, 7, nullptr) != nullptr);
     }
 
-    const sp<ABuffer> sps = new ABuffer(size);
-    std::ranges::copy(input, sps->data());
-    int32_t width = 0, height = 0;
-    fuzz::endsFatally([&] { helper->FindAVCDimensions(sps, &width, &height); });
-    REQUIRE(width >= 0 && height >= 0);
+    checkPicture(input);
     return 0;
 }

@@ -1,7 +1,10 @@
 // Input: operation, form, port and flags; entries of the format, each its row, type and value,
 // behind their number; then what the component answers.
+//
+// Aims at Helper/MediaCodecHelper/*, Helper/omx/*, Helper/vocabulary/MetaKeyTable.
 
 #include <map>
+#include <optional>
 
 #include "Fuzz.h"
 #include "Helper/vocabulary/MetaKeyTable.h"
@@ -77,18 +80,87 @@ status_t perform(uint32_t operation, const Form& format, const sp<AMessage>& mes
     return node->status;
 }
 
+using Stored = std::optional<std::string>;
+
+std::string bytesOf(const void* data, size_t size) {
+    return {static_cast<const char*>(data), size};
+}
+
+// A row's value, if it is of the row's type.
+Stored valueOf(const MetaDataBase& meta, const MetaKeyRow& row) {
+    int32_t number = 0;
+    int64_t wide = 0;
+    const char* text = nullptr;
+    const void* data = nullptr;
+    uint32_t type = 0;
+    size_t size = 0;
+    if (row.value == MetaValue::kInt32) {
+        if (meta.findInt32(row.metaKey, &number)) return std::to_string(number);
+        return {};
+    }
+    if (row.value == MetaValue::kInt64) {
+        if (meta.findInt64(row.metaKey, &wide)) return std::to_string(wide);
+        return {};
+    }
+    if (row.value == MetaValue::kText)
+        return meta.findCString(row.metaKey, &text) ? Stored(text) : Stored();
+    if (!meta.findData(row.metaKey, &type, &data, &size) || !isMetaData(type)) return {};
+    return bytesOf(data, size);
+}
+
+Stored valueOf(const sp<AMessage>& message, const char* key, MetaValue kind) {
+    int32_t number = 0;
+    int64_t wide = 0;
+    AString text;
+    sp<ABuffer> data;
+    if (kind == MetaValue::kInt32 && message->findInt32(key, &number))
+        return std::to_string(number);
+    if (kind == MetaValue::kInt64 && message->findInt64(key, &wide)) return std::to_string(wide);
+    if (kind == MetaValue::kText && message->findString(key, &text)) return text.c_str();
+    if (kind >= MetaValue::kData && message->findBuffer(key, &data))
+        return bytesOf(data->data(), data->size());
+    return {};
+}
+
+const MetaKeyRow& rowOf(std::string_view key) {
+    return *std::ranges::find(metaKeyRows(), key, [](const MetaKeyRow& row) {
+        return std::string_view(row.messageKey);
+    });
+}
+
+// The first of these is what a decoder gets.
+void checkCodecData(const sp<MetaData>& meta) {
+    static const MetaKeyRow kRows[] = {
+            rowOf("vc1-sequence-header"),       rowOf("flac-codec-specific-data"),
+            rowOf("adpcm-codec-specific-data"), rowOf("theora-codec-specific-data"),
+            rowOf("rm-codec-specific-data"),    rowOf("rv-codec-specific-data"),
+            rowOf("alac-codec-specific-data")};
+    Stored expected;
+    for (const MetaKeyRow& row : kRows) {
+        if (!expected) expected = valueOf(*meta, row);
+    }
+    const void* data = nullptr;
+    size_t size = 0;
+    REQUIRE(Helper::ZRgetCodecSpecificData(meta, data, size) == (expected ? 0 : -1));
+    REQUIRE(!expected || bytesOf(data, size) == expected);
+}
+
 sp<AMessage> convertThereAndBack(const sp<MetaData>& meta) {
     const sp<MetaData> back = new MetaData;
     sp<AMessage> message = new AMessage, again = new AMessage;
     REQUIRE(Helper::ZRCodeConvertMetaDataToMessage(meta, &message) == 0);
     REQUIRE(Helper::ZRCodeConvertMessageToMetaData(message, back) == 0);
     REQUIRE(Helper::ZRCodeConvertMetaDataToMessage(back, &again) == 0);
+    Stored codecData;
     for (const MetaKeyRow& row : metaKeyRows()) {
-        int32_t value = 0, sent = 0, returned = 0;
-        const bool isHeld = row.value == MetaValue::kInt32 && meta->findInt32(row.metaKey, &value);
-        REQUIRE(message->findInt32(row.messageKey, &sent) == isHeld && sent == value);
-        REQUIRE(again->findInt32(row.messageKey, &returned) == isHeld && returned == value);
+        const Stored held = valueOf(*meta, row);
+        if (row.value == MetaValue::kCodecData && held) codecData = held;
+        if (row.value == MetaValue::kCodecData) continue;
+        REQUIRE(valueOf(message, row.messageKey, row.value) == held);
+        REQUIRE(valueOf(again, row.messageKey, row.value) == held);
     }
+    REQUIRE(valueOf(message, "csd-0", MetaValue::kCodecData) == codecData);
+    checkCodecData(meta);
     return message;
 }
 

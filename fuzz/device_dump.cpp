@@ -1,4 +1,6 @@
 // Input: a device's dump, which is read as a list of MIME types too.
+//
+// Aims at tools/inspect/devices/MediaPlayerDump, tools/inspect/devices/MimeList.
 
 #include "Devices.h"
 #include "inspect/devices/MediaPlayerDump.h"

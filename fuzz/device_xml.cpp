@@ -1,4 +1,6 @@
 // Input: the codec lists "0", "1", ... of a folder, with 0xFF between them. The first is read.
+//
+// Aims at tools/inspect/devices/XmlCodecList.
 
 #include "Devices.h"
 #include "inspect/devices/XmlCodecList.h"

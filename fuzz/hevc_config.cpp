@@ -1,4 +1,6 @@
 // Input: the codec data of an H.265 track, an Annex B stream; also taken for an SPS.
+//
+// Aims at Helper/MediaExtractorHelper/HevcCodecData, Helper/csd/HevcConfig, Helper/csd/HevcSps.
 
 #include "HevcSize.h"
 #include "platform/MetaData.h"

@@ -1,4 +1,6 @@
 // Input: a configuration record of an H.265 track (ISO/IEC 14496-15 8.3.3.1.2).
+//
+// Aims at Helper/csd/HevcConfig, Helper/MediaCodecHelper/MetaConversion.
 
 #include "Fuzz.h"
 #include "platform/MetaData.h"
@@ -27,6 +29,7 @@ Data streamOf(Bytes record) {
         const uint32_t type = fuzz::take(rest, 1) % 64;
         const bool wanted = type == 32 || type == 33 || type == 34;
         for (uint32_t units = fuzz::take(rest, 2); units > 0; --units) {
+            if (!wanted && rest.empty()) break;  // what is counted may be more than there is
             uint32_t size = fuzz::take(rest, 2);
             if (!wanted) {
                 rest = rest.subspan(std::min<size_t>(size, rest.size()));

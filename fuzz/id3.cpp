@@ -1,5 +1,9 @@
-// Input: flags, the largest read of a source in steps of 16 bytes (0 for no limit), the offset of
-// the tag, what the source's size is too small by; then the file.
+// Input: flags, some of which make the source lie, the largest read of a source in steps of 16
+// bytes (0 for no limit), the offset of the tag, what the source's size is too small by; then the
+// file.
+//
+// Aims at ParserLibrary/id3wrapper/*, ParserLibrary/id3/Tag, ParserLibrary/id3/TagHeader,
+// ParserLibrary/id3/ID3, ParserLibrary/id3/ByteSource, Helper/MediaExtractorHelper/Tags.
 
 #include <sstream>
 
@@ -14,6 +18,7 @@ using fuzz::helper;
 namespace {
 
 constexpr uint32_t kIgnoreV1 = 1, kNoSize = 2, kStreamed = 4;
+constexpr uint32_t kReadsFail = 8, kReadsTooMuch = 16, kHugeSize = 32;
 
 struct Source {
     Bytes file;
@@ -26,13 +31,14 @@ CDataSource recordOf(Source* source) {
     CDataSource record{};
     record.handle = source;
     record.readAt = [](void* handle, off64_t offset, void* data, size_t size) {
-        const Bytes file = static_cast<Source*>(handle)->file;
+        const auto& [file, flags, largestRead, unused] = *static_cast<Source*>(handle);
         const auto start = static_cast<size_t>(std::max<off64_t>(offset, 0));
         const Bytes rest = file.subspan(std::min(start, file.size()));
-        const size_t count =
-                std::min({size, rest.size(), static_cast<Source*>(handle)->largestRead});
+        const size_t count = std::min({size, rest.size(), largestRead});
         std::copy_n(rest.begin(), count, static_cast<uint8_t*>(data));
-        return static_cast<ssize_t>(count);
+        if ((flags & kReadsFail) != 0) return ssize_t{-1004};
+        const bool boasts = (flags & kReadsTooMuch) != 0 && count == size;
+        return static_cast<ssize_t>(count + boasts);
     };
     record.getSize = [](void* handle, off64_t* size) {
         *size = static_cast<Source*>(handle)->size;
@@ -125,7 +131,8 @@ void checkFormat(const ID3& id3, const Frames& frames, bool readable, Call call)
 
 // The v1 tag that the source reads; empty for none.
 Bytes trailerOf(const Source& source) {
-    if ((source.flags & (kIgnoreV1 | kNoSize)) != 0 || source.largestRead < 128) return {};
+    constexpr uint32_t kNone = kIgnoreV1 | kNoSize | kReadsFail | kHugeSize;
+    if ((source.flags & kNone) != 0 || source.largestRead < 128) return {};
     const auto size = static_cast<size_t>(source.size);
     if (source.size < 128 || size > source.file.size()) return {};
     const Bytes trailer = source.file.subspan(size - 128, 128);
@@ -136,7 +143,7 @@ Bytes trailerOf(const Source& source) {
 bool readsV2(const Source& source, Bytes tag) {
     size_t size;
     REQUIRE(ID3::ParseSyncsafeInteger(&tag[6], &size));
-    return source.largestRead >= std::max<size_t>(10, size);
+    return (source.flags & kReadsFail) == 0 && source.largestRead >= std::max<size_t>(10, size);
 }
 
 std::string line(const std::string& id, Bytes data) {
@@ -166,6 +173,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t byteCount) {
     const auto missing = static_cast<int8_t>(fuzz::take(file, 1));
     Source state{file, flags, largestRead == 0 ? SIZE_MAX : largestRead,
                  static_cast<off64_t>(file.size()) - missing};
+    if ((flags & kHugeSize) != 0) state.size = INT64_MAX;
     CDataSource record = recordOf(&state);
     android::DataSourceHelper source(&record);
     const bool ignoreV1 = (flags & kIgnoreV1) != 0, streamed = (flags & kStreamed) != 0;
@@ -176,6 +184,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t byteCount) {
     checkFormat(inMemory, inMemoryFrames, inMemory.isValid(), [&](AMediaFormat* format) {
         return helper->parseID3v2MetaData(tag.data(), tag.size(), ignoreV1, format);
     });
+
+    android::MemorySource memory(file.data(), file.size());
+    ID3 again(tag.data(), tag.size(), true);
+    REQUIRE(again.parseV2(&memory, offset) == inMemory.isValid());
+    REQUIRE(linesOf(framesOf(again, tag.size())) == linesOf(inMemoryFrames));
 
     const ID3 id3(&source, ignoreV1, offset);
     const Frames frames = framesOf(id3, file.size());

@@ -1,4 +1,6 @@
 // Input: a byte that picks the version and the id of a frame, then the frame's data.
+//
+// Aims at ParserLibrary/id3/FrameString, ParserLibrary/id3/FrameText.
 
 #include <array>
 

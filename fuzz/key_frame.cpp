@@ -1,4 +1,6 @@
 // Input: a byte that picks the codec (96 and up), then a sample of a video track.
+//
+// Aims at Helper/MediaExtractorHelper/KeyFrame, Helper/csd/KeyFrame.
 
 #include "Fuzz.h"
 

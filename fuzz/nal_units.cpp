@@ -1,9 +1,12 @@
 // Input: a byte with the wanted unit type, then an Annex B stream.
+//
+// Aims at Helper/MediaExtractorHelper/NalUnits, Helper/csd/NalUnits.
 
 #include <array>
 #include <bit>
 
 #include "Fuzz.h"
+#include "Helper/csd/NalUnits.h"
 
 using android::ABitReader;
 using fuzz::Bytes;
@@ -13,50 +16,73 @@ namespace {
 
 constexpr auto kStartCode = std::to_array<uint8_t>({0, 0, 1});
 
-// Calls `visit` with every unit of the stream.
-template <typename Visit>
-void walk(Bytes stream, bool startCodeFollows, Visit visit) {
-    const uint8_t* const end = stream.data() + stream.size();
+size_t startCodeIn(Bytes bytes) {
+    const auto at = std::search(bytes.begin(), bytes.end(), kStartCode.begin(), kStartCode.end());
+    return static_cast<size_t>(at - bytes.begin());
+}
+
+// What the fast search finds, from each start code on to the next.
+void checkSearch(Bytes stream) {
+    while (!stream.empty()) {
+        const size_t at = startCodeIn(stream);
+        REQUIRE(android::csd::findStartCode(stream) == at);
+        stream = stream.subspan(std::min(at + 1, stream.size()));
+    }
+}
+
+struct Units {
+    int32_t status = -1;  // behind the last
+    std::vector<Bytes> all{};
+};
+
+// ITU-T H.264 Annex B, with the departures that the header names.
+Units unitsOf(Bytes stream, bool startCodeFollows) {
+    const auto zeros = static_cast<size_t>(
+            std::ranges::find_if(stream, [](uint8_t byte) { return byte != 0; }) - stream.begin());
+    if (zeros == stream.size()) return {};
+    if (zeros < 2 || stream[zeros] != 1) return {android::ERROR_MALFORMED};
+    Units units;
+    for (Bytes rest = stream.subspan(zeros + 1);;) {
+        const size_t next = startCodeIn(rest);
+        if (next == rest.size() && !startCodeFollows) return units;
+        Bytes unit = rest.first(next);
+        while (unit.size() > 1 && unit.back() == 0) unit = unit.first(unit.size() - 1);
+        units.all.push_back(unit);
+        if (rest.size() - next < 5) return units;
+        rest = rest.subspan(next + 3);
+    }
+}
+
+void checkWalk(Bytes stream, bool startCodeFollows) {
+    const Units expected = unitsOf(stream, startCodeFollows);
     const uint8_t* data = stream.data();
     size_t size = stream.size();
-    const uint8_t* former = data;  // the end of the unit before
-    for (size_t steps = 0;; ++steps) {
-        REQUIRE(steps <= stream.size());
-        const uint8_t* const at = data;
-        const size_t left = size;
-        const uint8_t* unit = data;
-        size_t unitSize = 1;
-        const auto status =
-                helper->getNextNALUnit(&data, &size, &unit, &unitSize, startCodeFollows);
-        if (status != android::OK) {
-            REQUIRE(status == -1 || (status == android::ERROR_MALFORMED && steps == 0));
-            REQUIRE(unit == nullptr && unitSize == 0 && data == at && size == left);
-            return;
-        }
-        REQUIRE(unit - former >= 3 && unit <= end && unitSize <= static_cast<size_t>(end - unit));
-        REQUIRE(fuzz::same({unit - 3, 3}, kStartCode) &&
-                !fuzz::contains({unit, unitSize}, kStartCode));
-        REQUIRE(unitSize < 2 || unit[unitSize - 1] != 0);
-        REQUIRE(unitSize > 0 || unit == end || fuzz::same(Bytes(unit, end).first(3), kStartCode));
-        former = unit + unitSize;
-        if (size != 0) REQUIRE(data >= former && data + size == end && size < left);
-        if (size != 0) REQUIRE(std::count(former, data, 0) == data - former);
-        if (size == 0) REQUIRE(data == nullptr);
-        visit(Bytes(unit, unitSize));
+    for (const Bytes& next : expected.all) {
+        const uint8_t* unit = nullptr;
+        size_t unitSize = 0;
+        REQUIRE(helper->getNextNALUnit(&data, &size, &unit, &unitSize, startCodeFollows) == 0);
+        REQUIRE(unit == next.data() && unitSize == next.size());
+        REQUIRE(size == 0 ? data == nullptr : data + size == stream.data() + stream.size());
     }
+    const uint8_t* const at = data;
+    const size_t left = size;
+    const uint8_t* unit = data;
+    size_t unitSize = 1;
+    const auto status = helper->getNextNALUnit(&data, &size, &unit, &unitSize, startCodeFollows);
+    REQUIRE(status == expected.status && unit == nullptr && unitSize == 0);
+    REQUIRE(data == at && size == left);
 }
 
 void checkFind(Bytes stream, unsigned wanted, bool hevc) {
     const auto found = hevc ? helper->FindHEVCNAL(stream.data(), stream.size(), wanted, nullptr)
                             : helper->FindNAL(stream.data(), stream.size(), wanted, nullptr);
-    bool first = true;
-    walk(stream, true, [&](Bytes unit) {
+    for (const Bytes& unit : unitsOf(stream, true).all) {
         const unsigned header = unit.empty() ? 0u : unit[0];
-        if ((hevc ? header >> 1 & 0x3f : header & 0x1f) != wanted || !first) return;
-        first = false;
+        if ((hevc ? header >> 1 & 0x3f : header & 0x1f) != wanted) continue;
         REQUIRE(found != nullptr && fuzz::same(unit, {found->data(), found->size()}));
-    });
-    REQUIRE(first == (found == nullptr));
+        return;
+    }
+    REQUIRE(found == nullptr);
 }
 
 // Each number is made of as many bits as its value says.
@@ -76,7 +102,9 @@ void checkExpGolomb(Bytes bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Bytes stream(data, size);
     const unsigned wanted = fuzz::take(stream, 1) & 0x3f;
-    walk(stream, false, [](Bytes) {});
+    checkSearch(stream);
+    checkWalk(stream, false);
+    checkWalk(stream, true);
     checkFind(stream, wanted, false);
     checkFind(stream, wanted, true);
     checkExpGolomb(stream);

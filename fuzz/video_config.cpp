@@ -1,5 +1,7 @@
 // Input: a byte that picks the codec (96 and up), width and height of the picture as four bytes
 // each, then the codec data of a video track.
+//
+// Aims at Helper/MediaExtractorHelper/VideoCodecData, Helper/csd/Vc1Header.
 
 #include "Esds.h"
 #include "zrcodecparser/TrackInfo.h"

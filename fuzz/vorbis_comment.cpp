@@ -1,9 +1,10 @@
 // Input: by how much the given length falls short of the comment's, then a comment up to its NUL.
+//
+// Aims at Helper/MediaExtractorHelper/Tags.
 
 #include <cerrno>
-#include <optional>
 
-#include "Fuzz.h"
+#include "Picture.h"
 
 using fuzz::Bytes;
 using fuzz::take;
@@ -23,40 +24,12 @@ std::string upper(std::string text) {
     return text;
 }
 
-// RFC 4648 4 and 5, both alphabets at once. None when malformed.
-std::optional<std::vector<uint8_t>> decoded(const std::string& text, size_t room) {
-    const std::string digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/-_";
-    size_t padding = 0;
-    while (padding < 3 && text.substr(0, text.size() - padding).ends_with('=')) ++padding;
-    std::vector<uint8_t> bytes;
-    for (size_t i = 0, group = 0; i < text.size(); ++i) {
-        const size_t digit = i + padding < text.size() ? digits.find(text[i]) : 0;
-        if (digit == std::string::npos) return std::nullopt;
-        group = group << 6 | (digit < 64 ? digit : digit - 2);
-        for (size_t shift : {16u, 8u, 0u}) {
-            if (i % 4 == 3) bytes.push_back(static_cast<uint8_t>(group >> shift));
-        }
-    }
-    if (text.size() % 4 != 0 || bytes.size() - padding > room) return std::nullopt;
-    bytes.resize(bytes.size() - padding);
-    return bytes;
-}
-
-// What a format prints for the front cover in a picture block, RFC 9639 8.8.
+// What a format prints for the front cover in a picture block.
 std::string cover(Bytes block) {
-    if (block.size() < 32 || take(block, 4) != 3) return "";
-    const size_t mimeSize = take(block, 4);
-    if (mimeSize > 127 || mimeSize > block.size()) return "";
-    const std::string mime(block.begin(), block.begin() + static_cast<ptrdiff_t>(mimeSize));
-    if (std::strcmp(mime.c_str(), "-->") == 0) return "";
-    block = block.subspan(mimeSize);
-    const size_t skipped = size_t{take(block, 4)} + 16;
-    if (skipped + 4 > block.size()) return "";
-    block = block.subspan(skipped);
-    const size_t size = take(block, 4);
-    if (size > block.size()) return "";
+    const auto picture = fuzz::frontCover(block);
+    if (!picture) return "";
     const fuzz::Format format;
-    AMediaFormat_setBuffer(format.get(), "albumart", block.data(), size);
+    AMediaFormat_setBuffer(format.get(), "albumart", picture->data(), picture->size());
     return AMediaFormat_toString(format.get());
 }
 
@@ -69,8 +42,9 @@ Result resultOf(const std::string& name, const std::string& value, size_t length
     const size_t row = kKeys.find("," + name + "=") + name.size() + 2;
     const std::string key = kKeys.substr(row, kKeys.find(',', row) - row) + ": ";
     if (name == "METADATA_BLOCK_PICTURE") {
-        const auto block = decoded(value, std::min(value.size(), length - 23) / 4 * 3);
-        if (!block) return {"malformed base64 encoded data.", ""};
+        const auto block = fuzz::base64Decoded(value);
+        const size_t room = std::min(value.size(), length - 23) / 4 * 3;
+        if (!block || block->size() > room) return {"malformed base64 encoded data.", ""};
         return {"", cover(*block)};
     }
     if (name == "ANDROID_LOOP") return {"", upper(value) == "TRUE" ? key + "int32(1)" : ""};

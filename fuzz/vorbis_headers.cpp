@@ -1,4 +1,6 @@
 // Input: the three headers of a Vorbis track in a block with Xiph lacing.
+//
+// Aims at Helper/csd/VorbisHeaders.
 
 #include "Fuzz.h"
 #include "Helper/csd/VorbisHeaders.h"

@@ -47,6 +47,8 @@ public:
         return field;
     }
 
+    bool atEnd() const { return mRest.empty(); }
+
 private:
     uint32_t number(size_t count) {
         const uint32_t value = bigEndianAt(mRest, 0, count);

@@ -86,11 +86,13 @@ HevcRecordResult HevcParameterSetStream::assign(Bytes record) {
     for (unsigned j = 0; j < numOfArrays; ++j) {
         const unsigned nalType = reader.u8() & 0x3Fu;  // array_completeness, NAL_unit_type
         const unsigned numNalus = reader.u16();
-        for (unsigned i = 0; i < numNalus; ++i) {
+        const bool isWanted = nalType >= kNalVps && nalType <= kNalPps;
+        // Behind the end of the record there are empty units, of which only the wanted ones count.
+        for (unsigned i = 0; i < numNalus && (isWanted || !reader.atEnd()); ++i) {
             const size_t nalUnitLength = reader.u16();
             const Bytes nalUnit = reader.bytes(nalUnitLength);
-            if (nalType < kNalVps || nalType > kNalPps) continue;
-            if (!append(prefix, nalUnit, nalUnitLength)) return HevcRecordResult::kMalformed;
+            if (isWanted && !append(prefix, nalUnit, nalUnitLength))
+                return HevcRecordResult::kMalformed;
         }
     }
     return mSize == 0 ? HevcRecordResult::kEmpty : HevcRecordResult::kStream;

@@ -1,5 +1,6 @@
 // Comparison of AVC configuration data with a model, from the raw bytes to all that can be seen.
 
+#include "model/AvcPicture.h"
 #include "model/CodecDataModel.h"
 #include "zrcodecparser/TrackInfo.h"
 
@@ -10,65 +11,6 @@ using test::Bytes;
 using test::Seen;
 
 // ---- Model
-
-// Of profiles with chroma fields; 118 and 128 have them too, but are read without.
-constexpr auto kHighProfiles = std::to_array<uint32_t>({44, 83, 86, 100, 110, 122, 244});
-
-void modelScalingList(Bits& bits, int entries) {
-    int64_t last = 8, next = 8;
-    for (int i = 0; i < entries; ++i) {
-        if (next != 0) next = (last + bits.ue() + 256) % 256;
-        if (next != 0) last = next;
-    }
-}
-
-// chroma_format_idc, from the fields that only some profiles have.
-int64_t modelChroma(Bits& bits, std::string& trace) {
-    const int64_t chroma = bits.ue();
-    if (chroma == 3) bits.bit();
-    bits.ue();
-    bits.ue();
-    bits.bit();
-    if (bits.bit() == 0) return chroma;
-    trace = "5 \"seq_scaling_matrix_present_flag != 0u\"";
-    for (int i = 0; i < 8; ++i) {
-        if (bits.bit() == 1) modelScalingList(bits, i < 6 ? 16 : 64);
-    }
-    return chroma;
-}
-
-// Width and height, ITU-T H.264 7.3.2.1.1; empty where the process ends.
-std::optional<std::pair<int64_t, int64_t>> modelPicture(const Bytes& sps, std::string& trace) {
-    Bits bits(sps.data(), sps.size());
-    bits.skipBits(32);
-    bits.ue();
-    const bool high = sps.size() > 1 && std::ranges::count(kHighProfiles, sps[1]) != 0;
-    const int64_t chroma = high ? modelChroma(bits, trace) : 1;
-    bits.ue();
-    const int64_t picOrder = bits.ue();
-    if (picOrder == 0) bits.ue();
-    if (picOrder == 1) {
-        bits.bit();
-        bits.ue();
-        bits.ue();
-        // What is counted may be more than there is; behind the end all are zero.
-        for (auto n = std::min(bits.ue(), std::ssize(sps) * 8); n > 0; --n) bits.ue();
-    }
-    bits.ue();
-    bits.bit();
-    int64_t width = (bits.ue() + 1) * 16, height = (bits.ue() + 1) * 16;
-    const unsigned fields = bits.bit() == 1 ? 1 : 2;
-    height *= fields;
-    if (width > INT32_MAX || height > INT32_MAX) return std::nullopt;
-    if (fields == 2) bits.bit();
-    bits.bit();
-    if (bits.bit() == 0) return std::pair{width, height};
-    const int64_t left = bits.ue(), right = bits.ue(), top = bits.ue(), bottom = bits.ue();
-    width -= (left + right) * (chroma == 0 || chroma == 3 ? 1 : 2);
-    height -= (top + bottom) * (chroma == 1 ? 2 * fields : fields);
-    if (width < 0 || height < 0) return std::nullopt;
-    return std::pair{width, height};
-}
 
 Seen modelConfig(const Bytes& data) {
     if (data.empty()) return {-1, "6 \"setAVCCSeqHeader size <= 0\""};
@@ -90,7 +32,7 @@ Seen modelConfig(const Bytes& data) {
         pps = from(4 + length, data[2 + length] * 256u + data[3 + length]);
     }
     std::string trace;
-    const auto picture = modelPicture(*sps, trace);
+    const auto picture = test::modelPicture(*sps, trace);
     if (!picture) return {std::nullopt, trace};
     if (annexB) pps = test::modelFind(data, 0x1f, 8);
     if (!pps || sps->size() > 65535 || pps->size() > 65535) return {-1, trace};

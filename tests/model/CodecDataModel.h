@@ -3,24 +3,12 @@
 
 #pragma once
 
+#include "model/Bits.h"
 #include "model/Random.h"
-#include "platform/BitReader.h"
 #include "support/BitWriter.h"
 #include "support/Helper.h"
 
 namespace test {
-
-struct Bits : android::ABitReader {
-    using ABitReader::ABitReader;
-    unsigned bit() { return getBits(1); }
-    int64_t ue() {
-        unsigned zeros = 0;
-        while (bit() == 0) {
-            if (++zeros == 33) return 0;
-        }
-        return static_cast<uint32_t>((uint64_t{1} << zeros) - 1 + getBits(zeros));
-    }
-};
 
 // The units of an Annex B stream, ITU-T H.264 Annex B.1.1.
 inline std::vector<Bytes> modelUnits(const Bytes& stream) {

@@ -12,21 +12,6 @@ using namespace test::pcm;
 using test::Bytes;
 using test::Random;
 
-int32_t runArray(const Call& how, const uint8_t* in, uint8_t* out, size_t count) {
-    const auto& [operation, bits, unused, isFloat, flag] = how;
-    const void* words = in;
-    const auto n = static_cast<int32_t>(count);
-    switch (operation) {
-        case kTo16: return kLibrary->ConvertXto16(in, out, bits, count, flag);
-        case kToFloat: return kLibrary->ConvertXtoFloat(in, out, bits, count, flag);
-        case kTo32: return kLibrary->ConvertXto32(in, out, bits, count, flag);
-        default: break;
-    }
-    return isFloat ? kLibrary->ConvertXto24packed(static_cast<const float*>(words), out, n, flag)
-                   : kLibrary->ConvertXto24packed(static_cast<const uint32_t*>(words), out, n,
-                                                  flag);
-}
-
 // The library's memory begins at an aligned address and ends where the use of it by the model did,
 // or at `size`.
 template <typename Run>

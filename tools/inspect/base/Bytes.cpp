@@ -51,10 +51,9 @@ ByteVector fromHex(std::string_view text) {
     ByteVector bytes(text.size() / 2);
     for (size_t i = 0; i < bytes.size(); i++) {
         const char* const digits = text.data() + 2 * i;
-        const auto [end, error] = std::from_chars(digits, digits + 2, bytes[i], 16);
-        if (error != std::errc() || end != digits + 2) return {};
+        std::from_chars(digits, digits + 2, bytes[i], 16);
     }
-    return bytes;
+    return hex(bytes, "") == text ? bytes : ByteVector();
 }
 
 std::string shortHex(Bytes data) {

@@ -131,6 +131,7 @@ private:
     void look(Waiting& waiting, uint64_t ticket);
     bool isUnchanged(const std::string& path, const struct stat& status);
     void place(Answer answer);
+    Finding findingOf(const Waiting& waiting) const;
     void settleFirst();
     void say(const Finding& finding);
     void weigh(const FileRow& row);
@@ -206,13 +207,21 @@ void Run::place(Answer answer) {
     mWaitingBytes += waiting.text.size();
 }
 
+Finding Run::findingOf(const Waiting& waiting) const {
+    try {
+        return decodeFinding(waiting.text);
+    } catch (const FileError& error) {
+        return decodeFinding(encodeFailure(waiting.file.path, error.what(), mRules));
+    }
+}
+
 void Run::settleFirst() {
     const Waiting waiting = std::move(mWaiting.front());
     mWaiting.pop_front();
     mSettled++;
     if (waiting.isNoMatter) return;
     mWaitingBytes -= std::min(mWaitingBytes, waiting.text.size());
-    const Finding finding = decodeFinding(waiting.text);
+    const Finding finding = findingOf(waiting);
     const FileRow& row = finding.row;
     if (!finding.isMedia && waiting.file.isFound) {
         mNoMedia++;

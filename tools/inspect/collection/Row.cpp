@@ -70,7 +70,7 @@ void addTagValues(const Json& tag, std::vector<TagValue>& values) {
     const std::string kind = textOf(tag, "kind");
     for (const auto& [name, entry] : tag.at("keys").items()) {
         const Json& value = entry.at("value");
-        if (entry.at("type") == "buffer") continue;
+        if (entry.at("type") == "buffer" || value.is_structured()) continue;
         values.push_back({kind, name, value.is_string() ? value.get<std::string>() : value.dump()});
     }
 }

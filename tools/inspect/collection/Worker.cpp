@@ -2,6 +2,7 @@
 
 #include <sys/resource.h>
 
+#include <exception>
 #include <new>
 
 #include "inspect/base/InputFile.h"
@@ -35,6 +36,21 @@ bool hasChanged(const FileReport& report) {
            modifiedNs(status) != report.modifiedNs;
 }
 
+Finding readFinding(const std::string& text) {
+    const size_t lineBytes = text.find('\n') + 1;
+    const Json json = Json::from_msgpack(std::string_view(text).substr(lineBytes));
+    Finding finding = {.isMedia = json.at("media"),
+                       .faults = json.at("faults"),
+                       .line = lineBytes > 1 ? text.substr(0, lineBytes) : "",
+                       .row = rowOf(json.at("digest"))};
+    FileRow& row = finding.row;
+    for (const std::string& each : finding.faults) {
+        if (!row.error.empty()) break;
+        row.fault += (row.fault.empty() ? "" : "; ") + each.substr(row.path.size() + 2);
+    }
+    return finding;
+}
+
 }  // namespace
 
 void limitMemory(size_t maxMemoryMiB) {
@@ -54,18 +70,11 @@ std::string encodeFinding(const FileReport& report, const WorkerRules& rules) {
 }
 
 Finding decodeFinding(const std::string& text) {
-    const size_t lineBytes = text.find('\n') + 1;
-    const Json json = Json::from_msgpack(std::string_view(text).substr(lineBytes));
-    Finding finding = {.isMedia = json.at("media"),
-                       .faults = json.at("faults"),
-                       .line = lineBytes > 1 ? text.substr(0, lineBytes) : "",
-                       .row = rowOf(json.at("digest"))};
-    FileRow& row = finding.row;
-    for (const std::string& each : finding.faults) {
-        if (!row.error.empty()) break;
-        row.fault += (row.fault.empty() ? "" : "; ") + each.substr(row.path.size() + 2);
+    try {
+        return readFinding(text);
+    } catch (const std::exception& error) {
+        throw FileError(std::string("the process looking at it answers nonsense: ") + error.what());
     }
-    return finding;
 }
 
 std::string examine(const std::string& path, const WorkerRules& rules) {

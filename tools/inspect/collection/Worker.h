@@ -26,7 +26,7 @@ struct Finding {
 // In the process itself, before the first file.
 void limitMemory(size_t maxMemoryMiB);
 
-// In any process. The text is for decodeFinding().
+// In any process. The text is for decodeFinding(), which throws a FileError for any other.
 std::string encodeFinding(const FileReport& report, const WorkerRules& rules);
 Finding decodeFinding(const std::string& text);
 

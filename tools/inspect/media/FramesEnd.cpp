@@ -89,8 +89,9 @@ public:
 
     // The first frame in the window at the offset that others follow.
     std::optional<int64_t> find(int64_t offset) const {
-        const ByteVector window = read(offset, kWindow);
-        for (size_t i = 0; i < size_t{kWindow}; i++) {
+        const auto size = static_cast<size_t>(std::clamp<int64_t>(mEnd - offset, 0, kWindow));
+        const ByteVector window = read(offset, size);
+        for (size_t i = 0; i < size; i++) {
             if (isChain(window, i)) return offset + static_cast<int64_t>(i);
         }
         return {};
