@@ -239,8 +239,8 @@ TEST(VorbisComment, PictureBlocks) {
             {"", nullptr},
     };
     for (const auto& [bytes, expected] : rows) {
-        const auto picture = android::vorbis::frontCover(
-                {reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size()});
+        const std::vector<uint8_t> unterminated(bytes.begin(), bytes.end());
+        const auto picture = android::vorbis::frontCover(unterminated);
         ASSERT_EQ(picture.has_value(), expected != nullptr) << testing::PrintToString(bytes);
         if (!picture) continue;
         EXPECT_EQ(std::string(picture->begin(), picture->end()), expected);
