@@ -59,7 +59,10 @@ TEST(HevcRecord, DamagedRecords) {
             {version2, {-1007, {}}},
             {header(3, 0, {}), {-1, {}}},
             {header(3, 255, {}), {-1, {}}},  // arrays past the end are of type 0 and empty
+            {header(3, 2, {31, 0, 1, 0, 1, 0x3E, 35, 0, 1, 0, 1, 0x46}), {-1, {}}},
             {header(3, 1, {39, 0xFF, 0xFF, 0xFF, 0xFF}), {-1, {}}},
+            {header(3, 1, {0x21, 0, 1, 0, 1, 0x42, 0x22, 0, 1, 0, 1, 0x44}),
+             {0, {{0, 0, 0, 1, 0x42}}}},
             {header(3, 1, {0x21, 0, 1, 0, 4, 0x42, 1}), {0, {{0, 0, 0, 1, 0x42, 1, 0, 0}}}},
             {header(3, 1, {0x21, 0, 2, 0, 1, 0x42}), {0, {{0, 0, 0, 1, 0x42, 0, 0, 0, 1}}}},
             {header(0, 1, {0x21, 0xFF, 0xFF}), {-1007, {}}},  // 65535 empty units

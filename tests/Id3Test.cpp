@@ -88,6 +88,48 @@ TEST(Id3, WhatUnsynchronisationLeavesBehind) {
     EXPECT_EQ(framesOf(failed), "TIT2=" + plain + ";TALB=" + large + ";");
 }
 
+// ID3v2.3 3.2: the size of an extended header takes four bytes.
+TEST(Id3, ExtendedHeadersThatDoNotFit) {
+    for (const char* body : {"", "abc"}) EXPECT_FALSE(Parsed(tag(3, 0x40, body)).isValid());
+}
+
+TEST(Id3, UnsynchronisationOnRequest) {
+    Parsed whole(tag(3, 0, frameV2_3("TIT2", text("\3\xFF\0b"))));
+    whole.removeUnsynchronization();
+    EXPECT_EQ(framesOf(whole), "");  // its size says a byte more than there is left
+    Parsed plain(tag(4, 0, frameV2_3("TIT2", std::string(200, 'x'))));
+    EXPECT_TRUE(plain.removeUnsynchronizationV2_4(false, false));
+    EXPECT_FALSE(plain.removeUnsynchronizationV2_4(true, false));  // 200 = 01 48 is 328 plainly
+    EXPECT_EQ(framesOf(plain), "TIT2=" + std::string(200, 'x') + ";");
+}
+
+TEST(Id3, BytesInMemory) {
+    const uint8_t bytes[] = {1, 2, 3};
+    android::MemorySource source(bytes, 3);
+    const struct {
+        off64_t offset;
+        size_t size;
+        std::string read;
+    } rows[] = {{0, 3, "\1\2\3"}, {2, 5, "\3"}, {3, 1, ""}, {-1, 1, ""}, {INT64_MAX, 1, ""}};
+    for (const auto& row : rows) {
+        std::string out(row.size, 'x');
+        EXPECT_EQ(source.readAt(row.offset, out.data(), row.size), std::ssize(row.read));
+        EXPECT_EQ(out, row.read + std::string(row.size - row.read.size(), 'x'));
+    }
+    off64_t size = 7;
+    char address[] = "x";
+    EXPECT_EQ(source.getSize(&size), -1010);
+    EXPECT_EQ(size, 0);
+    size = 7;
+    EXPECT_EQ(source.getAvailableSize(0, &size), -1);
+    EXPECT_EQ(size, 7);
+    EXPECT_EQ(source.initCheck(), 0);
+    EXPECT_EQ(source.flags(), 0u);
+    EXPECT_FALSE(source.getUri(address, 1));
+    source.close();
+    EXPECT_EQ(source.readAt(0, address, 1), 1);
+}
+
 TEST(Id3, SyncsafeNumbers) {
     size_t number = 0;
     const uint8_t good[] = {0x7F, 1, 0, 0x7F}, bad[] = {1, 2, 0x80, 0};

@@ -40,6 +40,7 @@ TEST(KeyFrame, Samples) {
             {103, {0, 0, 0x80, 2, 0x1E, 0x0F}, true},
             {103, {0, 0, 0x80, 2, 0x1C, 0x10}, false, plusPtype},
             {103, {0, 0, 0x80, 2, 0x1C, 0x40}, false, plusPtype},
+            {103, {0, 0, 0x80, 2, 0x1D, 0x40}, false, plusPtype},
             {103, {0, 0, 0x80}, true},  // what is missing is zero
             {103, {0, 0, 0x84, 2, 0x08}, false},
             {103, {0, 1, 0x80, 2, 0x08}, false},

@@ -327,6 +327,13 @@ TEST(LegacyBridge, FormatEntries) {
     EXPECT_EQ(valueIn(base, code("mxet")), Value(2));
 }
 
+TEST(LegacyBridge, AnEmptyFormatStoresNothing) {
+    MetaDataBase base;
+    EXPECT_EQ(helper->convertZRAMediaFormatToMeta(test::Format().get(), &base), 0);
+    for (const char* characters : {"mime", "titl", "widt", "heig", "hvcc", "albA"})
+        EXPECT_EQ(valueIn(base, code(characters)), Value()) << characters;
+}
+
 TEST(LegacyBridge, Statuses) {
     const int rows[][2] = {{INT32_MIN, -10000}, {-1011, -10006}, {-1007, -10001}, {-1004, -10007},
                            {-38, -10005},       {-1, -1},        {0, 0},          {5, 5}};

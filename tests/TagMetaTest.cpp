@@ -114,6 +114,10 @@ TEST(TagMeta, GaplessComments) {
             {tag(3, 0, frameV2_3("COMM", text("\0en\0iTunSMPB\0") + value)), set, true},
             {tag(2, 0, frameV2_2("COM", text("\0engiTunSMPB\0") + value)), set, false},
             {tag(3, 0, other), "", true},
+            {tag(3, 0,
+                 frameV2_3("COMM", text("\0en")) +
+                         frameV2_3("COMM", text("\0engiTunSMPB\0") + value)),
+             set, true},
             // The first such comment counts, whatever it says.
             {tag(3, 0,
                  frameV2_3("COMM", text("\0engiTunSMPB\0 0 1")) +
@@ -228,13 +232,15 @@ TEST(VorbisComment, PictureBlocks) {
             {block(3, text("-->\0a"), 5, 1, 3), nullptr},
             {block(3, "a", 1, 1, 4), nullptr},
             {block(3, "a", 1, 5, 0), nullptr},
+            {block(3, "a", 6, 1, 3), nullptr},
+            {test::bigEndian(3, 4) + test::bigEndian(30, 4) + std::string(24, 'a'), nullptr},
             {block(3, "a", 200, 1, 3), nullptr},
             {good.substr(0, 31), nullptr},
             {"", nullptr},
     };
     for (const auto& [bytes, expected] : rows) {
-        const auto picture = android::vorbis::frontCover(
-                {reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size()});
+        const std::vector<uint8_t> unterminated(bytes.begin(), bytes.end());
+        const auto picture = android::vorbis::frontCover(unterminated);
         ASSERT_EQ(picture.has_value(), expected != nullptr) << testing::PrintToString(bytes);
         if (!picture) continue;
         EXPECT_EQ(std::string(picture->begin(), picture->end()), expected);
@@ -254,6 +260,9 @@ TEST(VorbisComment, Pictures) {
         EXPECT_EQ(vorbis(name + value), value.starts_with("AAAAAw") ? cover : none) << value;
         EXPECT_EQ(log.lines(), value.size() > 9 ? std::vector<Line>() : malformed) << value;
     }
+    const LogCapture quiet;
+    EXPECT_EQ(vorbis(name), none);
+    EXPECT_EQ(quiet.lines(), std::vector<Line>());
     // A length that is too short leaves no room for the picture; one that does not cover the name
     // is the caller's fault.
     const std::string comment = name + good;
