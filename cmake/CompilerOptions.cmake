@@ -27,7 +27,8 @@ endif()
 
 if(ZR_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
-                      -fno-sanitize=vptr)  # the library has no RTTI to look at
+                      -fno-sanitize=vptr  # the library has no RTTI to look at
+                      -g1)  # stack traces with lines
   add_link_options(-fsanitize=address,undefined)
   if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
     target_compile_options(zr_library_options INTERFACE -fsanitize=unsigned-integer-overflow)
