@@ -66,4 +66,29 @@ TEST_F(CommandLine, FitsPipesAndTerminals) {
     EXPECT_GT(count, 20u);
 }
 
+// Colour says nothing that words do not: without it the text is the same.
+TEST_F(CommandLine, FitsAnyWidthWithAndWithoutColour) {
+    const std::string plain = shell("$Z --verify $S/video-10bit.mp4").out;
+    ASSERT_NE(plain, "");
+    // clang-format off
+    const std::tuple<const char*, const char*, bool> cases[] = {
+            {"", "", true}, {"NO_COLOR=", "", true}, {"NO_COLOR=1", "", false},
+            {"NO_COLOR=1", "stty cols 40;", false}, {"COLUMNS=40", "", true},
+    };
+    // clang-format on
+    for (const auto& [setting, before, isColoured] : cases) {
+        const std::string script = std::string("unset NO_COLOR COLUMNS; TERM=xterm ") + setting +
+                                   " script -qec \"" + before +
+                                   " '$Z' --width 0 --verify $S/video-10bit.mp4\" /dev/null"
+                                   " | tr -d '\\r' | tee all | sed 's/\x1b\\[[0-9]*m//g'\n";
+        EXPECT_EQ(shell(script).out, plain) << script;
+        EXPECT_EQ(readFile(mFolder / "all") != plain, isColoured) << script;
+    }
+    for (const char* what : {"--fix $S/video-10bit.mp4 | grep -v ffmpeg", "--help",
+                             "--compare phone,bare $S/video.mp4 $S/video-10bit.mp4"}) {
+        const std::string script = std::string("$Z --width 44 ") + what + " | sed \"s,$S,,\"";
+        EXPECT_EQ(shell(script + " | LC_ALL=C.UTF-8 grep -E '.{45}'").out, "") << script;
+    }
+}
+
 }  // namespace

@@ -112,6 +112,9 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
             ->check(CLI::IsMember({"video", "audio", "all"}).description(""));
     app.add_flag("--quiet,-q", options.quiet, "Print errors only, and the lines of --jsonl");
     app.add_flag("--log", options.log, "Print what the library wrote to its log");
+    addOption(app, "--width", options.columns, "COLUMNS",
+              "Break lines and tables there, not at the terminal's edge; 0 is nowhere")
+            ->check(CLI::Range(0, 1 << 16).description(""));
     app.add_flag("--explain", options.scope.explain, "Print the codec data byte by byte");
     addGlueOptions(app, options.scope);
     app.add_flag("--frames", options.scope.frames,

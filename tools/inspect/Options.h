@@ -27,6 +27,8 @@ struct Options {
     std::string pictures;        // the folder to write pictures to; empty = none
     Scope scope;
     CollectionOptions collection;
+    // Of a line, 0 = any; none = as many as the terminal has.
+    std::optional<size_t> columns;
 };
 
 // What ends the program before it looks at a file.

@@ -35,8 +35,8 @@ bool wantsColour() {
            terminal != nullptr && std::string_view(terminal) != "dumb";
 }
 
-std::string forTerminal(const std::string& text) {
-    return wrapped(text, terminalColumns(STDOUT_FILENO));
+size_t lineColumns(const Options& options) {
+    return options.columns ? *options.columns : terminalColumns(STDOUT_FILENO);
 }
 
 bool meets(const Options& options, const FileReport& report) {
@@ -53,8 +53,8 @@ std::string textOf(const Options& options, const FileReport& report) {
     std::ostringstream text;
     std::ostringstream fixes;
     printText(text, report, devices, style);
-    printFixes(fixes, report, devices, style, terminalColumns(STDOUT_FILENO));
-    return forTerminal(text.str()) + fixes.str();
+    printFixes(fixes, report, devices, style, lineColumns(options));
+    return wrapped(text.str(), lineColumns(options)) + fixes.str();
 }
 
 // Returns whether all of it is written.
@@ -69,7 +69,7 @@ bool showAll(const Options& options, const std::vector<FileReport>& reports) {
     if (!options.isCompared) return true;
     const TextStyle style{.colour = wantsColour()};
     std::ostringstream text;
-    printComparison(text, options.scope.devices, reports, terminalColumns(STDOUT_FILENO), style);
+    printComparison(text, options.scope.devices, reports, lineColumns(options), style);
     return print(text.str());
 }
 
@@ -153,7 +153,7 @@ int main(int count, char** arguments) {
         if (end->status == kExitUsage) std::cerr << "Run with --help for more information.\n";
         return end->status;
     }
-    return print(forTerminal(end->text)) ? EXIT_SUCCESS : kExitFileError;
+    return print(wrapped(end->text, lineColumns(options))) ? EXIT_SUCCESS : kExitFileError;
 }
 
 }  // namespace
