@@ -103,6 +103,8 @@ std::string trackHtml(const TrackReport& track, const Json& json, const std::str
     view["facts"] = factsView(json, track.stream);
     view["verify"] = track.verification ? Json(verificationText(*track.verification)) : Json();
     view["keyFrames"] = track.keyFrames ? stripView(*track.keyFrames) : Json();
+    const bool hasWave = track.waveform && track.waveform->frames > 0;
+    view["waveform"] = hasWave ? waveView(*track.waveform, track.stream.audio.sampleRate) : Json();
     view["recordsHtml"] = recordsView(track.explanations, id + "-record", room);
     view["calls"] = callsView(track.component, json.value("component", Json::array()),
                               id + "-component", room);

@@ -33,6 +33,7 @@ std::string logHtml(const Json& log);
 
 Json tagView(const Tag& tag, const Json& json, Room& room);
 Json stripView(const KeyFrames& frames);
+Json waveView(const Waveform& waveform, uint32_t sampleRate);
 
 // A record as a map of its bytes, and the fields in a table. The id is the page's alone.
 std::string recordHtml(const Record& record, const std::string& id, Room& room);

@@ -3,6 +3,7 @@
 #include <exception>
 #include <map>
 
+#include "inspect/callers/PcmFormat.h"
 #include "inspect/verdict/BrokenData.h"
 #include "inspect/verdict/TrackFacts.h"
 
@@ -106,6 +107,9 @@ void fill(FileReport& report, const OpenFile& open, const Scope& scope, PictureF
         if (verification != verified.end()) track.verification = verification->second;
         const auto found = keyFrames.find(track.stream.index);
         if (found != keyFrames.end()) track.keyFrames = found->second;
+        if (scope.waveform && findPcmFormat(track.stream) != nullptr) {
+            track.waveform = drawWaveform(open, track.stream);
+        }
     }
     if (pictures != nullptr) writePictures(report, *pictures);
     if (!scope.dumpWav.empty()) writeWav(report, scope, open, file);
