@@ -93,6 +93,7 @@ std::string trackHtml(const TrackReport& track, const Json& json, const std::str
                  {"kind", json["kind"]},
                  {"codec", json["codec"]},
                  {"mime", json.value("mime", Json())},
+                 {"isLeftOut", false},
                  {"isTrack", track.stream.kind != Kind::kOther}};
     if (track.stream.kind == Kind::kOther) return fillIn("track", view);
     view.update(verdictView(json["verdict"].get<std::string>()));
@@ -116,7 +117,19 @@ std::string trackHtml(const TrackReport& track, const Json& json, const std::str
     view["hasOlderCalls"] = !view["olderCalls"].empty();
     view["keysHtml"] = keysHtml(json["keys"], "Keys stored for the track");
     view["logHtml"] = logHtml(json["log"]);
-    return fillIn("track", view);
+    std::string html = fillIn("track", view);
+    if (html.size() > room.tracks) {
+        html = fillIn("track", {{"id", id},
+                                {"heading", view["heading"]},
+                                {"index", view["index"]},
+                                {"kind", view["kind"]},
+                                {"mime", view["mime"]},
+                                {"isTrack", false},
+                                {"codec", view["codec"]},
+                                {"isLeftOut", true}});
+    }
+    room.tracks -= std::min(room.tracks, html.size());
+    return html;
 }
 
 }  // namespace inspect

@@ -11,10 +11,11 @@
 
 namespace inspect {
 
-// What the page still has room for of a file.
+// What the page still has room for of a file, in bytes.
 struct Room {
-    size_t rows = 6000;               // of records
-    size_t pictureBytes = 1'500'000;  // of pictures
+    size_t records = 1'200'000;  // of their HTML
+    size_t tracks = 2'000'000;   // of their HTML, records too
+    size_t pictures = 1'500'000;
 };
 
 // The words of a verdict's code, with the sign and the class that stand for it.
