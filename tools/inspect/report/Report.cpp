@@ -3,11 +3,14 @@
 #include <exception>
 #include <map>
 
+#include "inspect/callers/PcmFormat.h"
 #include "inspect/verdict/BrokenData.h"
 #include "inspect/verdict/TrackFacts.h"
 
 namespace inspect {
 namespace {
+
+constexpr size_t kMaxWaveforms = 4;  // each reads the file
 
 void writePictures(FileReport& report, PictureFiles& files) {
     for (Tag& tag : report.tags.list) {
@@ -52,11 +55,19 @@ TrackReport reportTrack(const Stream& stream, const MediaFile& file, Session& se
 void callGlue(TrackReport& track, Session& session, const Scope& scope) {
     const Stream& stream = track.stream;
     if (stream.kind == Kind::kOther) return;
+    std::vector<host::LogLine>& log = track.found.log;
+    const auto takeLog = [&] {
+        for (host::LogLine& line : session.takeLog()) log.push_back(std::move(line));
+    };
+    takeLog();
+    track.componentLog.first = log.size();
     if (scope.component) {
         track.component = setUpComponent(stream, track.found, scope.componentOptions);
     }
+    takeLog();
+    track.componentLog.second = log.size();
     if (scope.legacy) track.legacy = describeToOlderParsers(stream, track.found.entries);
-    for (host::LogLine& line : session.takeLog()) track.found.log.push_back(std::move(line));
+    takeLog();
 }
 
 void judgeFor(const PretendedDevice& device, FileReport& report, const MediaFile& file,
@@ -92,12 +103,15 @@ void fill(FileReport& report, const OpenFile& open, const Scope& scope, PictureF
     report.tags = readTags(open);
     const auto keyFrames = scope.frames ? compareKeyFrames(open, file) : std::map<int, KeyFrames>{};
     const auto verified = scope.verify ? verifySamples(open, file) : std::map<int, Verification>{};
+    size_t waveforms = 0;
     for (TrackReport& track : report.tracks) {
         callGlue(track, session, scope);
         const auto verification = verified.find(track.stream.index);
         if (verification != verified.end()) track.verification = verification->second;
         const auto found = keyFrames.find(track.stream.index);
         if (found != keyFrames.end()) track.keyFrames = found->second;
+        if (!scope.waveform || findPcmFormat(track.stream) == nullptr) continue;
+        if (waveforms++ < kMaxWaveforms) track.waveform = drawWaveform(open, track.stream);
     }
     if (pictures != nullptr) writePictures(report, *pictures);
     if (!scope.dumpWav.empty()) writeWav(report, scope, open, file);
@@ -140,6 +154,21 @@ FileReport makeReport(const std::string& path, const Scope& scope, PictureFiles*
 
 FileReport makeReport(const std::string& path, OpenedFile file, const Scope& scope) {
     return makeReport(path, scope, nullptr, [&] { return InputFile(path, std::move(file)); });
+}
+
+void keepOnly(FileReport& report, const Scope& scope) {
+    if (!scope.fix) report.fixes.clear();
+    for (TrackReport& track : report.tracks) {
+        if (!scope.explain) track.explanations.clear();
+        if (!scope.frames) track.keyFrames.reset();
+        if (scope.component) continue;
+        track.component.clear();
+        const auto at = [&](size_t line) {
+            return track.found.log.begin() + static_cast<ptrdiff_t>(line);
+        };
+        track.found.log.erase(at(track.componentLog.first), at(track.componentLog.second));
+        track.componentLog = {};
+    }
 }
 
 }  // namespace inspect
