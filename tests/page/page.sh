@@ -14,4 +14,4 @@ export ZRINSPECT SAMPLES FFMPEG MODULES FOLDER
 trap 'rm -rf "$FOLDER"' EXIT
 shift 4
 [ $# -gt 0 ] || set -- "$(dirname "$0")"/*.test.mjs
-node --test --test-reporter=spec "$@"
+node --test "$@"
