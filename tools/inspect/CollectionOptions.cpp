@@ -14,7 +14,7 @@ constexpr const char* kGroup = "Many files";
 // What they print is not said in one line a file.
 constexpr const char* kNeedLines[] = {"--fix",    "--keys",      "--log",   "--explain",
                                       "--frames", "--component", "--legacy"};
-constexpr const char* kForFewFiles[] = {"--json", "--pictures", "--dump-wav"};
+constexpr const char* kForFewFiles[] = {"--json", "--html", "--pictures", "--dump-wav"};
 
 bool isGiven(const CLI::App& app, const char* name) {
     return app.get_option(name)->count() > 0;

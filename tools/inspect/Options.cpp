@@ -54,6 +54,9 @@ CLI::Validator notEmpty() {
 }
 
 void addOutputOptions(CLI::App& app, Options& options) {
+    addOption(app, "--html", options.html, "OUT",
+              "Write one HTML page that shows all of it, byte maps and key frames too")
+            ->check(notEmpty());
     addOption(app, "--pictures", options.pictures, "DIR",
               "Write the tags' pictures to files in this folder")
             ->check(notEmpty());
@@ -61,15 +64,15 @@ void addOutputOptions(CLI::App& app, Options& options) {
               "Write the first PCM track, converted to 16 bits, to this WAV file")
             ->check(notEmpty());
     app.add_flag("--force", options.scope.outputs.overwrites,
-                 "Let --pictures and --dump-wav overwrite files");
+                 "Let --html, --pictures and --dump-wav overwrite files");
     app.callback([&app, &options] {
         if (options.files.empty() && options.collection.sources.list.empty()) {
             throw CLI::RequiredError("FILE");
         }
         options.collection.isWanted = isForCollection(app, options);
-        if (options.scope.outputs.overwrites && options.pictures.empty() &&
+        if (options.scope.outputs.overwrites && options.html.empty() && options.pictures.empty() &&
             options.scope.dumpWav.empty()) {
-            throw CLI::RequiresError("--force", "--pictures or --dump-wav");
+            throw CLI::RequiresError("--force", "--html, --pictures or --dump-wav");
         }
         if (options.files.size() > 1 && !options.scope.dumpWav.empty()) {
             throw CLI::ValidationError("--dump-wav", "takes one FILE only");
@@ -88,6 +91,13 @@ std::string hintOnDash(const std::vector<std::string>& unexpected) {
 }
 
 }  // namespace
+
+Scope Options::gathered() const {
+    Scope all = scope;
+    if (html.empty()) return all;
+    all.fix = all.explain = all.frames = all.component = all.waveform = true;
+    return all;
+}
 
 std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Options& options) {
     CLI::App app(

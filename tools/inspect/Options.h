@@ -24,9 +24,12 @@ struct Options {
     bool isDeviceNamed = false;  // by --device or --compare
     bool isCompared = false;     // a table of devices by files
     std::string check;           // "video", "audio", "all"; empty = nothing has to play
+    std::string html;            // the page to write; empty = none
     std::string pictures;        // the folder to write pictures to; empty = none
     Scope scope;
     CollectionOptions collection;
+
+    Scope gathered() const;  // what the page shows, too
 };
 
 // What ends the program before it looks at a file.

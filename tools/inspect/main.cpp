@@ -20,6 +20,7 @@
 #include "inspect/collection/Collection.h"
 #include "inspect/collection/Row.h"
 #include "inspect/collection/Sandbox.h"
+#include "inspect/page/FilePage.h"
 #include "inspect/report/Comparison.h"
 #include "inspect/report/JsonReport.h"
 #include "inspect/report/Outcome.h"
@@ -73,13 +74,26 @@ bool showAll(const Options& options, const std::vector<FileReport>& reports) {
     return print(text.str());
 }
 
+void writePage(const Options& options, const std::string& html) {
+    OutputFile file(options.html, options.scope.outputs);
+    file.write(ByteVector(html.begin(), html.end()));
+    file.keep();
+    if (!options.quiet) complain("page -> " + options.html);
+}
+
 int inspectFiles(const Options& options, PictureFiles* pictures) {
     std::vector<FileReport> reports;
+    FilePage page(options.scope.devices, options.files.size() == 1);
+    if (!options.html.empty()) OutputFile(options.html, options.scope.outputs);
     bool isComplete = true;
     bool isMet = true;
     bool isFirst = true;
     for (const std::string& path : options.files) {
-        FileReport report = makeReport(path, options.scope, pictures);
+        FileReport report = makeReport(path, options.gathered(), pictures);
+        if (!options.html.empty()) {
+            page.add(report);
+            keepOnly(report, options.scope);
+        }
         if (!show(options, report, isFirst)) return kExitFileError;
         if (report.error.empty()) isFirst = false;
         const std::vector<std::string> faults = faultsOf(report);
@@ -88,6 +102,7 @@ int inspectFiles(const Options& options, PictureFiles* pictures) {
         if (!meets(options, report)) isMet = false;
         if (options.json || options.isCompared) reports.push_back(std::move(report));
     }
+    if (!options.html.empty()) writePage(options, page.html());
     if (!showAll(options, reports) || !isComplete) return kExitFileError;
     return isMet ? EXIT_SUCCESS : kExitDoesNotPlay;
 }
@@ -120,8 +135,8 @@ int run(const Options& options) {
         complain("this kernel has no sandbox: nothing is refused to the workers");
     }
     if (options.collection.isWanted) return runMany(options);
-    if (options.pictures.empty()) return inspectFiles(options, nullptr);
     try {
+        if (options.pictures.empty()) return inspectFiles(options, nullptr);
         PictureFiles pictures(options.pictures, options.scope.outputs);
         return inspectFiles(options, &pictures);
     } catch (const FileError& error) {

@@ -79,7 +79,7 @@ std::string print(const char* form, char32_t c) {
     return text.data();
 }
 
-// Both return nothing for a character that stays as it is.
+// They return nothing for a character that stays as it is.
 std::string escape(char32_t c) {
     if (c == '\\') return "\\\\";
     if (!isIn(kUnseen, c)) return {};
@@ -87,6 +87,10 @@ std::string escape(char32_t c) {
     if (c == '\r') return "\\r";
     if (c == '\t') return "\\t";
     return print(c < 0x100 ? "\\x%02x" : c < 0x10000 ? "\\u%04x" : "\\U%08x", c);
+}
+
+std::string escapeInPage(char32_t c) {
+    return c == '\n' || c == '\\' ? std::string() : escape(c);
 }
 
 // RFC 8259 7; what has to be escaped in JSON is so already.
@@ -132,6 +136,10 @@ std::string toUtf8(std::string_view text) {
 
 std::string escaped(std::string_view text) {
     return replaced(toUtf8(text), escape);
+}
+
+std::string visible(std::string_view text) {
+    return replaced(toUtf8(text), escapeInPage);
 }
 
 std::string escapedJson(std::string_view document) {

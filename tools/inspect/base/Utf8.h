@@ -17,6 +17,9 @@ std::string toUtf8(std::string_view text);
 // as two.
 std::string escaped(std::string_view text);
 
+// The same for a page, where a line may end and a backslash needs no other.
+std::string visible(std::string_view text);
+
 // A JSON document, which is UTF-8, with the same characters as \u escapes; it means what it meant.
 std::string escapedJson(std::string_view document);
 

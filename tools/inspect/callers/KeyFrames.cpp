@@ -46,6 +46,7 @@ public:
         mResult.unreadable += isReadable ? 0 : 1;
         mResult.library += isKey ? 1 : 0;
         mResult.marked += isMarked ? 1 : 0;
+        mResult.strip.add({isKey, isMarked, isKey != isMarked});
         if (isKey && mResult.firstOfLibrary.size() < kKeyFramesListed) {
             mResult.firstOfLibrary.push_back(mResult.samples);
         }

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "inspect/base/Columns.h"
 #include "inspect/media/MediaFile.h"
 #include "inspect/media/OpenFile.h"
 
@@ -17,6 +18,20 @@ struct KeyFrameDispute {
     uint64_t sample;  // counted from 1, in the order of the file
     std::optional<int64_t> timeUs;
     bool libraryCallsKey;  // the other one does not
+};
+
+// Whether any of a few samples is one.
+struct KeyFrameMarks {
+    bool library = false;
+    bool marked = false;
+    bool disputed = false;
+
+    KeyFrameMarks& operator+=(const KeyFrameMarks& other) {
+        library = library || other.library;
+        marked = marked || other.marked;
+        disputed = disputed || other.disputed;
+        return *this;
+    }
 };
 
 struct KeyFrames {
@@ -29,6 +44,7 @@ struct KeyFrames {
     uint64_t disputed = 0;
     std::vector<uint64_t> firstOfLibrary;  // sample numbers
     std::vector<KeyFrameDispute> firstDisputed;
+    Columns<KeyFrameMarks, 1000> strip;  // of all samples
 };
 
 inline constexpr size_t kKeyFramesListed = 20;  // at most, in each list above

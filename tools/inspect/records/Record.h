@@ -24,11 +24,13 @@ struct Row {
     std::string value = {};
     // Of a field that is one, and not negative; of a heading, the part's size.
     std::optional<uint64_t> number = {};
+    std::string_view clause = {};  // of a heading under which another syntax begins; else empty
 };
 
 struct Record {
     std::string key = {};  // of the format, or one of these below
     size_t sizeBytes = 0;
+    std::string_view clause = {};  // of the standard that has its syntax; empty = none is public
     std::vector<Row> rows = {};
     std::string summary = {};            // in one line
     std::vector<VideoFacts> facts = {};  // of video, from each whole parameter set

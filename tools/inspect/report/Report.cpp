@@ -52,11 +52,19 @@ TrackReport reportTrack(const Stream& stream, const MediaFile& file, Session& se
 void callGlue(TrackReport& track, Session& session, const Scope& scope) {
     const Stream& stream = track.stream;
     if (stream.kind == Kind::kOther) return;
+    std::vector<host::LogLine>& log = track.found.log;
+    const auto takeLog = [&] {
+        for (host::LogLine& line : session.takeLog()) log.push_back(std::move(line));
+    };
+    takeLog();
+    track.componentLog.first = log.size();
     if (scope.component) {
         track.component = setUpComponent(stream, track.found, scope.componentOptions);
     }
+    takeLog();
+    track.componentLog.second = log.size();
     if (scope.legacy) track.legacy = describeToOlderParsers(stream, track.found.entries);
-    for (host::LogLine& line : session.takeLog()) track.found.log.push_back(std::move(line));
+    takeLog();
 }
 
 void judgeFor(const PretendedDevice& device, FileReport& report, const MediaFile& file,
@@ -140,6 +148,21 @@ FileReport makeReport(const std::string& path, const Scope& scope, PictureFiles*
 
 FileReport makeReport(const std::string& path, OpenedFile file, const Scope& scope) {
     return makeReport(path, scope, nullptr, [&] { return InputFile(path, std::move(file)); });
+}
+
+void keepOnly(FileReport& report, const Scope& scope) {
+    if (!scope.fix) report.fixes.clear();
+    for (TrackReport& track : report.tracks) {
+        if (!scope.explain) track.explanations.clear();
+        if (!scope.frames) track.keyFrames.reset();
+        if (scope.component) continue;
+        track.component.clear();
+        const auto at = [&](size_t line) {
+            return track.found.log.begin() + static_cast<ptrdiff_t>(line);
+        };
+        track.found.log.erase(at(track.componentLog.first), at(track.componentLog.second));
+        track.componentLog = {};
+    }
 }
 
 }  // namespace inspect

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "inspect/callers/Component.h"
@@ -27,6 +28,7 @@ struct Scope {
     bool verify = false;                   // whether the samples are there
     bool component = false;                // what a component is sent
     bool legacy = false;                   // what older parsers get
+    bool waveform = false;                 // of PCM, before and after its conversion
     ComponentOptions componentOptions;
     std::string dumpWav;  // the file to write samples to; empty = none
     OutputRules outputs;
@@ -43,6 +45,7 @@ struct TrackReport {
     std::optional<KeyFrames> keyFrames;  // of a video track
     std::optional<Verification> verification;
     std::vector<Call> component;
+    std::pair<size_t, size_t> componentLog;  // the lines of the log that are of that: from, to
     std::vector<Call> legacy;
 };
 
@@ -70,5 +73,8 @@ struct FileReport {
 FileReport makeReport(const std::string& path, const Scope& scope, PictureFiles* pictures);
 // Of a file that is open, and nothing else is opened.
 FileReport makeReport(const std::string& path, OpenedFile file, const Scope& scope);
+
+// Takes away what a report with less scope would not have.
+void keepOnly(FileReport& report, const Scope& scope);
 
 }  // namespace inspect
