@@ -12,6 +12,7 @@ namespace inspect {
 namespace {
 
 constexpr size_t kMaxRows = 100'000;
+constexpr size_t kGroup = 50;  // rows that are drawn only when one is in sight
 constexpr size_t kMaxSources = 20;
 constexpr std::string_view kRowsMark = "<!--rows-->";  // which no escaped text holds
 
@@ -34,7 +35,7 @@ public:
         for (const auto& [html, devices] : mAll) {
             const std::string about =
                     devices.empty() ? "" : joined({"<i>", escapedHtml(devices), ":</i> "});
-            all.append(joined({"<p>", about, html, "</p>"}));
+            all.append(joined({"<div>", about, html, "</div>"}));
         }
         return all;
     }
@@ -86,7 +87,9 @@ std::string fixHtml(const FileRow& row) {
     for (const PlayRow& play : row.plays) {
         const std::string command = escapedHtml(play.command);
         const std::string words = escapedHtml(play.fix);
-        remarks.add(command.empty() ? words : joined({words, "<code>", command, "</code>"}),
+        remarks.add(command.empty() ? words
+                                    : joined({"<details><summary>", words, "</summary><code>",
+                                              command, "</code></details>"}),
                     play.device);
     }
     return remarks.html();
@@ -126,6 +129,7 @@ CollectionPage::CollectionPage(const CollectionOptions& options, const Scope& sc
 
 void CollectionPage::add(const FileRow& row) {
     if (mShownRows == kMaxRows) return;
+    if (mShownRows > 0 && mShownRows % kGroup == 0) mRowsHtml += "</tbody>\n<tbody>\n";
     mShownRows++;
     mRowsHtml.append("<tr>").append(cellHtml(escapedHtml(row.path), "th"));
     for (const std::string& device : mDevices) mRowsHtml += verdictHtml(row, device);
@@ -151,6 +155,7 @@ void CollectionPage::write(const Ending& ending,
     view["unchanged"] = countView(ending.unchangedFiles, "not changed since an earlier run");
     view["columns"] = Json::array();
     for (const std::string& device : mDevices) view["columns"].push_back(toUtf8(device));
+    view["count"] = mDevices.size();
     view["isWide"] = mDevices.size() > 3;
     view["hasFixes"] = mHasFixes;
     view["more"] = moreThan(mShownRows, files, "files");

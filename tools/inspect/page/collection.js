@@ -2,6 +2,8 @@
 
 const kRanks = ['plays', 'plays in part', 'does not play', 'no parser', 'unreadable', 'not asked'];
 
+const kGroup = 50;  // rows
+
 function secondsOf(text) {
   return text.replace(' s', '').split(':').reduce((sum, part) => sum * 60 + Number(part), 0);
 }
@@ -23,9 +25,8 @@ function compare(a, b) {
 class FileTable {
   constructor(table) {
     this.table = table;
-    this.body = table.tBodies[0];
     this.heads = [...table.tHead.rows[0].cells];
-    this.rows = [...this.body.rows];
+    this.rows = [...table.tBodies].flatMap((body) => [...body.rows]);
     this.order = this.rows.map((row, index) => index);
     this.keys = [];
     this.columns = this.heads.flatMap((head, index) => (head.dataset.sort === 'verdict' ? [index] : []));
@@ -33,8 +34,8 @@ class FileTable {
     this.addRoles();
     this.addButtons();
     this.addFilters();
-    table.classList.add('quick');
     table.style.setProperty('--devices', this.columns.length);
+    this.say(this.rows.length);
   }
 
   // Of each row for each device: the verdict, and what its tracks add.
@@ -50,7 +51,7 @@ class FileTable {
   // Rows that are no table rows to the style keep what they are to others.
   addRoles() {
     this.table.role = 'table';
-    this.body.role = this.table.tHead.role = 'rowgroup';
+    for (const part of [this.table.tHead, ...this.table.tBodies]) part.role = 'rowgroup';
     for (const row of [this.table.tHead.rows[0], ...this.rows]) row.role = 'row';
     for (const head of this.heads) head.role = 'columnheader';
     const names = this.heads.map((head) => head.textContent);
@@ -107,7 +108,6 @@ class FileTable {
     form.addEventListener('reset', () => setTimeout(() => this.filter()));
     this.said = add(form, 'output', '', '');
     this.table.parentElement.before(form);
-    this.say(this.rows.length);
   }
 
   say(shown) {
@@ -131,13 +131,28 @@ class FileTable {
   filter() {
     const text = this.search.value.toLowerCase();
     if (text) this.texts ??= this.rows.map((row) => row.textContent.toLowerCase());
-    let shown = 0;
-    this.rows.forEach((row, index) => {
-      const isShown = this.isShown(index, text);
-      if (row.hidden === isShown) row.hidden = !isShown;
-      if (isShown) shown++;
-    });
-    this.say(shown);
+    const shown = this.order.filter((index) => this.isShown(index, text));
+    this.place(shown);
+    this.say(shown.length);
+  }
+
+  // Out of the page, where rows move freely; those that come in sight first are there at once.
+  place(shown) {
+    clearTimeout(this.timer);
+    for (const body of [...this.table.tBodies]) body.remove();
+    this.placeFrom(shown, 0, 4);
+  }
+
+  // In groups, as the style wants them.
+  placeFrom(shown, first, groups) {
+    const end = first + groups * kGroup;
+    for (let at = first; Math.min(end, shown.length) > at; at += kGroup) {
+      const body = document.createElement('tbody');
+      body.role = 'rowgroup';
+      body.append(...shown.slice(at, at + kGroup).map((index) => this.rows[index]));
+      this.table.append(body);
+    }
+    if (shown.length > end) this.timer = setTimeout(() => this.placeFrom(shown, end, 20));
   }
 
   sort(column) {
@@ -148,12 +163,11 @@ class FileTable {
     const keyOf = kKeys[head.dataset.sort];
     const keys = this.keys[column] ??= this.rows.map((row) => keyOf(row.cells[column]));
     const sign = isDown ? -1 : 1;
-    const isLast = (index) => keys[index] === null;
-    this.order = this.rows.map((row, index) => index).sort((a, b) =>
-      (isLast(a) - isLast(b)) || sign * compare(keys[a], keys[b]));
-    const sorted = document.createDocumentFragment();
-    for (const index of this.order) sorted.append(this.rows[index]);
-    this.body.append(sorted);
+    const all = [...keys.keys()];
+    const known = all.filter((index) => keys[index] !== null);
+    known.sort((a, b) => sign * compare(keys[a], keys[b]));
+    this.order = known.concat(all.filter((index) => keys[index] === null));
+    this.filter();
   }
 }
 
