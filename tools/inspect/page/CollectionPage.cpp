@@ -98,7 +98,7 @@ std::string fixHtml(const FileRow& row) {
 std::string codecsHtml(const FileRow& row) {
     std::string text;
     for (const TrackRow& track : row.tracks) {
-        text.append(text.empty() ? "" : " ").append(track.codec);
+        text.append(text.empty() ? "" : " + ").append(track.codec);
     }
     return escapedHtml(text);
 }

@@ -139,7 +139,7 @@ Json summaryView(const Summary& summary) {
                 {{"text", errors[i]}, {"count", countText(summary.errors.at(errors[i], 0))}});
     }
     return {{"duration", durationText(summary.durationUs)},
-            {"tracks", kindsText(summary)},
+            {"tracks", presentText(kindsText(summary))},
             {"devices", devices},
             {"hasDevices", !devices.empty()},
             {"names", names},

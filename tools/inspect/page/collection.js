@@ -45,7 +45,7 @@ class FileTable {
       return [verdict.data, details ? details.textContent.split(', ') : []];
     }));
     const codecs = this.heads.findIndex((head) => head.dataset.sort === 'codecs');
-    this.codecs = this.rows.map((row) => row.cells[codecs].textContent.split(' '));
+    this.codecs = this.rows.map((row) => row.cells[codecs].textContent.split(' + '));
   }
 
   // Rows that are no table rows to the style keep what they are to others.
