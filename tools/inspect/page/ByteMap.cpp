@@ -29,9 +29,9 @@ bool sharesBytes(const Row& row) {
 
 class MapView {
 public:
-    MapView(const Record& record, size_t maxRows) : mRecord(record) {
+    explicit MapView(const Record& record) : mRecord(record) {
         mClauses.push_back({0, record.clause});
-        const size_t count = std::min(record.rows.size(), maxRows);
+        const size_t count = std::min(record.rows.size(), kMaxRows);
         for (size_t i = 0; i < count; i++) add(record.rows[i]);
         addLines();
         mRowsLeft = record.rows.size() - count;
@@ -116,15 +116,21 @@ private:
 }  // namespace
 
 std::string recordHtml(const Record& record, const std::string& id, Room& room) {
-    const size_t maxRows = std::min(room.rows, kMaxRows);
-    Json view = MapView(record, maxRows).view();
-    room.rows -= std::min(record.rows.size(), maxRows);
+    Json view = MapView(record).view();
     view["id"] = id;
     view["key"] = toUtf8(record.key);
     view["size"] = record.sizeBytes;
-    view["recordClause"] = record.clause.empty() ? Json() : Json(record.clause);
-    view["summary"] = record.summary.empty() ? Json() : Json(shortened(toUtf8(record.summary)));
-    return fillIn("record", view);
+    view["recordClause"] = presentText(std::string(record.clause));
+    view["summary"] = presentText(shortened(toUtf8(record.summary)));
+    std::string html = fillIn("record", view);
+    if (html.size() > room.records) {
+        view["rows"] = view["lines"] = Json::array();
+        view["more"] = record.rows.size();
+        view["moreBytes"] = record.sizeBytes;
+        html = fillIn("record", view);
+    }
+    room.records -= std::min(room.records, html.size());
+    return html;
 }
 
 }  // namespace inspect

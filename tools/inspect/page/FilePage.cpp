@@ -97,7 +97,7 @@ void FilePage::add(const FileReport& report) {
     view["headFile"] = numbered("h", static_cast<uint64_t>(level));
     view["headPart"] = numbered("h", static_cast<uint64_t>(level + 1));
     view["headTrack"] = numbered("h", static_cast<uint64_t>(level + 2));
-    for (const char* key : {"reason", "decoder", "error"}) view[key] = json[key];
+    for (const char* key : {"reason", "decoder"}) view[key] = json[key];
     view["device"] = toUtf8(mDevices.front().description.name);
     view["size"] = report.sizeBytes ? Json(sizeText(*report.sizeBytes)) : Json();
     view["duration"] = report.durationUs ? Json(durationText(*report.durationUs)) : Json();

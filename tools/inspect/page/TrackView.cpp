@@ -93,6 +93,7 @@ std::string trackHtml(const TrackReport& track, const Json& json, const std::str
                  {"kind", json["kind"]},
                  {"codec", json["codec"]},
                  {"mime", json.value("mime", Json())},
+                 {"isLeftOut", false},
                  {"isTrack", track.stream.kind != Kind::kOther}};
     if (track.stream.kind == Kind::kOther) return fillIn("track", view);
     view.update(verdictView(json["verdict"].get<std::string>()));
@@ -103,6 +104,8 @@ std::string trackHtml(const TrackReport& track, const Json& json, const std::str
     view["facts"] = factsView(json, track.stream);
     view["verify"] = track.verification ? Json(verificationText(*track.verification)) : Json();
     view["keyFrames"] = track.keyFrames ? stripView(*track.keyFrames) : Json();
+    const bool hasWave = track.waveform && track.waveform->frames > 0;
+    view["waveform"] = hasWave ? waveView(*track.waveform, track.stream.audio.sampleRate) : Json();
     view["recordsHtml"] = recordsView(track.explanations, id + "-record", room);
     view["calls"] = callsView(track.component, json.value("component", Json::array()),
                               id + "-component", room);
@@ -114,7 +117,19 @@ std::string trackHtml(const TrackReport& track, const Json& json, const std::str
     view["hasOlderCalls"] = !view["olderCalls"].empty();
     view["keysHtml"] = keysHtml(json["keys"], "Keys stored for the track");
     view["logHtml"] = logHtml(json["log"]);
-    return fillIn("track", view);
+    std::string html = fillIn("track", view);
+    if (html.size() > room.tracks) {
+        html = fillIn("track", {{"id", id},
+                                {"heading", view["heading"]},
+                                {"index", view["index"]},
+                                {"kind", view["kind"]},
+                                {"mime", view["mime"]},
+                                {"isTrack", false},
+                                {"codec", view["codec"]},
+                                {"isLeftOut", true}});
+    }
+    room.tracks -= std::min(room.tracks, html.size());
+    return html;
 }
 
 }  // namespace inspect

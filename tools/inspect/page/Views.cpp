@@ -38,10 +38,10 @@ Json pictureView(const Tag& tag, Room& room) {
     Json view = {{"kind", kind}, {"bytes", data->size()}, {"source", nullptr}, {"why", nullptr}};
     if (!isForPage(kind)) {
         view["why"] = "of a kind that this page does not show";
-    } else if (data->size() > room.pictureBytes) {
+    } else if (data->size() > room.pictures) {
         view["why"] = "too large for this page";
     } else {
-        room.pictureBytes -= data->size();
+        room.pictures -= data->size();
         view["source"] = "data:" + mediaType(kind) + ";base64," + base64(*data);
     }
     return view;

@@ -11,10 +11,11 @@
 
 namespace inspect {
 
-// What the page still has room for of a file.
+// What the page still has room for of a file, in bytes.
 struct Room {
-    size_t rows = 6000;               // of records
-    size_t pictureBytes = 1'500'000;  // of pictures
+    size_t records = 1'200'000;  // of their HTML
+    size_t tracks = 2'000'000;   // of their HTML, records too
+    size_t pictures = 1'500'000;
 };
 
 // The words of a verdict's code, with the sign and the class that stand for it.
@@ -33,6 +34,7 @@ std::string logHtml(const Json& log);
 
 Json tagView(const Tag& tag, const Json& json, Room& room);
 Json stripView(const KeyFrames& frames);
+Json waveView(const Waveform& waveform, uint32_t sampleRate);
 
 // A record as a map of its bytes, and the fields in a table. The id is the page's alone.
 std::string recordHtml(const Record& record, const std::string& id, Room& room);

@@ -34,7 +34,8 @@ class FileTable {
     this.addRoles();
     this.addButtons();
     this.addFilters();
-    table.style.setProperty('--devices', this.columns.length);
+    const style = document.styleSheets[0];
+    style.insertRule(`.list { --devices: ${this.columns.length}; }`, style.cssRules.length);
     this.say(this.rows.length);
   }
 
@@ -85,10 +86,9 @@ class FileTable {
   }
 
   addFilters() {
-    const form = document.createElement('form');
+    const form = document.createElement('div');
     form.className = 'filters';
     form.setAttribute('role', 'search');
-    form.addEventListener('submit', (event) => event.preventDefault());
     const label = add(form, 'label', '', 'search ');
     this.search = add(label, 'input', '', '');
     this.search.type = 'search';
@@ -104,8 +104,11 @@ class FileTable {
     const names = this.columns.map((column, index) => [index, this.heads[column].textContent]);
     this.device = names.length > 1 ? this.addSelect(form, 'device', names) : { value: '' };
     const button = add(form, 'button', '', 'Show all');
-    button.type = 'reset';
-    form.addEventListener('reset', () => setTimeout(() => this.filter()));
+    button.type = 'button';
+    button.addEventListener('click', () => {
+      for (const each of [this.search, this.verdict, this.why, this.codec, this.device]) each.value = '';
+      this.filter();
+    });
     this.said = add(form, 'output', '', '');
     this.table.parentElement.before(form);
   }

@@ -66,7 +66,7 @@ class ByteMap {
     this.table.setAttribute('role', 'grid');
     this.cells.forEach((cell, index) => {
       cell.tabIndex = index === 0 ? 0 : -1;
-      cell.title = '';
+      cell.removeAttribute('title');
       cell.addEventListener('focus', () => this.show(cell));
       cell.addEventListener('pointerenter', () => this.show(cell));
     });

@@ -127,6 +127,10 @@ void Annotator::keep(const VideoFacts& facts) {
     mRecord.facts.push_back(facts);
 }
 
+void Annotator::cite(std::string_view clause) {
+    if (ok()) (mRecord.rows.empty() ? mRecord.clause : mRecord.rows.back().clause) = clause;
+}
+
 Annotator::Group Annotator::group(std::string_view name) {
     align();
     heading(name);

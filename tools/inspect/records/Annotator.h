@@ -71,6 +71,9 @@ public:
     // Explains the value of the last row, unless that was cut.
     void say(const std::string& words);
     void keep(const VideoFacts& facts);
+    // Names the standard's clause for what the heading just written begins, and before any row for
+    // the record. The text must outlive it.
+    void cite(std::string_view clause);
 
     // Rows written while the group lives stand under its heading. One with a size is a part of its
     // own: reads end where it ends, and what it leaves unread becomes a row when it goes.

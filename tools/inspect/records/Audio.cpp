@@ -83,6 +83,7 @@ std::string readFlacStream(Annotator& out) {
                 out.big({{"last block", 1}, {"block type", 7}, {"block size", 24}});
         const bool isStreamInfo = type == 0;
         const auto block = out.group(isStreamInfo ? "STREAMINFO" : "metadata block", size);
+        out.cite(isStreamInfo ? "RFC 9639 8.2" : "RFC 9639 8.1");
         const std::string text = isStreamInfo ? readStreamInfo(out) : "";
         if (out.ok() && summary.empty()) summary = text;
         if (out.ok()) out.rest("data");

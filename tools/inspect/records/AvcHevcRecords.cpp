@@ -1,5 +1,6 @@
 // ISO/IEC 14496-15
 
+#include <algorithm>
 #include <map>
 
 #include "inspect/records/Readers.h"
@@ -13,6 +14,29 @@ bool isHevcSei(Bytes unit) {
     return type == 39 || type == 40;
 }
 
+// Of the parameter sets and SEI.
+struct UnitClause {
+    int type;
+    std::string_view clause;
+};
+constexpr UnitClause kAvcClauses[] = {
+        {6, "ITU-T H.264 7.3.2.3"},    {7, "ITU-T H.264 7.3.2.1.1"},  {8, "ITU-T H.264 7.3.2.2"},
+        {13, "ITU-T H.264 7.3.2.1.2"}, {15, "ITU-T H.264 7.3.2.1.3"},
+};
+constexpr UnitClause kHevcClauses[] = {
+        {32, "ITU-T H.265 7.3.2.1"}, {33, "ITU-T H.265 7.3.2.2"}, {34, "ITU-T H.265 7.3.2.3"},
+        {39, "ITU-T H.265 7.3.2.4"}, {40, "ITU-T H.265 7.3.2.4"},
+};
+
+// By the unit's first byte, which has the type.
+std::string_view clauseOf(Bytes unit, bool isHevc) {
+    const std::span<const UnitClause> all = isHevc ? std::span<const UnitClause>(kHevcClauses)
+                                                   : std::span<const UnitClause>(kAvcClauses);
+    const int type = unit.empty() ? 0 : isHevc ? unit[0] >> 1 & 0x3F : unit[0] & 0x1F;
+    const auto found = std::ranges::find(all, type, &UnitClause::type);
+    return found != all.end() ? found->clause : std::string_view();
+}
+
 // passOver: the units that stay bytes; null = none.
 void readSets(Annotator& out, HeaderTrace& trace, VideoFactsReader readFacts, uint64_t count,
               const std::string& name, const std::string& lengthName,
@@ -20,6 +44,7 @@ void readSets(Annotator& out, HeaderTrace& trace, VideoFactsReader readFacts, ui
     for (uint64_t i = 1; i <= count && out.ok(); i++) {
         const uint64_t size = out.big(lengthName, 16);
         const auto unit = out.group(name + " " + std::to_string(i), size);
+        out.cite(clauseOf(out.ahead(), readFacts == hevcFacts));
         const bool isPassedOver = passOver != nullptr && passOver(out.ahead());
         if (!isPassedOver) readUnit(out, trace, readFacts);
     }

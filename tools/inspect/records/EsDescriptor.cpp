@@ -29,18 +29,20 @@ public:
     EsReader(Annotator& out, StartCodeName nameOf) : mOut(out), mNameOf(nameOf) {}
 
     std::string read() {
-        descriptor(3, "ES_Descriptor", &EsReader::readEs);
+        descriptor(3, "ES_Descriptor", "ISO/IEC 14496-1 7.2.6.5", &EsReader::readEs);
         return mIsWhole && mOut.ok() ? mSummary : "not a complete ES descriptor";
     }
 
 private:
     // Tag and size, then what the function makes of the body.
-    void descriptor(uint64_t tag, const char* name, void (EsReader::*readBody)()) {
+    void descriptor(uint64_t tag, const char* name, std::string_view clause,
+                    void (EsReader::*readBody)()) {
         const bool isThere = mOut.ok() && mOut.remaining() > 0;
         mIsWhole = mIsWhole && isThere;
         if (!isThere) return;
         mIsWhole = mOut.big("tag", 8) == tag && mIsWhole;
         const auto body = mOut.group(name, readSize(mOut));
+        mOut.cite(clause);
         (this->*readBody)();
     }
 
@@ -54,7 +56,8 @@ private:
         if (isDependent != 0) mOut.big("dependsOn_ES_ID", 16);
         if (hasUrl != 0) mOut.text("URLstring", mOut.big("URLlength", 8));
         if (hasClock != 0) mOut.big("OCR_ES_Id", 16);
-        descriptor(4, "DecoderConfigDescriptor", &EsReader::readDecoderConfig);
+        descriptor(4, "DecoderConfigDescriptor", "ISO/IEC 14496-1 7.2.6.6",
+                   &EsReader::readDecoderConfig);
         mOut.rest("further descriptors");
         mIsWhole = mIsWhole && mOut.ok();
     }
@@ -69,8 +72,14 @@ private:
                   {"bufferSizeDB", 24},
                   {"maxBitrate", 32},
                   {"avgBitrate", 32}});
-        descriptor(5, "DecoderSpecificInfo", &EsReader::readSpecificInfo);
+        descriptor(5, "DecoderSpecificInfo", clauseOfConfig(), &EsReader::readSpecificInfo);
         mIsWhole = mIsWhole && mOut.ok();
+    }
+
+    std::string_view clauseOfConfig() const {
+        if (mObjectType == kAudio) return "ISO/IEC 14496-3 1.6.2.1";
+        if (mObjectType == kVisual) return "ISO/IEC 14496-2 6.2.2";
+        return mNameOf == mpeg2StartCodeName ? "ITU-T H.262 6.2.2" : "";
     }
 
     void readSpecificInfo() {

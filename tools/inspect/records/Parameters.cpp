@@ -14,6 +14,7 @@ struct Structure {
     uint32_t index;
     std::string_view name;
     std::span<const Field> fields;
+    std::string_view clause = {};  // see Record
 };
 
 // clang-format off
@@ -103,12 +104,13 @@ constexpr Field kReordering[] = {
 };
 constexpr Field kSwitch[] = {{"enable"}};
 
+constexpr std::string_view kOpenMax = "OpenMAX IL 1.1.2";
 constexpr auto kStructures = std::to_array<Structure>({
-    {OMX_IndexParamPortDefinition,             "OMX_IndexParamPortDefinition",             kPortDefinition},
-    {OMX_IndexParamAudioPcm,                   "OMX_IndexParamAudioPcm",                   kPcm},
-    {OMX_IndexParamAudioAac,                   "OMX_IndexParamAudioAac",                   kAac},
+    {OMX_IndexParamPortDefinition,             "OMX_IndexParamPortDefinition",             kPortDefinition, kOpenMax},
+    {OMX_IndexParamAudioPcm,                   "OMX_IndexParamAudioPcm",                   kPcm, kOpenMax},
+    {OMX_IndexParamAudioAac,                   "OMX_IndexParamAudioAac",                   kAac, kOpenMax},
     {OMX_IndexParamAudioAndroidAacPresentation, "OMX_IndexParamAudioAndroidAacPresentation", kAacPresentation},
-    {OMX_IndexParamAudioG726,                  "OMX_IndexParamAudioG726",                  kG726},
+    {OMX_IndexParamAudioG726,                  "OMX_IndexParamAudioG726",                  kG726, kOpenMax},
     {OMX_IndexParamAudioWma,                   "OMX_IndexParamAudioWma",                   kWma},
     {OMX_IndexParamAudioRa,                    "OMX_IndexParamAudioRa",                    kRealAudio},
     {0x7FA30C07,                               "ALAC",                                     kAlac},
@@ -137,6 +139,7 @@ Record readParameter(uint32_t index, const std::string& name, Bytes parameter) {
     std::string digits;
     for (int shift = 28; shift >= 0; shift -= 4) digits += "0123456789abcdef"[index >> shift & 0xF];
     Record record = out.finish();
+    record.clause = structure.clause;
     record.key = std::string(structure.name) + " (0x" + digits + ")";
     return record;
 }

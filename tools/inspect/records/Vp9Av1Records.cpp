@@ -33,6 +33,7 @@ void readVp9Features(Annotator& out) {
 std::string readVp9Record(Annotator& out) {
     const Bytes data = out.ahead();  // a feature's size, or vpcC's flags, which are zero
     if (data.size() > 1 && data[1] != 0) {
+        out.cite("WebM VP9 Codec Feature Metadata");
         readVp9Features(out);
         return {};
     }
@@ -74,6 +75,7 @@ std::string readAv1Record(Annotator& out) {
     if (!out.ok()) return {};
     HeaderTrace trace(AV_CODEC_ID_AV1);
     const auto units = out.group("configOBUs", out.remaining());
+    out.cite("AV1 5.3");
     readUnit(out, trace, av1Facts);
     return {};
 }

@@ -93,6 +93,9 @@ private:
                                        : type == kComment      ? "comment header"
                                                                : "setup header",
                                        sizeBytes);
+        mOut.cite(type == kIdentification ? "Theora 6.2"
+                  : type == kComment      ? "Theora 6.3"
+                                          : "Theora 6.4");
         mOut.big("HEADERTYPE", 8);
         mOut.text("signature", 6);
         if (type == kIdentification) {

@@ -72,8 +72,10 @@ void printRow(std::ostream& out, const Row& row, const Widths& widths) {
 }  // namespace
 
 void printRecord(std::ostream& out, const Record& record, const TextStyle& style) {
-    const std::string heading =
-            record.key + ", " + std::to_string(record.sizeBytes) + " bytes, one by one:";
+    std::string heading = record.key + ", " + std::to_string(record.sizeBytes);
+    heading += " bytes, one by one";
+    if (!record.clause.empty()) heading.append(", by ").append(record.clause);
+    heading += ':';
     out << kIndent << paint(style, kBold, escaped(heading)) << '\n';
     const Widths widths = widthsOf(record.rows);
     for (const Row& row : record.rows) printRow(out, row, widths);

@@ -58,12 +58,14 @@ Json rowToJson(const Row& row) {
                  {"value", textOrNull(row.value)}};
     if (row.number) json["number"] = *row.number;
     if (row.bits > 0) json["bits"] = row.bits;
+    if (!row.clause.empty()) json["clause"] = row.clause;
     return json;
 }
 
 Json recordToJson(const Record& record) {
     return {{"key", record.key},
             {"bytes", record.sizeBytes},
+            {"clause", textOrNull(std::string(record.clause))},
             {"rows", arrayOf(record.rows, rowToJson)}};
 }
 

@@ -3,11 +3,14 @@
 #include <exception>
 #include <map>
 
+#include "inspect/callers/PcmFormat.h"
 #include "inspect/verdict/BrokenData.h"
 #include "inspect/verdict/TrackFacts.h"
 
 namespace inspect {
 namespace {
+
+constexpr size_t kMaxWaveforms = 4;  // each reads the file
 
 void writePictures(FileReport& report, PictureFiles& files) {
     for (Tag& tag : report.tags.list) {
@@ -100,12 +103,15 @@ void fill(FileReport& report, const OpenFile& open, const Scope& scope, PictureF
     report.tags = readTags(open);
     const auto keyFrames = scope.frames ? compareKeyFrames(open, file) : std::map<int, KeyFrames>{};
     const auto verified = scope.verify ? verifySamples(open, file) : std::map<int, Verification>{};
+    size_t waveforms = 0;
     for (TrackReport& track : report.tracks) {
         callGlue(track, session, scope);
         const auto verification = verified.find(track.stream.index);
         if (verification != verified.end()) track.verification = verification->second;
         const auto found = keyFrames.find(track.stream.index);
         if (found != keyFrames.end()) track.keyFrames = found->second;
+        if (!scope.waveform || findPcmFormat(track.stream) == nullptr) continue;
+        if (waveforms++ < kMaxWaveforms) track.waveform = drawWaveform(open, track.stream);
     }
     if (pictures != nullptr) writePictures(report, *pictures);
     if (!scope.dumpWav.empty()) writeWav(report, scope, open, file);

@@ -14,6 +14,7 @@
 #include "inspect/callers/Session.h"
 #include "inspect/callers/Tags.h"
 #include "inspect/callers/Verify.h"
+#include "inspect/callers/Waveform.h"
 #include "inspect/verdict/Fix.h"
 #include "inspect/verdict/Verdict.h"
 
@@ -44,6 +45,7 @@ struct TrackReport {
     std::vector<Record> explanations;
     std::optional<KeyFrames> keyFrames;  // of a video track
     std::optional<Verification> verification;
+    std::optional<Waveform> waveform;  // of a PCM track
     std::vector<Call> component;
     std::pair<size_t, size_t> componentLog;  // the lines of the log that are of that: from, to
     std::vector<Call> legacy;
