@@ -79,6 +79,7 @@ class FileTable {
   addSelect(form, name, words) {
     const label = add(form, 'label', '', name + ' ');
     const select = add(label, 'select', '', '');
+    select.setAttribute('aria-label', name);
     add(select, 'option', '', 'any').value = '';
     for (const [value, text] of words) add(select, 'option', '', text).value = value;
     select.addEventListener('change', () => this.filter());
