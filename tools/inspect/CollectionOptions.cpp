@@ -14,7 +14,7 @@ constexpr const char* kGroup = "Many files";
 // What they print is not said in one line a file.
 constexpr const char* kNeedLines[] = {"--fix",    "--keys",      "--log",   "--explain",
                                       "--frames", "--component", "--legacy"};
-constexpr const char* kForFewFiles[] = {"--json", "--html", "--pictures", "--dump-wav"};
+constexpr const char* kForFewFiles[] = {"--json", "--pictures", "--dump-wav"};
 
 bool isGiven(const CLI::App& app, const char* name) {
     return app.get_option(name)->count() > 0;
@@ -72,8 +72,11 @@ bool isForCollection(const CLI::App& app, const Options& options) {
     for (const char* name : kForFewFiles) {
         if (isGiven(app, name)) throw CLI::ValidationError(name, "is not for many files");
     }
+    if (options.collection.lines) return true;
+    // A database does not keep what to change.
+    const bool isFixShown = !options.html.empty() && options.collection.database.empty();
     for (const char* name : kNeedLines) {
-        if (isGiven(app, name) && !options.collection.lines) {
+        if (isGiven(app, name) && !(isFixShown && std::string_view(name) == "--fix")) {
             throw CLI::RequiresError(std::string(name) + " for many files", "--jsonl");
         }
     }

@@ -55,7 +55,8 @@ CLI::Validator notEmpty() {
 
 void addOutputOptions(CLI::App& app, Options& options) {
     addOption(app, "--html", options.html, "OUT",
-              "Write one HTML page that shows all of it, byte maps and key frames too")
+              "Write one HTML page: of files all there is, byte maps and key frames\n"
+              "too, of folders and lists a table")
             ->check(notEmpty());
     addOption(app, "--pictures", options.pictures, "DIR",
               "Write the tags' pictures to files in this folder")
@@ -153,6 +154,10 @@ std::optional<CommandLineEnd> readCommandLine(int count, char** arguments, Optio
         return CommandLineEnd{kExitFileError, option + error.what()};
     }
     options.scope.outputs.inputs = options.files;
+    for (const std::string& each : {options.collection.sources.list, options.collection.database,
+                                    options.collection.against}) {
+        if (!each.empty()) options.scope.outputs.inputs.push_back(each);
+    }
     options.collection.sources.paths = options.files;
     options.collection.quiet = options.quiet;
     options.collection.check = options.check;

@@ -20,6 +20,7 @@
 #include "inspect/collection/Collection.h"
 #include "inspect/collection/Row.h"
 #include "inspect/collection/Sandbox.h"
+#include "inspect/page/CollectionPage.h"
 #include "inspect/page/FilePage.h"
 #include "inspect/report/Comparison.h"
 #include "inspect/report/JsonReport.h"
@@ -74,11 +75,15 @@ bool showAll(const Options& options, const std::vector<FileReport>& reports) {
     return print(text.str());
 }
 
+void keepPage(const Options& options, OutputFile& file) {
+    file.keep();
+    if (!options.quiet) complain("page -> " + options.html);
+}
+
 void writePage(const Options& options, const std::string& html) {
     OutputFile file(options.html, options.scope.outputs);
     file.write(ByteVector(html.begin(), html.end()));
-    file.keep();
-    if (!options.quiet) complain("page -> " + options.html);
+    keepPage(options, file);
 }
 
 int inspectFiles(const Options& options, PictureFiles* pictures) {
@@ -122,8 +127,30 @@ void warnOfDevices(const Options& options) {
     }
 }
 
+Ending showMany(const Options& options) {
+    OutputRules rules = options.scope.outputs;
+    OutputFile(options.html, rules);
+    CollectionPage page(options.collection, options.scope);
+    Ending ending = runCollection(options.collection, options.scope, [&](const FileRow& row) {
+        std::error_code ignored;
+        page.add(row);
+        if (rules.overwrites && std::filesystem::equivalent(row.path, options.html, ignored)) {
+            rules.inputs.push_back(row.path);
+        }
+    });
+    if (!ending.isWhole) return ending;
+    OutputFile file(options.html, rules);
+    page.write(ending, [&](std::string_view part) {
+        file.write(Bytes(reinterpret_cast<const uint8_t*>(part.data()), part.size()));
+    });
+    keepPage(options, file);
+    return ending;
+}
+
 int runMany(const Options& options) {
-    const Ending ending = runCollection(options.collection, options.scope);
+    const Ending ending = options.html.empty()
+                                  ? runCollection(options.collection, options.scope, {})
+                                  : showMany(options);
     if (!ending.isComplete) return kExitFileError;
     return ending.isMet ? EXIT_SUCCESS : kExitDoesNotPlay;
 }
@@ -134,8 +161,8 @@ int run(const Options& options) {
     if (!isConfined && options.collection.isWanted && !options.quiet) {
         complain("this kernel has no sandbox: nothing is refused to the workers");
     }
-    if (options.collection.isWanted) return runMany(options);
     try {
+        if (options.collection.isWanted) return runMany(options);
         if (options.pictures.empty()) return inspectFiles(options, nullptr);
         PictureFiles pictures(options.pictures, options.scope.outputs);
         return inspectFiles(options, &pictures);

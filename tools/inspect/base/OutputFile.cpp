@@ -26,18 +26,29 @@ namespace fs = std::filesystem;
 // For the signal handler, which can unlink() but little else. Empty = there is none.
 std::array<char, PATH_MAX> temporary{};
 
+constexpr int kSignals[] = {SIGHUP, SIGINT, SIGTERM};
+
 void removeTemporary(int signal) {
     unlink(temporary.data());
     raise(signal);  // with its default effect, once the handler is left
 }
 
 void removeOnSignals() {
-    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+    for (const int signal : kSignals) {
         struct sigaction action {};
         if (sigaction(signal, nullptr, &action) != 0 || action.sa_handler != SIG_DFL) continue;
         action.sa_handler = removeTemporary;
         action.sa_flags = static_cast<int>(SA_RESETHAND);
         sigaction(signal, &action, nullptr);
+    }
+}
+
+void stayOnSignals() {
+    for (const int signal : kSignals) {
+        struct sigaction action {};
+        if (sigaction(signal, nullptr, &action) == 0 && action.sa_handler == removeTemporary) {
+            std::signal(signal, SIG_DFL);
+        }
     }
 }
 
@@ -107,6 +118,7 @@ OutputFile::~OutputFile() {
     if (mDescriptor >= 0) close(mDescriptor);
     if (temporary[0] != '\0') unlink(temporary.data());
     temporary[0] = '\0';
+    stayOnSignals();
 }
 
 std::string OutputFile::temporaryPath() const {

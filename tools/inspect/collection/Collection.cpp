@@ -20,7 +20,6 @@
 #include "inspect/collection/Pool.h"
 #include "inspect/collection/RunProgress.h"
 #include "inspect/collection/Sandbox.h"
-#include "inspect/collection/Summary.h"
 #include "inspect/collection/Worker.h"
 #include "inspect/report/Outcome.h"
 #include "zrcodecparser/MediaDefs.h"
@@ -106,9 +105,10 @@ std::string inWords(std::string code) {
 
 class Run {
 public:
-    Run(const CollectionOptions& options, const WorkerRules& rules)
+    Run(const CollectionOptions& options, const WorkerRules& rules, const RowReader& reader)
         : mOptions(options),
           mRules(rules),
+          mReader(reader),
           mFiles(options.sources),
           mProgress(options.sources),
           mPool({.workers = options.workers,
@@ -157,6 +157,7 @@ private:
 
     const CollectionOptions& mOptions;
     const WorkerRules& mRules;
+    const RowReader& mReader;
     FileList mFiles;
     RunProgress mProgress;
     Pool mPool;
@@ -165,10 +166,7 @@ private:
     uint64_t mSettled = 0;  // the files before the first that waits
     std::optional<Database> mDatabase;
     std::optional<Against> mAgainst;
-    Summary mSummary;
     uint64_t mNotPlaying = 0;
-    uint64_t mNoMedia = 0;
-    uint64_t mUnchanged = 0;
     bool mAreAllSeen = true;  // that are there
     bool mCanPrint = true;
     Ending mEnding;
@@ -194,7 +192,7 @@ void Run::look(Waiting& waiting, uint64_t ticket) {
     const std::string why = whyNoFile(waiting.file, status);
     if (isOther(waiting.file, status)) {
         waiting.isNoMatter = true;
-        mNoMedia++;
+        mEnding.otherFiles++;
     } else if (why.empty() && isUnchanged(waiting.file.path, status)) {
         waiting.isNoMatter = true;
     } else if (why.empty()) {
@@ -224,7 +222,7 @@ void Run::open(Waiting& waiting, uint64_t ticket) {
 bool Run::isUnchanged(const std::string& path, const struct stat& status) {
     if (!mDatabase || !mDatabase->isCurrent(path, status.st_size, modifiedNs(status))) return false;
     mDatabase->keep(path);
-    mUnchanged++;
+    mEnding.unchangedFiles++;
     return true;
 }
 
@@ -259,7 +257,7 @@ void Run::settleFirst() {
     const Finding finding = findingOf(waiting);
     const FileRow& row = finding.row;
     if (!finding.isMedia && waiting.file.isFound) {
-        mNoMedia++;
+        mEnding.otherFiles++;
         if (mDatabase && row.sizeBytes && row.modifiedNs) {
             mDatabase->putOther(row.path, *row.sizeBytes, *row.modifiedNs);
         }
@@ -294,8 +292,9 @@ void Run::say(const Finding& finding) {
 }
 
 void Run::weigh(const FileRow& row) {
-    mSummary.add(row);
+    mEnding.summary.add(row);
     if (mAgainst) mAgainst->add(row);
+    if (mReader) mReader(row);
     if (!row.error.empty() || !row.fault.empty()) mEnding.isComplete = false;
     if (!meets(mOptions.check, row)) mEnding.isMet = false;
 }
@@ -327,12 +326,12 @@ void Run::sum(bool isWhole) {
         }
         tell("\n");
     }
-    std::string text = summaryText(mSummary);
+    std::string text = summaryText(mEnding.summary);
     const auto addCount = [&](const char* what, uint64_t count) {
         if (count > 0) text.append(what).append(": ").append(std::to_string(count)) += '\n';
     };
-    addCount("other files, which are no media", mNoMedia);
-    addCount("files that have not changed since an earlier run", mUnchanged);
+    addCount("other files, which are no media", mEnding.otherFiles);
+    addCount("files that have not changed since an earlier run", mEnding.unchangedFiles);
     addCount("files that have gone since", gone);
     tell(text);
 }
@@ -368,21 +367,24 @@ void Run::lookAtAll(const sigset_t& whileWaiting) {
 Ending Run::go() {
     lookAtAll(Signals().whileWaiting());
     if (mCanPrint) sum(gSignal == 0 && mOptions.skip == 0);
-    if (!mCanPrint) mEnding.isComplete = false;
+    if (!mCanPrint) mEnding.isComplete = mEnding.isWhole = false;
     if (gSignal != 0) raise(gSignal);
-    return mEnding;
+    return std::move(mEnding);
 }
 
 }  // namespace
 
-Ending runCollection(const CollectionOptions& options, const Scope& scope) {
+Ending runCollection(const CollectionOptions& options, const Scope& scope,
+                     const RowReader& reader) {
     const WorkerRules rules{
             .scope = scope, .makesLines = options.lines, .maxMemoryMiB = options.maxMemoryMiB};
     try {
-        return Run(options, rules).go();
+        return Run(options, rules, reader).go();
     } catch (const FileError& error) {
         complain(error.what());
-        return {.isComplete = false};
+        Ending ending;
+        ending.isComplete = ending.isWhole = false;
+        return ending;
     }
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "inspect/collection/FileList.h"
+#include "inspect/collection/Summary.h"
 #include "inspect/report/Report.h"
 
 namespace inspect {
@@ -28,9 +29,14 @@ struct CollectionOptions {
 struct Ending {
     bool isComplete = true;  // every file could be read and is whole, and all could be written
     bool isMet = true;       // see meets(); and all that played in the earlier run does
+    bool isWhole = true;     // all that was to be looked at was
+    Summary summary;
+    uint64_t otherFiles = 0;      // which are no media
+    uint64_t unchangedFiles = 0;  // since an earlier run
 };
 
-// Ends the process by the signal that interrupted it.
-Ending runCollection(const CollectionOptions& options, const Scope& scope);
+// Ends the process by the signal that interrupted it. The reader gets the rows that the summary
+// counts, one by one.
+Ending runCollection(const CollectionOptions& options, const Scope& scope, const RowReader& reader);
 
 }  // namespace inspect

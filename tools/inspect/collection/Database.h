@@ -4,7 +4,6 @@
 #pragma once
 
 #include <chrono>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,8 +12,6 @@
 #include "inspect/collection/Sqlite.h"
 
 namespace inspect {
-
-using RowReader = std::function<void(const FileRow&)>;
 
 // All of it throws a FileError that names the database. Several processes may write to one.
 class Database {

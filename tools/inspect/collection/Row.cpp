@@ -34,11 +34,17 @@ std::string pathOf(const Json& json) {
 }
 
 PlayRow playOf(const Json& json) {
-    return {.device = textOf(json, "name"),
-            .verdict = json.at("verdict").get<std::string>(),
-            .plays = json.at("plays").get<bool>(),
-            .reason = textOf(json, "reason"),
-            .decoder = textOf(json, "decoder")};
+    PlayRow play = {.device = textOf(json, "name"),
+                    .verdict = json.at("verdict").get<std::string>(),
+                    .plays = json.at("plays").get<bool>(),
+                    .reason = textOf(json, "reason"),
+                    .decoder = textOf(json, "decoder")};
+    const auto fix = json.find("fix");
+    if (fix == json.end() || fix->is_null()) return play;
+    play.fix = textOf(*fix, "sentence");
+    const Json& commands = listOf(*fix, "commands");
+    if (!commands.empty()) play.command = commands.front().get<std::string>();
+    return play;
 }
 
 std::vector<PlayRow> playsOf(const Json& json) {

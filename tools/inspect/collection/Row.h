@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,6 +20,9 @@ struct PlayRow {
     bool plays = false;
     std::string reason;   // empty = there is nothing to explain
     std::string decoder;  // empty = none
+    std::string fix =
+            {};  // what to change, in a sentence; empty = nobody asked, or nothing is to be
+    std::string command = {};  // that does it; empty = none helps. The database keeps neither
 };
 
 struct TrackRow {
@@ -58,6 +62,8 @@ struct FileRow {
     std::vector<TrackRow> tracks;
     std::vector<TagValue> tags;
 };
+
+using RowReader = std::function<void(const FileRow&)>;
 
 // Whether all plays on every device that is asked for: "all", "video" or "audio"; empty = nothing
 // has to.

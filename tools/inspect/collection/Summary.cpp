@@ -80,19 +80,6 @@ std::string tableText(const std::string& title, const std::vector<std::string>& 
     return text;
 }
 
-// By how many tracks have them, playing or not.
-std::vector<std::string> codecsOf(const Summary& summary) {
-    std::vector<std::string> codecs = summary.playing.keys();
-    for (const std::string& codec : summary.lost.keys()) {
-        if (!summary.playing.rows().contains(codec)) codecs.push_back(codec);
-    }
-    const auto count = [&](const std::string& codec) {
-        return summary.playing.at(codec, 0) + summary.lost.at(codec, 0);
-    };
-    std::ranges::stable_sort(codecs, std::ranges::greater(), count);
-    return codecs;
-}
-
 // What differs from file to file only in its numbers is counted together; "ID3v2" is no number.
 std::string withoutNumbers(const std::string& text) {
     std::string shown;
@@ -162,6 +149,18 @@ size_t Summary::columnOf(const std::string& device) {
     if (index == kMaxDevices) return index - 1;
     devices.push_back(index + 1 == kMaxDevices ? kOther : device);
     return index;
+}
+
+std::vector<std::string> codecsOf(const Summary& summary) {
+    std::vector<std::string> codecs = summary.playing.keys();
+    for (const std::string& codec : summary.lost.keys()) {
+        if (!summary.playing.rows().contains(codec)) codecs.push_back(codec);
+    }
+    const auto count = [&](const std::string& codec) {
+        return summary.playing.at(codec, 0) + summary.lost.at(codec, 0);
+    };
+    std::ranges::stable_sort(codecs, std::ranges::greater(), count);
+    return codecs;
 }
 
 std::string summaryText(const Summary& summary) {

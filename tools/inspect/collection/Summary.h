@@ -45,6 +45,9 @@ private:
     size_t columnOf(const std::string& device);
 };
 
+// By how many tracks have them, playing or not.
+std::vector<std::string> codecsOf(const Summary& summary);
+
 // For a person, in 80 columns.
 std::string summaryText(const Summary& summary);
 

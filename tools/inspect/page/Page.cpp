@@ -84,9 +84,18 @@ std::string fillIn(std::string_view name, const Json& values) {
     return text;
 }
 
-std::string wholePage(const std::string& title, const std::string& bodyHtml) {
-    const std::string style = textOf("page.css");
-    const std::string script = textOf("page.js");
+std::string escapedHtml(std::string_view text) {
+    return kainjow::mustache::html_escape(visible(text));
+}
+
+std::string wholePage(const std::string& title, const std::string& bodyHtml,
+                      const std::string& more) {
+    std::string style = textOf("page.css");
+    std::string script = textOf("page.js");
+    if (!more.empty()) {
+        style += textOf(more + ".css");
+        script += textOf(more + ".js");
+    }
     return fillIn("page", {{"title", title},
                            {"bodyHtml", bodyHtml},
                            {"styleHtml", style},

@@ -16,9 +16,14 @@ namespace inspect {
 // it.
 std::string fillIn(std::string_view name, const Json& values);
 
+// The same escape for HTML that no template makes.
+std::string escapedHtml(std::string_view text);
+
 // The document around a body. It is well-formed XML as well, and lets nothing be loaded or run but
-// its own style and script, by their hashes. Title: a text.
-std::string wholePage(const std::string& title, const std::string& bodyHtml);
+// its own style and script, by their hashes. Title: a text. More: what a page has beside page.css
+// and page.js, "collection" for collection.css and collection.js; empty = nothing.
+std::string wholePage(const std::string& title, const std::string& bodyHtml,
+                      const std::string& more = {});
 
 // A text of several, and of a number.
 std::string joined(std::initializer_list<std::string_view> parts);
