@@ -20,11 +20,6 @@ target_compile_options(zr_library_options INTERFACE
   -fno-exceptions -fno-rtti -fasynchronous-unwind-tables
   -fvisibility=hidden -fvisibility-inlines-hidden)
 
-# Return addresses are signed, and jumps land on marked places only (PAC, BTI).
-if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(aarch64|arm64)$")
-  target_compile_options(zr_library_options INTERFACE -mbranch-protection=standard)
-endif()
-
 if(ZR_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
                       -fno-sanitize=vptr  # the library has no RTTI to look at
@@ -55,11 +50,17 @@ endif()
 add_library(zr_hardening INTERFACE)
 if(NOT ZR_SANITIZE)
   target_compile_options(zr_hardening INTERFACE
-    -fstack-protector-strong -fstack-clash-protection
+    -fstack-protector-strong
     "$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3>")
   target_link_options(zr_hardening INTERFACE -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
+  # Clang 14 has none for AArch64.
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang" OR CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64)$")
+    target_compile_options(zr_hardening INTERFACE -fstack-clash-protection)
+  endif()
   if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64)$")
     target_compile_options(zr_hardening INTERFACE -fcf-protection=full)
     target_link_options(zr_hardening INTERFACE -Wl,-z,shstk)
+  elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "^(aarch64|arm64)$")
+    target_compile_options(zr_hardening INTERFACE -mbranch-protection=standard)
   endif()
 endif()
