@@ -43,8 +43,9 @@ FileRow rowAt(const std::string& path, const std::string& verdict, const std::st
 std::string dump(const FileRow& row) {
     std::ostringstream out;
     const auto print = [&](const std::vector<PlayRow>& plays) {
-        for (const auto& [device, verdict, isPlaying, reason, decoder] : plays) {
-            out << ' ' << device << ':' << verdict << isPlaying << reason << ',' << decoder;
+        for (const PlayRow& each : plays) {
+            out << ' ' << each.device << ':' << each.verdict << each.plays << each.reason << ','
+                << each.decoder;
         }
     };
     out << row.path << ' ' << row.sizeBytes.value_or(-1) << ' ' << row.modifiedNs.value_or(-1)
