@@ -16,7 +16,7 @@ constexpr size_t kMaxTags = 10;
 
 std::string sizeText(int64_t bytes) {
     constexpr const char* kUnits[] = {"kB", "MB", "GB", "TB"};
-    const std::string exact = numbered("", static_cast<uint64_t>(bytes), " bytes");
+    std::string exact = numbered("", static_cast<uint64_t>(bytes), " bytes");
     if (bytes < 1000) return exact;
     double value = static_cast<double>(bytes) / 1000;
     size_t unit = 0;
@@ -55,7 +55,7 @@ Json fixesView(const FileReport& report, std::span<const PretendedDevice> device
     return views;
 }
 
-Json tracksView(const FileReport& report, const Json& json, const std::string& id, int level,
+Json tracksView(const FileReport& report, const Json& json, const std::string& id, size_t level,
                 Room& room) {
     Json views = Json::array();
     for (size_t i = 0; i < std::min(report.tracks.size(), kMaxTracks); i++) {
@@ -93,10 +93,10 @@ void FilePage::add(const FileReport& report) {
     view["path"] = json["path"];
     view["name"] = nameOf(report.path);
     mFiles.push_back(view);  // for the list
-    const int level = mIsOne ? 1 : 2;
-    view["headFile"] = numbered("h", static_cast<uint64_t>(level));
-    view["headPart"] = numbered("h", static_cast<uint64_t>(level + 1));
-    view["headTrack"] = numbered("h", static_cast<uint64_t>(level + 2));
+    const size_t level = mIsOne ? 1 : 2;
+    view["headFile"] = numbered("h", level);
+    view["headPart"] = numbered("h", level + 1);
+    view["headTrack"] = numbered("h", level + 2);
     for (const char* key : {"reason", "decoder"}) view[key] = json[key];
     view["device"] = toUtf8(mDevices.front().description.name);
     view["size"] = report.sizeBytes ? Json(sizeText(*report.sizeBytes)) : Json();
@@ -109,7 +109,8 @@ void FilePage::add(const FileReport& report) {
     mFilesHtml += fillIn("file", view);
 }
 
-void FilePage::addParts(Json& view, const FileReport& report, const Json& json, int level) const {
+void FilePage::addParts(Json& view, const FileReport& report, const Json& json,
+                        size_t level) const {
     Room room;
     view["container"] = json["container"]["name"];
     view["mime"] = json["container"]["mime"];

@@ -20,7 +20,7 @@ public:
     std::string html() const;
 
 private:
-    void addParts(Json& view, const FileReport& report, const Json& json, int level) const;
+    void addParts(Json& view, const FileReport& report, const Json& json, size_t level) const;
 
     std::span<const PretendedDevice> mDevices;
     bool mIsOne;

@@ -84,10 +84,10 @@ std::string verificationText(const Verification& found) {
 
 }  // namespace
 
-std::string trackHtml(const TrackReport& track, const Json& json, const std::string& id, int level,
-                      Room& room) {
+std::string trackHtml(const TrackReport& track, const Json& json, const std::string& id,
+                      size_t level, Room& room) {
     Json view = {{"id", id},
-                 {"heading", numbered("h", static_cast<uint64_t>(level))},
+                 {"heading", numbered("h", level)},
                  {"level", level + 1},
                  {"index", json["index"]},
                  {"kind", json["kind"]},

@@ -40,7 +40,7 @@ Json waveView(const Waveform& waveform, uint32_t sampleRate);
 std::string recordHtml(const Record& record, const std::string& id, Room& room);
 
 // A track as it stands in JSON, under a heading of that level.
-std::string trackHtml(const TrackReport& track, const Json& json, const std::string& id, int level,
-                      Room& room);
+std::string trackHtml(const TrackReport& track, const Json& json, const std::string& id,
+                      size_t level, Room& room);
 
 }  // namespace inspect
