@@ -129,7 +129,8 @@ void warnOfDevices(const Options& options) {
 
 Ending showMany(const Options& options) {
     OutputRules rules = options.scope.outputs;
-    OutputFile(options.html, rules);
+    // The run does not begin if the page cannot be written.
+    OutputFile(options.html, rules);  // NOLINT(bugprone-unused-raii)
     CollectionPage page(options.collection, options.scope);
     Ending ending = runCollection(options.collection, options.scope, [&](const FileRow& row) {
         std::error_code ignored;
