@@ -1,6 +1,7 @@
 #include "inspect/collection/Row.h"
 
 #include <algorithm>
+#include <cmath>
 #include <initializer_list>
 #include <string_view>
 
@@ -15,6 +16,20 @@ std::optional<T> find(const Json& json, const char* key) {
     const auto value = json.find(key);
     if (value == json.end() || value->is_null()) return {};
     return value->get<T>();
+}
+
+// Programs that keep every number as double write large ones with an exponent.
+int64_t integerOf(const Json& value) {
+    if (value.is_number_float() && !(std::abs(value.get<double>()) < 0x1p63)) {
+        throw FileError("is no line of --jsonl: " + value.dump() + " is out of range");
+    }
+    return value.get<int64_t>();
+}
+
+std::optional<int64_t> findInteger(const Json& json, const char* key) {
+    const auto value = json.find(key);
+    if (value == json.end() || value->is_null()) return {};
+    return integerOf(*value);
 }
 
 std::string textOf(const Json& json, const char* key) {
@@ -54,20 +69,20 @@ std::vector<PlayRow> playsOf(const Json& json) {
 }
 
 TrackRow trackOf(const Json& json) {
-    return {.index = json.at("index").get<int64_t>(),
+    return {.index = integerOf(json.at("index")),
             .kind = textOf(json, "kind"),
             .codec = textOf(json, "codec"),
             .mime = textOf(json, "mime"),
             .profile = textOf(json, "profile"),
             .level = textOf(json, "level"),
-            .durationUs = find<int64_t>(json, "durationUs"),
-            .width = find<int64_t>(json, "width"),
-            .height = find<int64_t>(json, "height"),
+            .durationUs = findInteger(json, "durationUs"),
+            .width = findInteger(json, "width"),
+            .height = findInteger(json, "height"),
             .frameRate = find<double>(json, "frameRate"),
-            .channels = find<int64_t>(json, "channels"),
-            .sampleRate = find<int64_t>(json, "sampleRate"),
-            .bitRate = find<int64_t>(json, "bitRate"),
-            .bitDepth = find<int64_t>(json, "bitDepth"),
+            .channels = findInteger(json, "channels"),
+            .sampleRate = findInteger(json, "sampleRate"),
+            .bitRate = findInteger(json, "bitRate"),
+            .bitDepth = findInteger(json, "bitDepth"),
             .plays = playsOf(json)};
 }
 
@@ -92,14 +107,14 @@ void keepOnly(Json& json, std::initializer_list<std::string_view> keys) {
 FileRow readRow(const Json& line) {
     FileRow row;
     row.path = pathOf(line);
-    row.sizeBytes = find<int64_t>(line, "sizeBytes");
-    row.modifiedNs = find<int64_t>(line, "modifiedNs");
+    row.sizeBytes = findInteger(line, "sizeBytes");
+    row.modifiedNs = findInteger(line, "modifiedNs");
     row.error = textOf(line, "error");
     row.plays = playsOf(line);
     if (!row.error.empty()) return row;
     row.format = textOf(line.at("container"), "format");
     row.mime = textOf(line.at("container"), "mime");
-    row.durationUs = find<int64_t>(line, "durationUs");
+    row.durationUs = findInteger(line, "durationUs");
     for (const Json& track : line.at("tracks")) row.tracks.push_back(trackOf(track));
     for (const Json& tag : listOf(line, "tags")) addTagValues(tag, row.tags);
     return row;
