@@ -73,11 +73,13 @@ bool isForCollection(const CLI::App& app, const Options& options) {
         if (isGiven(app, name)) throw CLI::ValidationError(name, "is not for many files");
     }
     if (options.collection.lines) return true;
-    // A database does not keep what to change.
-    const bool isFixShown = !options.html.empty() && options.collection.database.empty();
     for (const char* name : kNeedLines) {
-        if (isGiven(app, name) && !(isFixShown && std::string_view(name) == "--fix")) {
-            throw CLI::RequiresError(std::string(name) + " for many files", "--jsonl");
+        if (!isGiven(app, name)) continue;
+        const bool isForPage = !options.html.empty() && std::string_view(name) == "--fix";
+        if (!isForPage) throw CLI::RequiresError(std::string(name) + " for many files", "--jsonl");
+        // A database does not keep what to change.
+        if (!options.collection.database.empty()) {
+            throw CLI::ValidationError(name, "goes on the page in a run without --db");
         }
     }
     return true;

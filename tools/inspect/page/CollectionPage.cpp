@@ -113,8 +113,8 @@ Json sourcesView(const FileSources& sources) {
     return views;
 }
 
-Json countView(uint64_t count, const std::string& what) {
-    return count == 0 ? Json() : Json(joined({grouped(count), " ", what}));
+void addFact(Json& facts, uint64_t count, std::string_view what) {
+    if (count > 0) facts.push_back(joined({grouped(count), " ", what}));
 }
 
 }  // namespace
@@ -149,10 +149,12 @@ void CollectionPage::write(const Ending& ending,
     view["title"] = title;
     view["sources"] = sourcesView(mOptions.sources);
     view["moreSources"] = moreThan(kMaxSources, mOptions.sources.paths.size(), "files and folders");
-    view["skipped"] = countView(mOptions.skip, "of the list left out");
-    view["unreadable"] = countView(static_cast<uint64_t>(ending.summary.unreadable), "unreadable");
-    view["others"] = countView(ending.otherFiles, "other files, which are no media");
-    view["unchanged"] = countView(ending.unchangedFiles, "not changed since an earlier run");
+    Json& facts = view["facts"];
+    addFact(facts, ending.otherFiles,
+            ending.otherFiles == 1 ? "other file, which is no media"
+                                   : "other files, which are no media");
+    addFact(facts, ending.unchangedFiles, "not changed since an earlier run");
+    addFact(facts, mOptions.skip, "of the list left out");
     view["columns"] = Json::array();
     for (const std::string& device : mDevices) view["columns"].push_back(toUtf8(device));
     view["count"] = mDevices.size();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <sstream>
 
 #include "inspect/base/Utf8.h"
 #include "inspect/page/Views.h"
@@ -32,6 +33,14 @@ std::string nameOf(const std::string& path) {
     return path == "-" ? "standard input" : toUtf8(name.empty() ? path : name);
 }
 
+// Lines end between words, not at a hyphen.
+Json wordsOf(const std::string& text) {
+    Json words = Json::array();
+    std::istringstream in(text);
+    for (std::string word; std::getline(in, word, ' ');) words.push_back(word);
+    return words;
+}
+
 // Each proposal once, with the devices that it is for.
 Json fixesView(const FileReport& report, std::span<const PretendedDevice> devices) {
     Json views = Json::array();
@@ -49,7 +58,8 @@ Json fixesView(const FileReport& report, std::span<const PretendedDevice> device
         seen.push_back(&fix);
         views.push_back({{"names", toUtf8(name)},
                          {"sentence", toUtf8(fix.sentence)},
-                         {"command", presentText(fix.command)},
+                         {"command", !fix.command.empty()},
+                         {"words", wordsOf(toUtf8(fix.command))},
                          {"lacks", presentText(fix.device)}});
     }
     return views;

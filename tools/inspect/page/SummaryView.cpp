@@ -107,13 +107,16 @@ Json verdictsView(const Summary& summary, const std::vector<std::string>& codes)
     });
 }
 
-std::string kindsText(const Summary& summary) {
+Json factsView(const Summary& summary) {
     std::string text;
     for (const std::string& kind : summary.kinds.keys()) {
-        text.append(text.empty() ? "" : ", ").append(countText(summary.kinds.at(kind, 0)));
+        text.append(text.empty() ? "tracks: " : ", ").append(countText(summary.kinds.at(kind, 0)));
         text.append(" ").append(kind);
     }
-    return text;
+    Json facts = Json::array();
+    if (!text.empty()) facts.push_back(text);
+    if (summary.unreadable > 0) facts.push_back(countText(summary.unreadable) + " unreadable");
+    return facts;
 }
 
 }  // namespace
@@ -139,7 +142,8 @@ Json summaryView(const Summary& summary) {
                 {{"text", errors[i]}, {"count", countText(summary.errors.at(errors[i], 0))}});
     }
     return {{"duration", durationText(summary.durationUs)},
-            {"tracks", presentText(kindsText(summary))},
+            {"facts", factsView(summary)},
+            {"unreadable", countText(summary.unreadable)},
             {"devices", devices},
             {"hasDevices", !devices.empty()},
             {"names", names},

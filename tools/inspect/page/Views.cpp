@@ -99,11 +99,13 @@ Json presentText(const std::string& text) {
 
 std::string devicesHtml(const Json& devices) {
     Json views = Json::array();
+    bool hasReasons = false;
     for (const Json& device : devices) {
         views.push_back(verdictView(device["verdict"].get<std::string>()));
         for (const char* key : {"name", "reason", "decoder"}) views.back()[key] = device[key];
+        hasReasons |= !device["reason"].is_null();
     }
-    return fillIn("devices", {{"devices", views}});
+    return fillIn("devices", {{"devices", views}, {"hasReasons", hasReasons}});
 }
 
 std::string keysHtml(const Json& keys, const std::string& title) {

@@ -63,7 +63,8 @@ std::vector<Step> chainOf(const Stream& stream, const Offer& offer, const Preten
             {stream.codec,
              hasNoCode(stream) ? "no codec code" : "code " + std::to_string(stream.codecType)}};
     for (const std::string& mime : offer.asked) {
-        chain.push_back({"asks for " + mime, hasDecoder(device, mime) ? "found" : "none"});
+        Step step = {"asks for " + mime, hasDecoder(device, mime) ? "found" : "none"};
+        if (chain.back() != step) chain.push_back(std::move(step));
     }
     for (const std::string& text : complaints(offer)) chain.push_back({"logs", text});
     chain.push_back({"stores", offer.mime.value_or("no MIME type")});

@@ -33,6 +33,8 @@ bool plays(Play play);
 struct Step {
     std::string what;
     std::string answer;
+
+    bool operator==(const Step&) const = default;
 };
 
 struct Verdict {
