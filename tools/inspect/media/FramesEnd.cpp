@@ -101,19 +101,19 @@ public:
     // them.
     int64_t walk(int64_t offset) const {
         constexpr int kMostElements = 1 << 14;
-        std::optional<uint32_t> bits;
+        int64_t bits = -1;  // of the frame before; -1 = none
         for (int count = 0; count < kMostElements && offset < mEnd; count++) {
             const ByteVector header = read(offset, 0);
-            const bool isAlike = !bits || *bits == constantBits(header);
-            const uint64_t frame = isAlike ? mKind.sizeOf(header) : 0;
-            if (frame > 0) bits = constantBits(header);
+            const int64_t own = constantBits(header);
+            const uint64_t frame = bits < 0 || bits == own ? mKind.sizeOf(header) : 0;
+            if (frame > 0) bits = own;
             const uint64_t size = std::max(frame, tagBytes(header));
             offset += static_cast<int64_t>(size);
             if (size > 0) continue;
             const auto next = find(offset);
             if (!next) return offset;
             offset = *next;
-            bits.reset();
+            bits = -1;
         }
         return mEnd;
     }
