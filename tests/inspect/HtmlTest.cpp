@@ -11,7 +11,8 @@ protected:
     void open(const std::string& file) {
         const Result result = shell("$Z -q --force --html page.html " + file);
         ASSERT_EQ(std::tuple(result.status, result.out + result.err), std::tuple(0, ""));
-        ASSERT_TRUE(mPage.load_file((mFolder / "page.html").c_str()));
+        constexpr unsigned kBlanksToo = pugi::parse_default | pugi::parse_ws_pcdata;
+        ASSERT_TRUE(mPage.load_file((mFolder / "page.html").c_str(), kBlanksToo));
     }
     // The texts of all there are, each on a line.
     std::string find(const std::string& path) const {

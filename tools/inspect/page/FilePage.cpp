@@ -37,7 +37,9 @@ std::string nameOf(const std::string& path) {
 Json wordsOf(const std::string& text) {
     Json words = Json::array();
     std::istringstream in(text);
-    for (std::string word; std::getline(in, word, ' ');) words.push_back(word);
+    for (std::string word; std::getline(in, word, ' ');) {
+        words.push_back({{"text", word}, {"gap", in.eof() ? "" : " "}});
+    }
     return words;
 }
 
