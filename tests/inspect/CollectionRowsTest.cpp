@@ -11,6 +11,7 @@
 #include "inspect/collection/Against.h"
 #include "inspect/collection/Database.h"
 #include "inspect/collection/Summary.h"
+#include "inspect/collection/Worker.h"
 
 namespace inspect {
 namespace {
@@ -238,6 +239,12 @@ TEST_F(CollectionRows, AreComparedWithAnEarlierRun) {
                                                 at("jsonl: line 8 is cut off")};
         EXPECT_EQ(against.notes(), name == std::string("db") ? std::vector<std::string>() : notes);
     }
+}
+
+TEST_F(CollectionRows, AreNotReadIntoTheGround) {
+    const std::string lists(1 << 20, '\x91');  // each holds the next
+    EXPECT_EQ(messageOf([&] { decodeFinding("\n" + lists); }),
+              "the process looking at it answers nonsense: lists in lists without end");
 }
 
 TEST_F(CollectionRows, AreSummedUp) {

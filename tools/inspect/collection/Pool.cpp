@@ -25,6 +25,9 @@ using namespace std::chrono_literals;
 // One at work and one that waits, so that a process never does.
 constexpr size_t kJobsAtATime = 2;
 
+// More than any file's lines and pictures come to.
+constexpr uint32_t kMostAnswerBytes = 1U << 29;
+
 constexpr int kOwnSocket = STDERR_FILENO + 1;
 
 // A worker neither reads what is the user's nor writes where the user does, but for what a
@@ -177,13 +180,12 @@ bool Pool::receive(Process& process, std::vector<Answer>& answers) {
     const ssize_t count = recv(process.socket.get(), block.data(), block.size(), MSG_DONTWAIT);
     if (count < 0 && (errno == EAGAIN || errno == EINTR)) return true;
     if (count <= 0) return false;
-    process.began = time();
     std::string& received = process.received;
     received.append(block.data(), static_cast<size_t>(count));
     Head head;
     while (received.size() >= sizeof head) {
         std::memcpy(&head, received.data(), sizeof head);
-        if (process.jobs.empty()) return false;
+        if (process.jobs.empty() || head.sizeBytes > kMostAnswerBytes) return false;
         if (received.size() - sizeof head < head.sizeBytes) break;
         Answer& answer = answers.emplace_back();
         answer.ticket = process.jobs.front().ticket;
@@ -191,6 +193,7 @@ bool Pool::receive(Process& process, std::vector<Answer>& answers) {
                 received.substr(sizeof head, head.sizeBytes);
         received.erase(0, sizeof head + head.sizeBytes);
         process.jobs.pop_front();
+        process.began = time();
     }
     return true;
 }

@@ -11,9 +11,39 @@
 namespace inspect {
 namespace {
 
+// The reader of MessagePack calls itself for each list in a list, of which a worker that a file has
+// taken over may send as many as it likes.
+class DepthCheck final : public nlohmann::json_sax<Json> {
+public:
+    bool null() override { return true; }
+    bool boolean(bool) override { return true; }
+    bool number_integer(number_integer_t) override { return true; }
+    bool number_unsigned(number_unsigned_t) override { return true; }
+    bool number_float(number_float_t, const string_t&) override { return true; }
+    bool string(string_t&) override { return true; }
+    bool binary(binary_t&) override { return true; }
+    bool key(string_t&) override { return true; }
+    bool start_object(size_t) override { return ++mDepth < kDeepest; }
+    bool start_array(size_t) override { return ++mDepth < kDeepest; }
+    bool end_object() override { return mDepth-- > 0; }
+    bool end_array() override { return mDepth-- > 0; }
+    bool parse_error(size_t, const std::string&, const Json::exception& error) override {
+        throw FileError(error.what());
+    }
+
+private:
+    static constexpr int kDeepest = 100;
+    int mDepth = 0;
+};
+
 Finding readFinding(const std::string& text) {
     const size_t lineBytes = text.find('\n') + 1;
-    const Json json = Json::from_msgpack(std::string_view(text).substr(lineBytes));
+    const std::string_view packed = std::string_view(text).substr(lineBytes);
+    DepthCheck check;
+    if (!Json::sax_parse(packed, &check, Json::input_format_t::msgpack)) {
+        throw FileError("lists in lists without end");
+    }
+    const Json json = Json::from_msgpack(packed);
     Finding finding = {.isMedia = json.at("media"),
                        .faults = json.at("faults"),
                        .line = lineBytes > 1 ? text.substr(0, lineBytes) : "",
