@@ -14,7 +14,7 @@ using namespace android;
 // The library keeps the order of 16-bit samples, takes those of 32 bits for little-endian, and has
 // no way from float to 16 bits but over 24.
 // clang-format off
-constexpr auto kRows = std::to_array<PcmFormat>({
+constexpr auto kPcmFormats = std::to_array<PcmFormat>({
     {"pcm_u8",     8, false, false, "ConvertXtoX(8 to 16, unsigned)"},
     {"pcm_s8",     8, true,  false, "ConvertXtoX(8 to 16, signed)"},
     {"pcm_s16le", 16, false, false, "not needed"},
@@ -38,8 +38,8 @@ bool isPcm(const Stream& stream) {
 }
 
 const PcmFormat* findPcmFormat(const Stream& stream) {
-    const auto row = std::ranges::find(kRows, stream.codec, &PcmFormat::codec);
-    return isPcm(stream) && row != kRows.end() ? &*row : nullptr;
+    const auto row = std::ranges::find(kPcmFormats, stream.codec, &PcmFormat::codec);
+    return isPcm(stream) && row != kPcmFormats.end() ? &*row : nullptr;
 }
 
 std::string whyNotTo16(const Stream& stream, MediaExtractorHelper& helper) {

@@ -169,11 +169,11 @@ void addComments(std::vector<Tag>& tags, const CommentHeaders& headers) {
     notePictures(last, headers);
 }
 
-struct Row {
+struct TagFormat {
     std::string_view format;
     CommentHeaders (*find)(const InputFile&);  // null = it has ID3 tags, also at its end
 };
-constexpr auto kRows = std::to_array<Row>({
+constexpr auto kTagFormats = std::to_array<TagFormat>({
         {"mp3", nullptr},
         {"aac", nullptr},
         {"flac", findFlacComments},
@@ -183,8 +183,8 @@ constexpr auto kRows = std::to_array<Row>({
 }  // namespace
 
 Tags readTags(const OpenFile& open) {
-    const auto row = std::ranges::find(kRows, open.format(), &Row::format);
-    const bool isKnown = row != kRows.end();
+    const auto row = std::ranges::find(kTagFormats, open.format(), &TagFormat::format);
+    const bool isKnown = row != kTagFormats.end();
     const bool hasComments = isKnown && row->find != nullptr;
     Tags tags;
     if (auto tag = readId3(open.input(), isKnown && !hasComments)) tags.list.push_back(*tag);

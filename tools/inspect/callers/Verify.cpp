@@ -80,9 +80,9 @@ private:
     int64_t mBeforeLongest = 0;
 };
 
-class Track {
+class VerifiedTrack {
 public:
-    Track(AVStream& stream, Kind kind, bool hasDecodingTimes, bool isIndexed)
+    VerifiedTrack(AVStream& stream, Kind kind, bool hasDecodingTimes, bool isIndexed)
         : mStream(stream),
           mHasDecodingTimes(hasDecodingTimes),
           mTimes(hasDecodingTimes, kind == Kind::kVideo) {
@@ -172,15 +172,16 @@ private:
     Verification mResult;
 };
 
-std::map<int, Track> openTracks(const OpenFile& open, const MediaFile& file,
-                                const Demuxer& demuxer) {
+std::map<int, VerifiedTrack> openTracks(const OpenFile& open, const MediaFile& file,
+                                        const Demuxer& demuxer) {
     const bool hasDecodingTimes = std::ranges::count(kWithDecodingTimes, file.format) > 0;
-    std::map<int, Track> tracks;
+    std::map<int, VerifiedTrack> tracks;
     for (AVStream* stream : demuxer.streams()) {
         const auto index = static_cast<size_t>(stream->index);
         const Kind kind = index < file.streams.size() ? file.streams[index].kind : Kind::kOther;
         if (kind == Kind::kOther) continue;
-        tracks.emplace(stream->index, Track(*stream, kind, hasDecodingTimes, hasWholeIndex(open)));
+        tracks.emplace(stream->index,
+                       VerifiedTrack(*stream, kind, hasDecodingTimes, hasWholeIndex(open)));
     }
     return tracks;
 }
@@ -191,8 +192,9 @@ std::map<int, Verification> verifySamples(const OpenFile& open, const MediaFile&
     const Demuxer demuxer(open,
                           file.container.hasWholeFrames ? Samples::kAsStored : Samples::kWhole);
     auto tracks = openTracks(open, file, demuxer);
-    const int status = walkTracks(open, demuxer, tracks,
-                                  [](Track& track, const AVPacket& packet) { track.add(packet); });
+    const int status =
+            walkTracks(open, demuxer, tracks,
+                       [](VerifiedTrack& track, const AVPacket& packet) { track.add(packet); });
     std::map<int, Verification> results;
     for (auto& [index, track] : tracks) {
         const auto result = results.emplace(index, track.finish(open)).first;

@@ -12,6 +12,7 @@ namespace inspect {
 
 inline constexpr size_t kMaxDescriptionBytes = size_t{16} << 20;  // with all that it includes
 inline constexpr size_t kMaxDecoders = 1'000;                     // of a description
+inline constexpr size_t kMaxAliases = 16;                         // of a decoder
 
 struct Draft {
     std::string name;       // of the file that is being read

@@ -93,7 +93,7 @@ Asked channels(const TrackFacts& facts, const Limits&) {
     return one(facts.channelCount, "the channels of the file are not known");
 }
 
-struct LimitRow {
+struct JudgedLimit {
     const char* what;
     const char* unit;  // of several: with the s at the front of the rest
     const char* unitRest;
@@ -101,7 +101,7 @@ struct LimitRow {
     Asked (*asked)(const TrackFacts& facts, const Limits& limits);
 };
 
-constexpr auto kLimits = std::to_array<LimitRow>({
+constexpr auto kLimits = std::to_array<JudgedLimit>({
         {"blocks", "block", "s a picture", &Limits::blockCount, blocks},
         {"blocks a second", "block", "s a second", &Limits::blocksPerSecond, blockRates},
         {"frame rate", "frame", "s a second", &Limits::frameRate, frameRates},
@@ -111,9 +111,9 @@ constexpr auto kLimits = std::to_array<LimitRow>({
 
 bool isAnyKnown(const Limits& limits) {
     return limits.width || limits.height || !limits.sampleRates.empty() ||
-           !limits.profileLevels.empty() || std::ranges::any_of(kLimits, [&](const LimitRow& row) {
-               return bool(limits.*row.range);
-           });
+           !limits.profileLevels.empty() ||
+           std::ranges::any_of(kLimits,
+                               [&](const JudgedLimit& row) { return bool(limits.*row.range); });
 }
 
 void judgeSize(const TrackFacts& facts, const Limits& limits, Judgement& judgement) {
@@ -147,7 +147,7 @@ void judgeSize(const TrackFacts& facts, const Limits& limits, Judgement& judgeme
             {"size", asked, listed(taken) + (limits.canSwapSides ? " or turned" : ""), excess});
 }
 
-void judgeNumber(const LimitRow& row, const TrackFacts& facts, const Limits& limits,
+void judgeNumber(const JudgedLimit& row, const TrackFacts& facts, const Limits& limits,
                  Judgement& judgement) {
     const std::optional<Range>& range = limits.*row.range;
     if (!range) return;
@@ -207,7 +207,7 @@ Judgement judge(const TrackFacts& facts, const Decoder& decoder) {
     }
     judgeProfile(facts, decoder, judgement);
     judgeSize(facts, limits, judgement);
-    for (const LimitRow& each : kLimits) judgeNumber(each, facts, limits, judgement);
+    for (const JudgedLimit& each : kLimits) judgeNumber(each, facts, limits, judgement);
     judgeSampleRate(facts, limits, judgement);
     return judgement;
 }

@@ -12,7 +12,6 @@ namespace {
 constexpr std::string_view kMediaType = "Media type '";
 constexpr std::string_view kProfileLevels = "profile/levels:";
 constexpr std::string_view kAliases = "aliases:";
-constexpr size_t kMaxAliases = 16;
 
 // What stands between the first pair of quotes, of either kind.
 std::string_view quotedPart(std::string_view text) {

@@ -20,7 +20,6 @@ using pugi::xml_node;
 
 constexpr size_t kMaxSteps = 1'000'000;  // elements, and comparisons of names
 constexpr size_t kMaxFiles = 256;
-constexpr size_t kMaxAliases = 16;
 constexpr int kMaxDepth = 16;
 
 std::string tagOf(const xml_node& node) {

@@ -34,7 +34,7 @@ bool isHeif(const MediaFile& file) {
     return file.majorBrand == "heic" || file.majorBrand == "heix" || file.majorBrand == "mif1";
 }
 
-struct Row {
+struct ContainerRow {
     std::string_view format;
     bool (*applies)(const MediaFile&);
     Container container;
@@ -43,7 +43,7 @@ struct Row {
 // The first row that fits counts. Elementary streams have none, but for those that the library
 // treats as files.
 // clang-format off
-constexpr auto kRows = std::to_array<Row>({
+constexpr auto kContainers = std::to_array<ContainerRow>({
     {"avi",      always,   {kFileKindAvi,      nullptr,                                  kWholeFrames}},
     {"matroska", always,   {kFileKindMatroska, nullptr,                                  kWholeFrames}},
     {"asf",      always,   {kFileKindAsf,      nullptr,                                  kWholeFrames}},
@@ -76,9 +76,10 @@ constexpr auto kRows = std::to_array<Row>({
 }  // namespace
 
 Container containerOf(const MediaFile& file) {
-    const auto found = std::ranges::find_if(
-            kRows, [&](const Row& row) { return row.format == file.format && row.applies(file); });
-    return found != kRows.end() ? found->container : Container{};
+    const auto found = std::ranges::find_if(kContainers, [&](const ContainerRow& row) {
+        return row.format == file.format && row.applies(file);
+    });
+    return found != kContainers.end() ? found->container : Container{};
 }
 
 }  // namespace inspect

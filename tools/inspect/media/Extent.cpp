@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr int kMaxElements = 1 << 16;  // of a file that is made of tiny ones
+constexpr int kMaxFileElements = 1 << 16;  // of a file that is made of tiny ones
 
 // All ones: what writes on and on leaves it so.
 uint64_t orUnknown(uint64_t size, size_t sizeBytes) {
@@ -66,7 +66,7 @@ constexpr Id kAsf[] = {
         {"\xF8\x03\xB1\xFE", "media index object"},    {"\xD0\x3F\xB7\x3C", "time code object"}};
 
 // What files of a format are made of at the outermost.
-struct Row {
+struct Layout {
     std::string_view format;
     std::string_view element;
     uint64_t (*size)(ByteCursor&);  // kUnknownSize: up to the end; null: only a decoder knows
@@ -81,7 +81,7 @@ struct Row {
 };
 
 // clang-format off
-constexpr auto kRows = std::to_array<Row>({
+constexpr auto kLayouts = std::to_array<Layout>({
     // format     element       size       at  more  ids         at  begin  0 = ?  padded  slack
     {"mov",       "box",        boxSize,   0,  0,    {},         4},
     {"avi",       "RIFF chunk", little<4>, 4,  8,    kRiff,      0,  0,     true,  true},
@@ -99,18 +99,18 @@ constexpr auto kRows = std::to_array<Row>({
     {"mpeg",      "packet",     nullptr},
 });
 // clang-format on
-constexpr Row kFrames = {"", "frame", nullptr};
+constexpr Layout kFrames = {"", "frame", nullptr};
 constexpr auto kOfFrames = std::to_array<std::string_view>(
         {"mp3", "aac", "ac3", "eac3", "dts", "flac", "amr", "h264", "hevc", "m4v", "mpegvideo"});
 
-const Row* rowOf(std::string_view format) {
-    const auto row = std::ranges::find(kRows, format, &Row::format);
-    if (row != kRows.end()) return &*row;
+const Layout* layoutOf(std::string_view format) {
+    const auto row = std::ranges::find(kLayouts, format, &Layout::format);
+    if (row != kLayouts.end()) return &*row;
     return std::ranges::count(kOfFrames, format) > 0 ? &kFrames : nullptr;
 }
 
 // Empty when no element begins so.
-std::string nameOf(const Row& row, const std::string& id) {
+std::string nameOf(const Layout& row, const std::string& id) {
     if (row.ids.empty()) {
         const bool isText = std::ranges::all_of(id, [](char c) { return c >= ' ' && c < 127; });
         return isText ? "the '" + id + "' " + std::string(row.element) : std::string();
@@ -127,7 +127,7 @@ struct Element {
     bool isCut = false;      // inside its header
 };
 
-Element readElement(const Row& row, Bytes bytes) {
+Element readElement(const Layout& row, Bytes bytes) {
     ByteCursor atId(bytes);
     atId.skip(row.idOffset);
     const Bytes id = atId.take(4);
@@ -146,13 +146,13 @@ std::string lack(const std::string& name, uint64_t missing, uint64_t sizeBytes) 
 }
 
 // Goes over the elements. What it leaves behind its end begins with none.
-Extent walk(const Row& row, const InputFile& file) {
+Extent walk(const Layout& row, const InputFile& file) {
     constexpr uint64_t kLeastJunk = 128;  // of the size of an old tag; less is of no interest
     Extent whole = {.end = file.size()};
     const auto fileSize = static_cast<uint64_t>(file.size());
     std::array<uint8_t, 282> bytes;  // enough for an Ogg page's lacing
     uint64_t offset = row.begin;
-    for (int count = 0; count < kMaxElements && (count == 0 || offset < fileSize); count++) {
+    for (int count = 0; count < kMaxFileElements && (count == 0 || offset < fileSize); count++) {
         const int64_t got = file.readAt(static_cast<int64_t>(offset), bytes);
         const auto [name, sizeBytes, isCut] = readElement(
                 row, Bytes(bytes).first(static_cast<size_t>(std::max<int64_t>(got, 0))));
@@ -233,7 +233,7 @@ Fill findFill(const InputFile& file) {
 
 Extent measure(std::string_view format, const InputFile& file, const Fill& fill) {
     constexpr int64_t kLeastFill = 64 << 10;  // more than a frame of silence ends in
-    const Row* row = rowOf(format);
+    const Layout* row = layoutOf(format);
     if (row == nullptr) return {.end = file.size()};
     const bool hasElements = row->size != nullptr;
     const bool isFilled = file.size() - fill.begin >= kLeastFill;

@@ -20,14 +20,14 @@ constexpr int64_t kMaxRead = 32 << 20;
 constexpr size_t kMaxNotes = 8;
 
 // What a stream's first packet and its comment header begin with, and where the comments follow.
-struct Codec {
+struct OggCodec {
     std::string_view name;
     std::string_view head;
     std::string_view mark;
     size_t headerSize;
 };
 // FLAC has the header of a metadata block, the last one or not (RFC 9639 10.1).
-constexpr auto kCodecs = std::to_array<Codec>({
+constexpr auto kOggCodecs = std::to_array<OggCodec>({
         {"Vorbis", "\x01vorbis"sv, "\x03vorbis"sv, 7},
         {"Opus", "OpusHead"sv, "OpusTags"sv, 8},
         {"Theora", "\x80theora"sv, "\x81theora"sv, 7},
@@ -37,11 +37,11 @@ constexpr auto kCodecs = std::to_array<Codec>({
         {"FLAC", "\x7F\x46LAC"sv, "\x84"sv, 4},
 });
 
-struct Stream {
-    explicit Stream(int serial) { ogg_stream_init(&state, serial); }
-    ~Stream() { ogg_stream_clear(&state); }
-    Stream(const Stream&) = delete;
-    Stream& operator=(const Stream&) = delete;
+struct OggStream {
+    explicit OggStream(int serial) { ogg_stream_init(&state, serial); }
+    ~OggStream() { ogg_stream_clear(&state); }
+    OggStream(const OggStream&) = delete;
+    OggStream& operator=(const OggStream&) = delete;
 
     ogg_stream_state state{};
     std::string_view codec;  // by its first packet
@@ -107,7 +107,7 @@ private:
         if (!mAreAllBegun && mStreams.size() < kMaxStreams) mStreams.try_emplace(serial, serial);
         const auto found = mStreams.find(serial);
         if (found == mStreams.end() || found->second.isDone) return;
-        Stream& stream = found->second;
+        OggStream& stream = found->second;
         ogg_stream_pagein(&stream.state, &page);
         ogg_packet packet{};
         while (!stream.isDone) {
@@ -120,17 +120,17 @@ private:
         }
     }
 
-    void takePacket(Stream& stream, Bytes packet) {
+    void takePacket(OggStream& stream, Bytes packet) {
         constexpr size_t kLongestMark = 8;
         const Bytes begin = packet.first(std::min(packet.size(), kLongestMark));
         const std::string text(begin.begin(), begin.end());
         const bool isFirst = stream.codec.empty();
-        const auto found = std::ranges::find_if(kCodecs, [&](const Codec& each) {
+        const auto found = std::ranges::find_if(kOggCodecs, [&](const OggCodec& each) {
             if (isFirst) return text.starts_with(each.head);
             return each.name == stream.codec && text.starts_with(each.mark) &&
                    packet.size() >= each.headerSize;
         });
-        const bool isKnown = found != kCodecs.end();
+        const bool isKnown = found != kOggCodecs.end();
         stream.isDone = !isFirst || !isKnown;
         if (isFirst && isKnown) stream.codec = found->name;
         if (isFirst) return;
@@ -144,7 +144,7 @@ private:
 
     const InputFile& mFile;
     ogg_sync_state mSync{};
-    std::map<int, Stream> mStreams;
+    std::map<int, OggStream> mStreams;
     CommentHeaders mHeaders;
     int64_t mRead = 0;
     int64_t mOffset = 0;  // of the page at hand

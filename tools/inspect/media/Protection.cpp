@@ -80,7 +80,7 @@ std::optional<Protection> readEntries(const InputFile& file, int track) {
     return {};
 }
 
-const char* tagOf(const AVDictionary* dictionary, const char* key) {
+const char* metadataOf(const AVDictionary* dictionary, const char* key) {
     const AVDictionaryEntry* entry = av_dict_get(dictionary, key, nullptr, 0);
     return entry != nullptr ? entry->value : nullptr;
 }
@@ -93,17 +93,17 @@ std::string keyIdOf(const char* text) {
 }
 
 std::optional<Protection> readMatroskaTags(const AVStream& stream) {
-    const char* key = tagOf(stream.metadata, "enc_key_id");
+    const char* key = metadataOf(stream.metadata, "enc_key_id");
     if (key == nullptr) return {};
     return Protection{"Matroska ContentEncryption", keyIdOf(key)};
 }
 
 // Of the file as a whole.
 std::optional<Protection> readAsfTags(const AVFormatContext& context) {
-    const char* type = tagOf(context.metadata, "ASF_Protection_Type");
-    if (type == nullptr) type = tagOf(context.metadata, "encryption");
+    const char* type = metadataOf(context.metadata, "ASF_Protection_Type");
+    if (type == nullptr) type = metadataOf(context.metadata, "encryption");
     if (type == nullptr) return {};
-    return Protection{type, keyIdOf(tagOf(context.metadata, "ASF_Key_ID"))};
+    return Protection{type, keyIdOf(metadataOf(context.metadata, "ASF_Key_ID"))};
 }
 
 }  // namespace

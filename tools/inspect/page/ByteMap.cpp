@@ -7,7 +7,7 @@ namespace inspect {
 namespace {
 
 constexpr size_t kMaxMapBytes = 4096;
-constexpr size_t kMaxRows = 600;
+constexpr size_t kMaxRecordRows = 600;
 constexpr size_t kBytesALine = 16;
 constexpr size_t kColours = 4;
 constexpr unsigned kDeepest = 8;
@@ -31,7 +31,7 @@ class MapView {
 public:
     explicit MapView(const Record& record) : mRecord(record) {
         mClauses.push_back({0, record.clause});
-        const size_t count = std::min(record.rows.size(), kMaxRows);
+        const size_t count = std::min(record.rows.size(), kMaxRecordRows);
         for (size_t i = 0; i < count; i++) add(record.rows[i]);
         addLines();
         mRowsLeft = record.rows.size() - count;

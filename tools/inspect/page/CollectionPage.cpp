@@ -11,7 +11,7 @@
 namespace inspect {
 namespace {
 
-constexpr size_t kMaxRows = 100'000;
+constexpr size_t kMaxFileRows = 100'000;
 constexpr size_t kGroup = 50;  // rows that are drawn only when one is in sight
 constexpr size_t kMaxSources = 20;
 constexpr std::string_view kRowsMark = "<!--rows-->";  // which no escaped text holds
@@ -128,7 +128,7 @@ CollectionPage::CollectionPage(const CollectionOptions& options, const Scope& sc
 }
 
 void CollectionPage::add(const FileRow& row) {
-    if (mShownRows == kMaxRows) return;
+    if (mShownRows == kMaxFileRows) return;
     if (mShownRows > 0 && mShownRows % kGroup == 0) mRowsHtml += "</tbody>\n<tbody>\n";
     mShownRows++;
     mRowsHtml.append("<tr>").append(cellHtml(escapedHtml(row.path), "th"));

@@ -19,7 +19,7 @@ extern "C" {
 namespace inspect {
 namespace {
 
-using kainjow::mustache::data;
+using TemplateData = kainjow::mustache::data;
 using kainjow::mustache::mustache;
 
 std::string textOf(std::string_view name) {
@@ -28,19 +28,20 @@ std::string textOf(std::string_view name) {
     return std::string(file->text);
 }
 
-data dataOf(const Json& json) {
-    if (json.is_null()) return data(data::type::bool_false);
+TemplateData dataOf(const Json& json) {
+    if (json.is_null()) return TemplateData(TemplateData::type::bool_false);
     if (json.is_boolean()) {
-        return data(json.get<bool>() ? data::type::bool_true : data::type::bool_false);
+        return TemplateData(json.get<bool>() ? TemplateData::type::bool_true
+                                             : TemplateData::type::bool_false);
     }
-    if (json.is_string()) return data(visible(json.get_ref<const std::string&>()));
+    if (json.is_string()) return TemplateData(visible(json.get_ref<const std::string&>()));
     if (json.is_array()) {
-        data list(data::type::list);
+        TemplateData list(TemplateData::type::list);
         for (const Json& each : json) list.push_back(dataOf(each));
         return list;
     }
-    if (!json.is_object()) return data(json.dump());
-    data object(data::type::object);
+    if (!json.is_object()) return TemplateData(json.dump());
+    TemplateData object(TemplateData::type::object);
     for (const auto& [key, value] : json.items()) object.set(key, dataOf(value));
     return object;
 }

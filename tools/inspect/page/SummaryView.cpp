@@ -9,7 +9,7 @@
 namespace inspect {
 namespace {
 
-constexpr size_t kMaxRows = 100;
+constexpr size_t kMaxNames = 100;
 constexpr FilePlay kFilePlays[] = {FilePlay::kPlays, FilePlay::kPlaysInPart, FilePlay::kDoesNotPlay,
                                    FilePlay::kNoParser, FilePlay::kUnreadable};
 // From these shares on a number and a word have room in a bar.
@@ -70,7 +70,7 @@ Json splitView(int64_t good, int64_t bad, int64_t most) {
 // The keys that count most, each with a cell a device.
 Json rowsView(const Summary& summary, const std::vector<std::string>& keys, const auto& cell) {
     Json rows = Json::array();
-    for (size_t i = 0; i < std::min(keys.size(), kMaxRows); i++) {
+    for (size_t i = 0; i < std::min(keys.size(), kMaxNames); i++) {
         Json cells = Json::array();
         for (size_t device = 0; device < summary.devices.size(); device++) {
             cells.push_back(cell(keys[i], device));
@@ -137,7 +137,7 @@ Json summaryView(const Summary& summary) {
     const std::vector<std::string> codecs = codecsOf(summary);
     const std::vector<std::string> errors = summary.errors.keys();
     Json errorRows = Json::array();
-    for (size_t i = 0; i < std::min(errors.size(), kMaxRows); i++) {
+    for (size_t i = 0; i < std::min(errors.size(), kMaxNames); i++) {
         errorRows.push_back(
                 {{"text", errors[i]}, {"count", countText(summary.errors.at(errors[i], 0))}});
     }
@@ -150,10 +150,10 @@ Json summaryView(const Summary& summary) {
             {"verdicts", verdictsView(summary, summary.trackVerdicts.keys())},
             {"hasTracks", !summary.trackVerdicts.rows().empty()},
             {"codecs", codecsView(summary, codecs)},
-            {"moreCodecs", moreThan(kMaxRows, codecs.size(), "codecs")},
+            {"moreCodecs", moreThan(kMaxNames, codecs.size(), "codecs")},
             {"errors", errorRows},
             {"hasErrors", !errors.empty()},
-            {"moreErrors", moreThan(kMaxRows, errors.size(), "of them")}};
+            {"moreErrors", moreThan(kMaxNames, errors.size(), "of them")}};
 }
 
 }  // namespace inspect

@@ -9,7 +9,7 @@
 namespace inspect {
 namespace {
 
-constexpr size_t kMaxRows = 200;
+constexpr size_t kMaxEntries = 200;
 constexpr size_t kMaxHexDigits = 128;
 
 std::string valueText(const Json& value) {
@@ -111,7 +111,7 @@ std::string devicesHtml(const Json& devices) {
 std::string keysHtml(const Json& keys, const std::string& title) {
     Json rows = Json::array();
     for (const auto& [key, value] : keys.items()) {
-        if (rows.size() == kMaxRows) break;
+        if (rows.size() == kMaxEntries) break;
         rows.push_back({{"key", key}, {"type", value["type"]}, {"value", valueText(value)}});
     }
     return fillIn(
@@ -122,7 +122,7 @@ std::string keysHtml(const Json& keys, const std::string& title) {
 std::string logHtml(const Json& log) {
     constexpr std::string_view kLetters = "??VDIWEF";
     Json lines = Json::array();
-    for (const Json& line : firstOf(log, kMaxRows)) {
+    for (const Json& line : firstOf(log, kMaxEntries)) {
         const auto priority = static_cast<size_t>(std::clamp(line["priority"].get<int>(), 0, 7));
         lines.push_back(std::string(1, kLetters[priority]) + "/" + line["tag"].get<std::string>() +
                         ": " + shortened(line["text"].get<std::string>()));
@@ -136,7 +136,7 @@ std::string logHtml(const Json& log) {
 Json tagView(const Tag& tag, const Json& json, Room& room) {
     std::string names;
     for (const std::string& name : tag.names) {
-        if (names.size() > kMaxRows) break;
+        if (names.size() > kMaxEntries) break;
         names.append(names.empty() ? "" : " ").append(toUtf8(name));
     }
     return {{"kind", json["kind"]},
@@ -145,7 +145,7 @@ Json tagView(const Tag& tag, const Json& json, Room& room) {
             {"picture", pictureView(tag, room)},
             {"names", presentText(shortened(names))},
             {"count", tag.names.size()},
-            {"notes", firstOf(json["notes"], kMaxRows)},
+            {"notes", firstOf(json["notes"], kMaxEntries)},
             {"keysHtml", keysHtml(json["keys"], "Keys stored of it")},
             {"logHtml", logHtml(json["log"])}};
 }

@@ -21,7 +21,7 @@ Elements sameNamed(Elements elements) {
 }
 
 // "flag[0..31]"
-std::string nameOf(Elements same) {
+std::string sharedName(Elements same) {
     const std::string& first = same.front().name;
     const std::string& last = same.back().name;
     if (first == last) return first;
@@ -93,7 +93,7 @@ private:
             number = number << 1 | (each.value != 0 ? 1u : 0u);
         }
         const bool isNumber = !digits.empty() && digits.size() <= 64;
-        mOut.known(nameOf(same), bits, digits, isNumber ? std::optional(number) : std::nullopt);
+        mOut.known(sharedName(same), bits, digits, isNumber ? std::optional(number) : std::nullopt);
     }
 
     Annotator& mOut;

@@ -127,8 +127,6 @@ std::string fileWord(const std::string& path) {
     return path.starts_with('-') || path.find(':') != path.npos ? "file:" + path : path;
 }
 
-constexpr bool kHasWholeFrames = true;
-
 // A command in the making, and what will come of it.
 class Plan {
 public:

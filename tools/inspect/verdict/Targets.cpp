@@ -196,7 +196,6 @@ void limitBitRate(const std::optional<Range>& taken, Target& target) {
 }
 
 bool takes(const PretendedDevice& device, Target& target) {
-    constexpr bool kHasWholeFrames = true;
     const TrackFacts facts = factsOf(target.stream, {});
     const Verdict verdict = judge(target.stream, kHasWholeFrames, facts, {}, device);
     if (!plays(verdict.play)) return false;

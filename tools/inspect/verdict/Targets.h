@@ -12,6 +12,9 @@
 
 namespace inspect {
 
+// What is converted arrives in whole frames.
+inline constexpr bool kHasWholeFrames = true;
+
 struct Target {
     std::vector<std::string> options;  // of ffmpeg, each for one output stream: "-c", "libx264"
     std::string words;                 // "H.264 High 4.0, 1280x720"
