@@ -5,6 +5,7 @@
 #include <arpa/inet.h>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/mman.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -32,9 +33,9 @@ struct Shared {
 Shared& shared = *new (mmap(nullptr, sizeof(Shared), PROT_READ | PROT_WRITE,
                             MAP_SHARED | MAP_ANONYMOUS, -1, 0)) Shared;
 
-constexpr std::array kTroubles{"crash", "leave",   "hang",    "hungry", "outlaw",
-                               "kill",  "read",    "ask",     "write",  "connect",
-                               "fork",  "execute", "signals", "load",   "inherit"};
+constexpr std::array kTroubles{"crash",   "leave", "hang",    "hungry",  "outlaw", "kill",
+                               "read",    "ask",   "write",   "connect", "fork",   "execute",
+                               "signals", "load",  "inherit", "drops",   "boast"};
 
 // In a worker.
 int received = -1;
@@ -70,6 +71,15 @@ bool hasMoreOpen() {
     return false;
 }
 
+// The worker's socket gets the head of an answer, and then a byte after each pause.
+[[noreturn]] void answerWith(uint32_t size, int pauseMs) {
+    constexpr int kSocket = 3;
+    const std::array<uint32_t, 2> head{size, 0};
+    if (write(kSocket, head.data(), sizeof head) != sizeof head) _exit(98);
+    while (write(kSocket, "", 1) == 1) poll(nullptr, 0, pauseMs);
+    _exit(98);
+}
+
 // Returns whether something was done that a worker may not.
 bool doAs(const std::string& name) {
     if (name == "crash") raise(SIGSEGV);
@@ -80,6 +90,8 @@ bool doAs(const std::string& name) {
     // Once, as somebody else would.
     if (name == "kill" && !std::exchange(shared.isKilled, true)) raise(SIGKILL);
     if (name == "outlaw") raise(SIGKILL);
+    if (name == "drops") answerWith(1'000, 200);
+    if (name == "boast") answerWith(1U << 30, 1);
     if (name == "read") return open("/etc/passwd", O_RDONLY | O_CLOEXEC) >= 0;
     if (name == "ask") return access("/etc/passwd", F_OK) == 0;
     if (name == "write") return open("/tmp", O_WRONLY | O_TMPFILE | O_CLOEXEC, 0600) >= 0;
