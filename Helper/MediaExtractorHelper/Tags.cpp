@@ -50,7 +50,7 @@ constexpr auto kCommentRows = std::to_array<CommentRow>({
 });
 // clang-format on
 
-char lowerCase(char character) {
+constexpr char lowerCase(char character) {
     const bool isUpper = character >= 'A' && character <= 'Z';
     return isUpper ? static_cast<char>(character - 'A' + 'a') : character;
 }
@@ -137,7 +137,9 @@ status_t MediaExtractorHelper::parseID3GaplessInfo(DataSourceHelper* source, boo
 
 void MediaExtractorHelper::parseVorbisComment(AMediaFormat* fileMeta, const char* comment,
                                               size_t commentLength) {
+    const char initial = lowerCase(*comment);  // tells most rows apart
     for (const CommentRow& row : kCommentRows) {
+        if (lowerCase(row.name.front()) != initial) continue;
         if (const char* value = valueOf(comment, row.name)) {
             store(fileMeta, row, value, commentLength);
         }
