@@ -1,12 +1,9 @@
 #include "inspect/collection/Collection.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <csignal>
-#include <cstring>
 #include <deque>
 #include <iostream>
 #include <optional>
@@ -20,6 +17,7 @@
 #include "inspect/collection/Pool.h"
 #include "inspect/collection/RunProgress.h"
 #include "inspect/collection/Sandbox.h"
+#include "inspect/collection/Signals.h"
 #include "inspect/collection/Worker.h"
 #include "inspect/report/Outcome.h"
 #include "zrcodecparser/MediaDefs.h"
@@ -32,64 +30,6 @@ using namespace std::chrono_literals;
 // What has come is kept until all before it has: so many files, and so many bytes.
 constexpr size_t kMaxWaiting = 1 << 14;
 constexpr size_t kMaxWaitingBytes = 32 << 20;
-
-// SIGINT and the like, taken only while the pool waits.
-volatile std::sig_atomic_t gSignal = 0;
-
-void noteSignal(int signal) {
-    gSignal = signal;
-}
-
-class Signals {
-public:
-    Signals() {
-        sigemptyset(&mHeld);
-        for (const int signal : kAll) {
-            struct sigaction action {};
-            sigaction(signal, nullptr, &action);
-            if (action.sa_handler != SIG_DFL) continue;
-            sigaddset(&mHeld, signal);
-            action.sa_handler = noteSignal;
-            action.sa_flags = 0;
-            sigaction(signal, &action, nullptr);
-        }
-        sigprocmask(SIG_BLOCK, &mHeld, &mFormer);
-    }
-    ~Signals() {
-        for (const int signal : kAll) {
-            if (sigismember(&mHeld, signal) == 1) std::signal(signal, SIG_DFL);
-        }
-        sigprocmask(SIG_SETMASK, &mFormer, nullptr);
-    }
-    Signals(const Signals&) = delete;
-    Signals& operator=(const Signals&) = delete;
-
-    const sigset_t& whileWaiting() const { return mFormer; }
-
-private:
-    static constexpr int kAll[] = {SIGHUP, SIGINT, SIGTERM};
-    sigset_t mHeld{};
-    sigset_t mFormer{};
-};
-
-// Why nobody should open it; empty when it is a file.
-std::string whyNoFile(const ListedFile& file, struct stat& status) {
-    if (!file.error.empty()) return file.error;
-    if (file.path == "-") return "standard input is not one of many files";
-    if (stat(file.path.c_str(), &status) != 0) return std::strerror(errno);
-    if (S_ISFIFO(status.st_mode)) return "is a pipe, for which nobody waits among many files";
-    return S_ISREG(status.st_mode) ? "" : "is not a regular file";
-}
-
-// Of what is found in a folder: no file, or none that holds anything and is not called like media.
-bool isOther(const ListedFile& file, const struct stat& status) {
-    if (!file.isFound || !file.error.empty()) return false;
-    if (status.st_mode != 0 && !S_ISREG(status.st_mode)) return true;
-    const bool isEmpty = status.st_mode != 0
-                                 ? status.st_size == 0
-                                 : access(file.path.c_str(), F_OK) != 0 && errno == ENOENT;
-    return isEmpty && !isExpectedToPlay(file.path);
-}
 
 // Whoever writes to the file right now is not done.
 bool hasChanged(const std::string& path, int64_t sizeBytes, int64_t nanoseconds) {
@@ -344,7 +284,7 @@ void Run::sayWhereToGoOn() const {
 
 void Run::lookAtAll(const sigset_t& whileWaiting) {
     bool isMore = true;
-    while (gSignal == 0 && mCanPrint) {
+    while (Signals::caught() == 0 && mCanPrint) {
         while (isMore && !hasEnoughWaiting() && mPool.hasRoom()) isMore = takeNext();
         while (mCanPrint && !mWaiting.empty() &&
                (mWaiting.front().isNoMatter || !mWaiting.front().text.empty())) {
@@ -360,15 +300,15 @@ void Run::lookAtAll(const sigset_t& whileWaiting) {
     }
     mProgress.hide();
     if (mDatabase) mDatabase->commit();
-    if (gSignal != 0) sayWhereToGoOn();
+    if (Signals::caught() != 0) sayWhereToGoOn();
 }
 
 // When all is written and said, a signal ends it at once.
 Ending Run::go() {
     lookAtAll(Signals().whileWaiting());
-    if (mCanPrint) sum(gSignal == 0 && mOptions.skip == 0);
+    if (mCanPrint) sum(Signals::caught() == 0 && mOptions.skip == 0);
     if (!mCanPrint) mEnding.isComplete = mEnding.isWhole = false;
-    if (gSignal != 0) raise(gSignal);
+    if (Signals::caught() != 0) raise(Signals::caught());
     return std::move(mEnding);
 }
 

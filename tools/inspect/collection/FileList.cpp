@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "inspect/base/InputFile.h"
+#include "inspect/report/Outcome.h"
 
 namespace inspect {
 namespace {
@@ -76,6 +77,23 @@ std::optional<ListedFile> FileList::next() {
         if (!entry.isFolder) return std::move(entry.file);
         enter(entry.file.path);
     }
+}
+
+std::string whyNoFile(const ListedFile& file, struct stat& status) {
+    if (!file.error.empty()) return file.error;
+    if (file.path == "-") return "standard input is not one of many files";
+    if (stat(file.path.c_str(), &status) != 0) return std::strerror(errno);
+    if (S_ISFIFO(status.st_mode)) return "is a pipe, for which nobody waits among many files";
+    return S_ISREG(status.st_mode) ? "" : "is not a regular file";
+}
+
+bool isOther(const ListedFile& file, const struct stat& status) {
+    if (!file.isFound || !file.error.empty()) return false;
+    if (status.st_mode != 0 && !S_ISREG(status.st_mode)) return true;
+    const bool isEmpty = status.st_mode != 0
+                                 ? status.st_size == 0
+                                 : access(file.path.c_str(), F_OK) != 0 && errno == ENOENT;
+    return isEmpty && !isExpectedToPlay(file.path);
 }
 
 }  // namespace inspect

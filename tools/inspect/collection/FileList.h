@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <sys/stat.h>
+
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -23,6 +25,12 @@ struct ListedFile {
     bool isFound = false;  // in a folder, and not named by anybody
     std::string error;     // not empty: what it is cannot be told
 };
+
+// Why nobody should open it; empty when it is a file. Fills in the status of what is there.
+std::string whyNoFile(const ListedFile& file, struct stat& status);
+
+// Of what is found in a folder: no file, or none that holds anything and is not called like media.
+bool isOther(const ListedFile& file, const struct stat& status);
 
 class FileList {
 public:
