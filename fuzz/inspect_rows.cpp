@@ -119,8 +119,9 @@ std::vector<std::string> partsOf(const std::string& text, char end) {
     return parts;
 }
 
-// The same run once more changes nothing.
+// The same run once more changes nothing. What begins like a database is taken for one.
 void checkLines(const std::string& text) {
+    if (text.starts_with(std::string_view("SQLite format 3", 16))) return;
     std::vector<FileRow> rows;
     for (const std::string& each : partsOf(text, '\n')) {
         if (const auto row = read(Json::parse(each, nullptr, false))) rows.push_back(*row);

@@ -271,7 +271,8 @@ void forEachStored(const std::string& path, const RowReader& reader) {
 }
 
 bool isDatabase(const InputFile& file) {
-    constexpr std::string_view kMark = "SQLite format 3";
+    using namespace std::string_view_literals;
+    constexpr std::string_view kMark = "SQLite format 3\0"sv;  // SQLite, Database File Format 1.3.1
     std::array<uint8_t, kMark.size()> head;
     return file.readAt(0, head) == int64_t{kMark.size()} &&
            std::string_view(reinterpret_cast<const char*>(head.data()), head.size()) == kMark;
