@@ -41,7 +41,7 @@ struct Boxes {
             }
             const bool isLarge = size == 1;
             const size_t left = file.size() - end;
-            isCut = left < (isLarge ? 16 : 8);
+            isCut = left < 8 || (isLarge && !isOdd && left < 16);
             if (isCut) break;
             if (isLarge) size = uint64_t{fuzz::take(rest, 4)} << 32 | fuzz::take(rest, 4);
             isOdd = isOdd || (size < (isLarge ? 16 : 8) && size != 0);
