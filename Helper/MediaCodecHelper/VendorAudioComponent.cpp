@@ -66,6 +66,10 @@ constexpr auto kRaFields = std::to_array<omx::Field>({
 });
 // clang-format on
 
+static_assert(omx::areApart(kAlacFields, kAlacSize));
+static_assert(omx::areApart(kWmaFields, kWmaSize));
+static_assert(omx::areApart(kRaFields, kRaSize));
+
 auto readAlac(const AMessage& message) {
     return omx::readFields(kAlacFields, message);
 }

@@ -1,5 +1,6 @@
 #include "Helper/csd/WmaExtraData.h"
 
+#include <algorithm>
 #include <array>
 
 #include "zrcodecparser/CodecType.h"
@@ -47,6 +48,10 @@ constexpr auto kLayouts = std::to_array<WmaLayout>({
 // clang-format on
 
 static_assert(kLayouts.size() == kCodecTypeWmaVoice - kCodecTypeWmaV1 + 1);
+static_assert(std::ranges::all_of(kLayouts, [](const WmaLayout& layout) {
+    return std::ranges::all_of(
+            layout.fields, [](size_t size) { return size == 2 || size == 4; }, &WmaField::size);
+}));
 
 }  // namespace
 

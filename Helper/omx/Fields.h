@@ -71,6 +71,23 @@ inline constexpr size_t kNotSent = 0;
 
 template <size_t kCount>
 using Fields = std::array<Field, kCount>;
+
+// Whether the fields are numbers of 16 or 32 bits within a structure, and no two of a version share
+// a byte.
+template <size_t kCount>
+constexpr bool areApart(const Fields<kCount>& fields, size_t structureSize) {
+    for (const Field& field : fields) {
+        if (field.width == kNotSent) continue;
+        if (field.width != 2 && field.width != 4) return false;
+        if (field.offset + field.width > structureSize) return false;
+        for (const Field& other : fields) {
+            const bool meet = other.offset < field.offset + field.width &&
+                              field.offset < other.offset + other.width;
+            if (&other != &field && meet && (field.versions & other.versions) != 0) return false;
+        }
+    }
+    return true;
+}
 template <size_t kCount>
 using Values = std::array<Value, kCount>;  // of the fields, in their order
 
