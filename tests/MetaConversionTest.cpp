@@ -162,7 +162,9 @@ TEST(MetaConversion, EachRowTakesValuesOfItsType) {
                     typeOfOthers = code(type);
                     EXPECT_EQ(MediaCodecHelper::ZRCodeConvertMetaDataToMessage(meta, &message), 0);
                     typeOfOthers = 0;
-                    EXPECT_EQ(valueIn(message, kind == kCodecData ? "csd-0" : key), expected)
+                    EXPECT_EQ(valueIn(message, key), kind == kCodecData ? Value() : expected)
+                            << key << " from type " << value.index();
+                    EXPECT_EQ(valueIn(message, "csd-0"), kind == kCodecData ? expected : Value())
                             << key << " from type " << value.index();
                 }
                 EXPECT_EQ(MediaCodecHelper::ZRCodeConvertMessageToMetaData(own, back), 0);
@@ -209,10 +211,10 @@ TEST(MetaConversion, CodecDataLookedFor) {
         EXPECT_EQ(size, last) << "as before, or untouched";
 
         last = (last + 1) % 4;
-        put(Bytes(last, 'c'), *meta, code(next), *message,
+        put(Bytes(last, static_cast<uint8_t>(*next)), *meta, code(next), *message,
             MediaCodecHelper::getMsgKey(static_cast<int>(code(next))));
         EXPECT_EQ(MediaCodecHelper::ZRgetCodecSpecificData(meta, data, size), 0);
-        EXPECT_EQ(size, last) << next;
+        EXPECT_EQ(std::string(static_cast<const char*>(data), size), std::string(last, *next));
         EXPECT_EQ(MediaCodecHelper::ZRgetCodecSpecificData(message)->size(), last) << next;
     }
 }

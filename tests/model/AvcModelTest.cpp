@@ -62,7 +62,7 @@ Bytes randomSps(test::Random& random) {
     bits.u(8, 0x67);
     bits.u(8, random.of({44, 83, 86, 100, 110, 122, 244, 66, 77, 88, 118, 128, random.byte()}));
     bits.u(16, random.any()).ue(random.below(32));
-    for (uint32_t fields = random.below(60); fields > 0; --fields) {
+    for (uint32_t fields = random.below(random.oneIn(4) ? 300 : 60); fields > 0; --fields) {
         if (random.oneIn(3)) bits.u(1, random.any());
         bits.ue(random.oneIn(16) ? random.anyCount() : random.below(random.oneIn(2) ? 4 : 120));
     }

@@ -23,7 +23,7 @@ const auto kTexts = split(
         "album TALB TAL artist TPE1 TP1 albumartist TPE2 TP2 composer TCOM TCM genre TCON TCO "
         "title TIT2 TT2 year TYE TYER author TXT TEXT cdtracknum TRK TRCK discnum TPA TPOS "
         "compilation TCP TCMP");
-const auto kOtherIds = split("COMM COM COMM COM USLT ULT APIC PIC APIC PIC APIC PIC \0WX UL\0T"s);
+const auto kOtherIds = split("COMM COM COMM COM USLT ULT APIC PIC APIC PIC APIC PIC \0WX UM\0U"s);
 
 // What frames are made of: characters of all sizes, byte-order marks, heads of frames.
 const auto kPieces = split(
@@ -131,7 +131,7 @@ void compareFrames(const android::ID3& actual, const Id3Tag& tag, const char* id
 void compareTags(const android::ID3& actual, const Id3Tag& tag, const std::string& mime) {
     ASSERT_EQ(actual.version(), tag.version);
     if (tag.version == 0) return;
-    for (const char* id : {"COMM", "COMMX", "TT2", "ULT", "USLT", "UL", ""})
+    for (const char* id : {"COMM", "COMMX", "TT2", "ULT", "USLT", "UM", ""})
         compareFrames(actual, tag, *id == 0 ? nullptr : id);
     android::String8 type;
     size_t length;

@@ -151,7 +151,7 @@ const Check kChecks[] = {
 
         {R"(fatalOverflow();  // 8 bits)", [](Trial& t) { t.helper->ConvertXto16(t.data(), t.out(), 8, kTop, false); }},
         {R"(checkedMul(samples, 3);)", [](Trial& t) { t.helper->ConvertXto24packed(reinterpret_cast<const float*>(t.out()), t.out(), INT32_MAX, false); }},
-        {R"(checkedMul(samples, 4);  // 32 bits)", [](Trial& t) { t.helper->ConvertXto32(t.data(), t.out(), 32, SIZE_MAX, false); }},
+        {R"(checkedMul(samples, 4);  // 32 bits)", [](Trial& t) { t.helper->ConvertXto32(t.data(), nullptr, 32, SIZE_MAX / 4 + 1, false); }},
         {R"(fatalOverflow();  // 32 bits)", [](Trial& t) { t.helper->ConvertXto32(reinterpret_cast<const uint8_t*>("\0\0\0\x80"), t.out(), 32, 1, false); }},
         {R"(checkedMul(samples, 2))", range(16, 0, SIZE_MAX, to16(8))},
         {R"(checkedSub(buffer->size(), range.offset) < bytes)", range(16, 17, 4, to16(8))},
