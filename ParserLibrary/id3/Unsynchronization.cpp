@@ -60,8 +60,7 @@ void writeFrameHeader(uint8_t* header, size_t dataSize, uint16_t flags) {
     for (unsigned i = 0; i < 4; ++i) {
         header[4 + i] = static_cast<uint8_t>(dataSize >> (7 * (3 - i)) & 0x7F);
     }
-    header[8] = static_cast<uint8_t>(flags >> 8);
-    header[9] = static_cast<uint8_t>(flags);
+    header[9] = static_cast<uint8_t>(flags);  // those that change
 }
 
 // Reads the frames at one cursor and writes them, simpler, at another that is never ahead.
