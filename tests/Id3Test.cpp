@@ -90,7 +90,9 @@ TEST(Id3, WhatUnsynchronisationLeavesBehind) {
 
 // ID3v2.3 3.2: the size of an extended header takes four bytes.
 TEST(Id3, ExtendedHeadersThatDoNotFit) {
-    for (const char* body : {"", "abc"}) EXPECT_FALSE(Parsed(tag(3, 0x40, body)).isValid());
+    for (const std::string& body : {text(""), text("abc"), text("\0\0\0\1")})
+        EXPECT_FALSE(Parsed(tag(3, 0x40, body)).isValid());
+    EXPECT_TRUE(Parsed(tag(3, 0x40, text("\0\0\0\0"))).isValid());
 }
 
 TEST(Id3, UnsynchronisationOnRequest) {
