@@ -95,6 +95,14 @@ TEST(Id3, ExtendedHeadersThatDoNotFit) {
     EXPECT_TRUE(Parsed(tag(3, 0x40, text("\0\0\0\0"))).isValid());
 }
 
+// ID3v2.2 3.2: the third byte of a size is that next to the id.
+TEST(Id3, LargeFramesOfThreeBytes) {
+    const Parsed id3(tag(2, 0, text("TT2\1\0\0") + std::string(0x10000, 'x')));
+    size_t size = 0;
+    EXPECT_NE(ID3::Iterator(id3, "TT2").getData(&size), nullptr);
+    EXPECT_EQ(size, 0x10000u);
+}
+
 TEST(Id3, UnsynchronisationOnRequest) {
     Parsed whole(tag(3, 0, frameV2_3("TIT2", text("\3\xFF\0b"))));
     whole.removeUnsynchronization();

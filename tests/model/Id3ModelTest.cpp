@@ -77,7 +77,8 @@ struct Writer : Random {
         for (uint32_t n = below(7); n > 0; --n) body += frame();
         body = extra + body + std::string(padding, '\0');
         if (unsynchronized && version < 4) body = escaped(body);
-        const uint32_t flags = unsynchronized * 0x80u + !extra.empty() * 0x40u + odd(12, of({2, 0x40}));
+        const uint32_t flags =
+                unsynchronized * 0x80u + !extra.empty() * 0x40u + odd(12, of({2, 0x40}));
         const size_t size = oneIn(60) ? 0x700000 + below(2) : body.size() + odd(15, 3);
         std::string data = "ID3" + bigEndian(version + odd(40, 4), 1) +
                            bigEndian(oneIn(20) ? of({1, 0xfe, 0xff}) : 0, 1) + bigEndian(flags, 1) +
