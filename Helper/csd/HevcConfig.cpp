@@ -76,7 +76,6 @@ std::optional<std::vector<uint8_t>> makeHevcRecord(std::optional<Bytes> vps, Byt
 }
 
 HevcRecordResult HevcParameterSetStream::assign(Bytes record) {
-    mSize = 0;
     if (record.size() < kRecordHeaderSize || record[0] != kConfigurationVersion) {
         return HevcRecordResult::kMalformed;
     }

@@ -40,7 +40,7 @@ enum class HevcRecordResult {
 // record's NAL unit lengths have: a start code where that is 3 or 4, zeros where it is 1 or 2.
 class HevcParameterSetStream {
 public:
-    // Arrays and units that run past the end of the record read as zero there.
+    // Of one record. Arrays and units that run past its end read as zero there.
     HevcRecordResult assign(Bytes record);
     Bytes bytes() const { return Bytes(mBytes).first(mSize); }
 

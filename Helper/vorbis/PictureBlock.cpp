@@ -23,14 +23,13 @@ bool isLink(Bytes mimeType) {
 }  // namespace
 
 std::optional<Bytes> frontCover(Bytes block) {
-    if (block.size() < 8 || base::bigEndianAt(block, 0, 4) != kFrontCover) return std::nullopt;
-    const size_t mimeTypeSize = base::bigEndianAt(block, 4, 4);
-    if (mimeTypeSize > kMaxMimeTypeSize || mimeTypeSize > block.size() - 8) return std::nullopt;
-    if (isLink(block.subspan(8, mimeTypeSize))) return std::nullopt;
-
-    if (block.size() < kFixedSize) return std::nullopt;
+    if (block.size() < kFixedSize || base::bigEndianAt(block, 0, 4) != kFrontCover) {
+        return std::nullopt;
+    }
     size_t left = block.size() - kFixedSize;
-    if (mimeTypeSize > left) return std::nullopt;
+    const size_t mimeTypeSize = base::bigEndianAt(block, 4, 4);
+    if (mimeTypeSize > kMaxMimeTypeSize || mimeTypeSize > left) return std::nullopt;
+    if (isLink(block.subspan(8, mimeTypeSize))) return std::nullopt;
     left -= mimeTypeSize;
     const size_t descriptionSize = base::bigEndianAt(block, 8 + mimeTypeSize, 4);
     if (descriptionSize > left) return std::nullopt;
