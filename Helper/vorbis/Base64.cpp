@@ -87,7 +87,7 @@ bool base64Decode(std::string_view text, uint8_t* out) {
     out += 3 * inBlocks;
     const size_t fast = std::max(groups, inBlocks + 2) - 2;
     uint32_t all = decodeGroups(next, fast - inBlocks, out);
-    for (size_t group = fast; group < groups; ++group, next += 4) {
+    for (size_t group = fast; group < groups; ++group) {  // two at most
         const bool isLast = group + 1 == groups;
         const uint32_t bits = decodeGroup(isLast ? last.data() : next);
         all |= bits;
