@@ -86,7 +86,6 @@ uint8_t ID3::Iterator::getEncodingType() const {
 
 void ID3::Iterator::findFrame() {
     mFrameData = nullptr;
-    mFrameSize = 0;
     const id3::TagView tag = mParent.view();
     const id3::FrameId wanted = mID != nullptr ? id3::frameId(mID) : id3::kNoFrameId;
     while (const auto frame = id3::frameAt(tag, mOffset)) {

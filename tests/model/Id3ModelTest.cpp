@@ -114,8 +114,8 @@ void compareFrames(const android::ID3& actual, const Id3Tag& tag, const char* id
     auto frames = modelFrames(tag, id);
     frames.push_back({"", "", 0xff});
     android::ID3::Iterator at(actual, id);
+    android::String8 name, text, second;  // as they are left by the frame before
     for (const Id3Frame& frame : frames) {
-        android::String8 name, text, second;
         size_t size;
         at.getID(&name);
         at.getString(&text, &second);
