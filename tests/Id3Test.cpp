@@ -52,6 +52,8 @@ TEST(Id3, TagsInPlaceOfOthers) {
     EXPECT_EQ(android::LayoutProbe::rawSize(id3), 0u);
     EXPECT_EQ(id3.version(), ID3::ID3_V1_1);
     EXPECT_EQ(ID3::Iterator(id3, nullptr).getEncodingType(), 0);
+    v1.data[2] = 'X';
+    EXPECT_FALSE(id3.parseV1(&v1.source));
     EXPECT_TRUE(id3.parseV2(&plain.source, 0));
     EXPECT_EQ(framesOf(id3), text("TALB=\0a;"));
     EXPECT_FALSE(id3.parseV2(&bad.source, 0));
