@@ -42,12 +42,24 @@ std::string framesOf(const ID3& id3) {
     return all;
 }
 
+struct Base : android::DataSourceBase {
+    explicit Base(test::File& of) : file(of) {}
+    android::status_t initCheck() const override { return 0; }
+    ssize_t readAt(off64_t offset, void* out, size_t size) override {
+        return file.source.readAt(offset, out, size);
+    }
+    android::status_t getSize(off64_t* size) override { return file.source.getSize(size); }
+    test::File& file;
+};
+
 TEST(Id3, TagsInPlaceOfOthers) {
     const std::string album = frameV2_3("TALB", text("\0a"));
     test::File good{tag(3, 0x40, text("\0\0\0\2\0\0") + album)}, bad{"ID3"},
             v1{"TAG" + std::string(122, 'x') + text("\0\1\2")}, plain{tag(3, 0, album)};
     Parsed id3(good.data);
     EXPECT_EQ(android::LayoutProbe::rawSize(id3), 28u);  // 10 + 6 + 12
+    Base base(v1);
+    EXPECT_TRUE(id3.parseV1(&base));
     EXPECT_TRUE(id3.parseV1(&v1.source));
     EXPECT_EQ(android::LayoutProbe::rawSize(id3), 0u);
     EXPECT_EQ(id3.version(), ID3::ID3_V1_1);

@@ -135,6 +135,7 @@ void compareTags(const android::ID3& actual, const Id3Tag& tag, const std::strin
     for (const char* id : {"COMM", "COMMX", "TT2", "ULT", "USLT", "UM", ""})
         compareFrames(actual, tag, *id == 0 ? nullptr : id);
     android::String8 type;
+    type.setTo("of the picture before");
     size_t length;
     actual.getAlbumArt(&length, &type);
     EXPECT_EQ(counted(type), mime);
