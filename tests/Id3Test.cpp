@@ -95,11 +95,14 @@ TEST(Id3, WhatUnsynchronisationLeavesBehind) {
     const uint8_t* frame = ID3::Iterator(id3, nullptr).getData(&size);
     EXPECT_EQ(std::string(frame, frame + size + 2), plain + text("\0\0"));
 
-    // Where the frames end to fit, the rest follows what has been done.
-    const std::string large(200, 'x');
-    Parsed failed(tag(3, 0, frameV2_3("TIT2", data, 2) + frameV2_3("TALB", large)));
+    // Where the frames end to fit, the rest follows what has been done, and nothing follows the
+    // rest.
+    const std::string large = std::string(188, 'x') + frameV2_3("TCOM", "no");
+    std::string pairs = "\3";
+    for (int i = 0; i < 12; ++i) pairs += text("\xFF\0");
+    Parsed failed(tag(3, 0, frameV2_3("TIT2", pairs, 2) + frameV2_3("TALB", large)));
     EXPECT_FALSE(failed.removeUnsynchronizationV2_4(false, false));
-    EXPECT_EQ(framesOf(failed), "TIT2=" + plain + ";TALB=" + large + ";");
+    EXPECT_EQ(framesOf(failed), "TIT2=\3" + std::string(12, '\xFF') + ";TALB=" + large + ";");
 }
 
 // ID3v2.3 3.2: the size of an extended header takes four bytes.

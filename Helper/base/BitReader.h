@@ -31,7 +31,6 @@ public:
             mReady -= static_cast<unsigned>(count);
         } else {
             mReady = 0;
-            mWord = 0;
         }
         if (count <= mBitCount - mPosition) {
             mPosition += count;
