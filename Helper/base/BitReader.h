@@ -66,6 +66,7 @@ private:
         if (count == 0) return 0;
         // Not all of them are ready.
         if (mReady < count) refill();
+        // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): count is at most 64
         const uint64_t bits = mWord >> (64 - count);
         skip(count);
         return bits;
