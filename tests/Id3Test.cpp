@@ -121,6 +121,9 @@ TEST(Id3, LargeFramesOfThreeBytes) {
 }
 
 TEST(Id3, UnsynchronisationOnRequest) {
+    Parsed header(tag(3, 0x40, text("\0\0\0\6\xFF\0\0\0\0\0")));
+    header.removeUnsynchronization();  // the tag ends within its extended header now
+    EXPECT_TRUE(header.removeUnsynchronizationV2_4(false, false));
     Parsed whole(tag(3, 0, frameV2_3("TIT2", text("\3\xFF\0b"))));
     whole.removeUnsynchronization();
     EXPECT_EQ(framesOf(whole), "");  // its size says a byte more than there is left

@@ -260,6 +260,9 @@ TEST(VorbisComment, Pictures) {
         EXPECT_EQ(vorbis(name + value), value.starts_with("AAAAAw") ? cover : none) << value;
         EXPECT_EQ(log.lines(), value.size() > 9 ? std::vector<Line>() : malformed) << value;
     }
+    const LogCapture late;
+    EXPECT_EQ(vorbis(name + good.substr(0, 48) + "*w=="), none);  // behind a whole block's fields
+    EXPECT_EQ(late.lines(), malformed);
     const LogCapture quiet;
     EXPECT_EQ(vorbis(name), none);
     EXPECT_EQ(quiet.lines(), std::vector<Line>());

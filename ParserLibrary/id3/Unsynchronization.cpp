@@ -131,7 +131,6 @@ size_t removeUnsynchronization(std::span<uint8_t> bytes) {
 }
 
 bool framesFit(Bytes tag, size_t firstFrameOffset) {
-    if (firstFrameOffset > tag.size()) return true;
     Bytes rest = tag.subspan(firstFrameOffset);
     while (hasFrame(rest)) {
         const auto header = readFrameHeader(rest, FrameSizes::kSyncsafe);

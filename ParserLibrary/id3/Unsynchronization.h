@@ -22,7 +22,8 @@ enum class FrameSizes {
     kPlain,     // as in ID3v2.3, which some programs write into v2.4 tags
 };
 
-// Whether simplifyFrames with syncsafe sizes would find every frame to fit; changes nothing.
+// Whether simplifyFrames with syncsafe sizes would find every frame to fit; changes nothing. The
+// offset lies within the tag.
 bool framesFit(Bytes tag, size_t firstFrameOffset);
 
 struct SimplifiedFrames {

@@ -23,7 +23,8 @@ const auto kTexts = split(
         "album TALB TAL artist TPE1 TP1 albumartist TPE2 TP2 composer TCOM TCM genre TCON TCO "
         "title TIT2 TT2 year TYE TYER author TXT TEXT cdtracknum TRK TRCK discnum TPA TPOS "
         "compilation TCP TCMP");
-const auto kOtherIds = split("COMM COM COMM COM USLT ULT APIC PIC APIC PIC APIC PIC \0WX UM\0U"s);
+const auto kOtherIds =
+        split("COMM COM COMM COM USLT ULT APIC PIC APIC PIC APIC PIC \0WX UM\0U \x80"s);
 
 // What frames are made of: characters of all sizes, byte-order marks, heads of frames.
 const auto kPieces = split(
