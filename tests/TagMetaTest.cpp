@@ -235,6 +235,7 @@ TEST(VorbisComment, PictureBlocks) {
             {block(3, "a", 6, 1, 3), nullptr},
             {test::bigEndian(3, 4) + test::bigEndian(30, 4) + std::string(24, 'a'), nullptr},
             {block(3, "a", 200, 1, 3), nullptr},
+            {test::bigEndian(3, 4) + std::string(28, '\0'), ""},
             {good.substr(0, 31), nullptr},
             {"", nullptr},
     };
