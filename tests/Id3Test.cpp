@@ -134,6 +134,16 @@ TEST(Id3, UnsynchronisationOnRequest) {
     EXPECT_TRUE(framesOf(plain) == "TIT2=" + large + ";");
 }
 
+// A frame that does not fit is the end, also for one who asks again.
+TEST(Id3, NoFrameBehindTheEnd) {
+    const std::string fits = frameV2_3("TIT2", "ab"), large = text("TALB\x7F\0\0\0\0\0ab");
+    const Parsed id3(tag(3, 0, fits + large + fits));
+    ID3::Iterator frame(id3, nullptr);
+    frame.next();
+    frame.next();
+    EXPECT_TRUE(frame.done());
+}
+
 TEST(Id3, BytesInMemory) {
     const uint8_t bytes[] = {1, 2, 3};
     android::MemorySource source(bytes, 3);
