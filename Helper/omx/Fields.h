@@ -75,7 +75,7 @@ using Fields = std::array<Field, kCount>;
 // Whether the fields are numbers of 16 or 32 bits within a structure, and no two of a version share
 // a byte.
 template <size_t kCount>
-constexpr bool areApart(const Fields<kCount>& fields, size_t structureSize) {
+consteval bool areApart(const Fields<kCount>& fields, size_t structureSize) {
     for (const Field& field : fields) {
         if (field.width == kNotSent) continue;
         if (field.width != 2 && field.width != 4) return false;
