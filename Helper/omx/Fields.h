@@ -88,6 +88,7 @@ consteval bool areApart(const Fields<kCount>& fields, size_t structureSize) {
     }
     return true;
 }
+
 template <size_t kCount>
 using Values = std::array<Value, kCount>;  // of the fields, in their order
 

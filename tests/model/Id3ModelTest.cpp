@@ -57,7 +57,7 @@ struct Writer : Random {
         id.resize(version == 2 ? 3 : 4);
         std::string data = bigEndian(oneIn(9) ? of({4, 5, 0x83}) : below(4), 1);
         for (uint32_t n = below(7); n > 0; --n) data += pick(kPieces);
-        data.append(odd(8, 300), 'x');
+        data.append(oneIn(400) ? 0x10000 : odd(8, 300), 'x');
         const uint32_t flags =
                 version == 3 ? of({0, 0, 0, 0x80, 0x40, any()}) : of({0, 0, 1, 2, 3, 4, 8, any()});
         if (version == 4 && (flags & 2 || unsynchronized)) data = escaped(data);
@@ -128,6 +128,7 @@ void compareFrames(const android::ID3& actual, const Id3Tag& tag, const char* id
         ASSERT_EQ(at.getEncodingType(), frame.encoding);
         at.next();
     }
+    ASSERT_TRUE(at.done());
 }
 
 void compareTags(const android::ID3& actual, const Id3Tag& tag, const std::string& mime) {
