@@ -61,12 +61,12 @@ struct Gapless {
     unsigned padding;
 };
 
-// Hexadecimal numbers: 0, encoder delay, padding, all in samples, and others that nobody needs. The
-// numbers are not bounded: a width would change which texts are accepted.
+// Four hexadecimal numbers: 0, encoder delay, padding, length; all in samples. The numbers are not
+// bounded: a width would change which texts are accepted.
 std::optional<Gapless> readGapless(const String8& text) {
     Gapless gapless;
     // NOLINTNEXTLINE(cert-err34-c): what is too large is taken as sscanf leaves it
-    if (std::sscanf(text.c_str(), " %*x %x %x", &gapless.delay, &gapless.padding) != 2) {
+    if (std::sscanf(text.c_str(), " %*x %x %x %*x", &gapless.delay, &gapless.padding) != 2) {
         return std::nullopt;
     }
     return gapless;
