@@ -105,11 +105,25 @@ static void convertBlocks(const uint8_t* from, uint8_t* to, size_t blocks, From 
         to -= kTo;
         step = -1;
     }
-    for (; blocks > 0; --blocks, from += step * kFrom, to += step * kTo) {
+    const auto convertNext = [&] {
         // What takes longer to work out than to read waits for memory that nobody fetches ahead.
         if constexpr (kRow<kName>.before == Step::kToInt24) Vectors<kIsa>::fetch(from, to);
         convertBlock<kIsa, kName>(from, to);
+        from += step * kFrom;
+        to += step * kTo;
+        --blocks;
+    };
+    // A block of a few instructions takes as long as the loop around it, more or less as that lies
+    // in memory.
+    if constexpr (kRow<kName>.from == kRow<kName>.to && kRow<kName>.to != 3) {
+        while (blocks >= 4) {
+            convertNext();
+            convertNext();
+            convertNext();
+            convertNext();
+        }
     }
+    while (blocks > 0) convertNext();
 }
 
 template <Isa kIsa, size_t... kNames>

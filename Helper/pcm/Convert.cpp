@@ -11,6 +11,7 @@ namespace android::pcm {
 namespace {
 
 constexpr size_t kCacheLine = 64;
+constexpr size_t kSmallestBlock = std::min(kBlockSamples<Isa::kSsse3>, kBlockSamples<Isa::kNeon>);
 
 template <Conversion kName>
 struct Run {
@@ -103,10 +104,10 @@ Run<kName> convertWide(Run<kName> run, From order) {
     return convertWhole<kIsa>(run, order);
 }
 
+// Not a Run, which would go through memory.
 template <Conversion kName>
-void convertRun(const uint8_t* from, uint8_t* to, size_t samples) {
+[[gnu::noinline]] void convertLong(const uint8_t* from, uint8_t* to, size_t samples) {
     constexpr const Row& row = kRow<kName>;
-    base::checkedMul(samples, std::max(row.from, row.to));
     Run<kName> run{from, to, samples};
 #if defined(__x86_64__)
     if (__builtin_cpu_supports("avx2")) run = convertWide<Isa::kAvx2>(run, row.order);
@@ -115,6 +116,15 @@ void convertRun(const uint8_t* from, uint8_t* to, size_t samples) {
     run = convertWide<Isa::kNeon>(run, row.order);
 #endif
     convertSingly(run, row.order);
+}
+
+// A caller that converts sample by sample does not wait until registers for blocks are saved.
+template <Conversion kName>
+void convertRun(const uint8_t* from, uint8_t* to, size_t samples) {
+    constexpr const Row& row = kRow<kName>;
+    base::checkedMul(samples, std::max(row.from, row.to));
+    if (samples < kSmallestBlock) return convertSingly<kName>({from, to, samples}, row.order);
+    convertLong<kName>(from, to, samples);
 }
 
 using Converter = void(const uint8_t* from, uint8_t* to, size_t samples);
