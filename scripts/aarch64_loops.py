@@ -4,7 +4,7 @@ import re
 import subprocess
 
 OBJDUMP = "aarch64-linux-gnu-objdump"
-SAMPLES = 32  # of each pass of a loop over samples, kBlockSamples of Helper/pcm/Samples.h
+BLOCK = 32  # samples, kBlockSamples of Helper/pcm/Samples.h
 
 Instruction = collections.namedtuple("Instruction", "at mnemonic operands target")
 
@@ -27,9 +27,9 @@ def functions(library, objdump=OBJDUMP):
 
 
 def vectors_read(loop):
-    """How many instructions read vectors from memory."""
-    return sum(bool(re.match(r"ldu?[rp]?\d?$", i.mnemonic) and re.match(r"\{?[qv]\d", i.operands))
-               for i in loop)
+    """How many vectors are read from memory."""
+    return sum(len(re.findall(r"\b[qv]\d+", i.operands)) for i in loop
+               if re.match(r"ldu?[rp]?\d?$", i.mnemonic))
 
 
 def shortest_way_round(code, start):
@@ -56,22 +56,24 @@ def shortest_way_round(code, start):
     return []
 
 
-def loop_of(code):
-    """What runs again and again: of the loops, taken the shortest way round, the one that reads the
-    most vectors."""
+def loops_of(code):
+    """What runs again and again, taken the shortest way round, by how many vectors it reads."""
     starts = {line.target for line in code if line.target is not None and line.target <= line.at}
     loops = [shortest_way_round(code, start) for start in sorted(starts)
              if any(line.at == start for line in code)]
-    return max(loops, key=vectors_read, default=[])
+    return sorted(loops, key=vectors_read)
 
 
 def conversions(library, names, objdump=OBJDUMP):
-    """The loop over blocks of samples of each conversion, by its name in Helper/pcm/Convert.h."""
+    """The loop over blocks of samples of each conversion, by its name in Helper/pcm/Convert.h, and
+    the samples of a pass: the last blocks have a loop of their own where a pass takes several."""
     enumerators = re.search(r"enum class Conversion \{(.*?)\}", names.read_text(), re.S).group(1)
     order = re.findall(r"^ *k(\w+),", enumerators, re.M)
     found = {}
     for function, code in functions(library, objdump):
         number = re.search(r"android::pcm::convertBlocks<.*Conversion\)(\d+)>", function)
         if number:
-            found[order[int(number.group(1))]] = loop_of(code)
-    return {name: found.get(name, []) for name in order}
+            loops = [loop for loop in loops_of(code) if vectors_read(loop)] or [[]]
+            blocks = vectors_read(loops[-1]) // max(vectors_read(loops[0]), 1)
+            found[order[int(number.group(1))]] = loops[-1], BLOCK * blocks
+    return {name: found.get(name, ([], BLOCK)) for name in order}
