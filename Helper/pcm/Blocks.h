@@ -99,8 +99,8 @@ template <Isa kIsa, Conversion kName>
 static void convertBlocks(const uint8_t* from, uint8_t* to, size_t blocks, From order) {
     constexpr ptrdiff_t kFrom = kBlockSamples<kIsa> * kRow<kName>.from;
     constexpr ptrdiff_t kTo = kBlockSamples<kIsa> * kRow<kName>.to;
-    ptrdiff_t step = 1;
-    if (order == From::kLast) {
+    ptrdiff_t step = 1;  // a constant where the row's order is kFirst, as then are all its runs'
+    if (kRow<kName>.order == From::kLast && order == From::kLast) {
         from -= kFrom;
         to -= kTo;
         step = -1;
