@@ -58,7 +58,9 @@ if(NOT ZR_SANITIZE)
     target_compile_options(zr_hardening INTERFACE -fstack-clash-protection)
   endif()
   if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64)$")
-    target_compile_options(zr_hardening INTERFACE -fcf-protection=full)
+    # Calls need no table of jumps, whose places would have landing pads too, as all names are bound
+    # at the start.
+    target_compile_options(zr_hardening INTERFACE -fcf-protection=full -fno-plt)
     target_link_options(zr_hardening INTERFACE -Wl,-z,shstk)
   elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "^(aarch64|arm64)$")
     target_compile_options(zr_hardening INTERFACE -mbranch-protection=standard)

@@ -19,12 +19,15 @@ constexpr size_t kRbspSize = 192;
 // The raw byte sequence payload, ITU-T H.265 7.3.1.1, without the last two bytes of the unit.
 class Rbsp {
 public:
+    // cppcheck-suppress uninitMemberVar ; mBytes is written before it is read
     explicit Rbsp(Bytes payload) {
         size_t i = 0;
         while (i + 2 < payload.size() && mSize + 2 <= mBytes.size()) {
             const bool escaped = payload[i] == 0 && payload[i + 1] == 0 && payload[i + 2] == 3;
             if (escaped) {
-                mSize += 2;  // two zero bytes, without the emulation_prevention_three_byte
+                // Two zero bytes, without the emulation_prevention_three_byte.
+                mBytes[mSize++] = 0;
+                mBytes[mSize++] = 0;
                 i += 3;
             } else {
                 mBytes[mSize++] = payload[i++];
@@ -35,7 +38,7 @@ public:
     Bytes bytes() const { return Bytes(mBytes).first(mSize); }
 
 private:
-    std::array<uint8_t, kRbspSize> mBytes{};
+    std::array<uint8_t, kRbspSize> mBytes;
     size_t mSize = 0;
 };
 
