@@ -151,6 +151,7 @@ TEST_F(Sweeps, NoMemoryForTexts) {
         const android::ID3 id3(reinterpret_cast<const uint8_t*>(tag.data()), tag.size(), true);
         const android::ID3::Iterator title(id3, "TIT2");
         std::optional<android::String8> text(std::in_place);
+        text->setTo("former");
         {
             const sweeps::Unwatched former;
             sweeps::watched = true;
