@@ -96,34 +96,34 @@ ZR_PCM_INLINE void convertBlock(const uint8_t* from, uint8_t* to) {
 }
 
 template <Isa kIsa, Conversion kName>
+ZR_PCM_INLINE void convertNext(const uint8_t*& from, uint8_t*& to, ptrdiff_t step) {
+    // What takes longer to work out than to read waits for memory that nobody fetches ahead.
+    if constexpr (kRow<kName>.before == Step::kToInt24) Vectors<kIsa>::fetch(from, to);
+    convertBlock<kIsa, kName>(from, to);
+    from += step * static_cast<ptrdiff_t>(kBlockSamples<kIsa> * kRow<kName>.from);
+    to += step * static_cast<ptrdiff_t>(kBlockSamples<kIsa> * kRow<kName>.to);
+}
+
+template <Isa kIsa, Conversion kName>
 static void convertBlocks(const uint8_t* from, uint8_t* to, size_t blocks, From order) {
-    constexpr ptrdiff_t kFrom = kBlockSamples<kIsa> * kRow<kName>.from;
-    constexpr ptrdiff_t kTo = kBlockSamples<kIsa> * kRow<kName>.to;
+    constexpr const Row& row = kRow<kName>;
     ptrdiff_t step = 1;  // a constant where the row's order is kFirst, as then are all its runs'
-    if (kRow<kName>.order == From::kLast && order == From::kLast) {
-        from -= kFrom;
-        to -= kTo;
+    if (row.order == From::kLast && order == From::kLast) {
+        from -= kBlockSamples<kIsa> * row.from;
+        to -= kBlockSamples<kIsa> * row.to;
         step = -1;
     }
-    const auto convertNext = [&] {
-        // What takes longer to work out than to read waits for memory that nobody fetches ahead.
-        if constexpr (kRow<kName>.before == Step::kToInt24) Vectors<kIsa>::fetch(from, to);
-        convertBlock<kIsa, kName>(from, to);
-        from += step * kFrom;
-        to += step * kTo;
-        --blocks;
-    };
     // A block of a few instructions takes as long as the loop around it, more or less as that lies
     // in memory.
-    if constexpr (kRow<kName>.from == kRow<kName>.to && kRow<kName>.to != 3) {
-        while (blocks >= 4) {
-            convertNext();
-            convertNext();
-            convertNext();
-            convertNext();
+    if constexpr (row.from == row.to && row.to != 3) {
+        for (; blocks >= 4; blocks -= 4) {
+            convertNext<kIsa, kName>(from, to, step);
+            convertNext<kIsa, kName>(from, to, step);
+            convertNext<kIsa, kName>(from, to, step);
+            convertNext<kIsa, kName>(from, to, step);
         }
     }
-    while (blocks > 0) convertNext();
+    for (; blocks > 0; --blocks) convertNext<kIsa, kName>(from, to, step);
 }
 
 template <Isa kIsa, size_t... kNames>
