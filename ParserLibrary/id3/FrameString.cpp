@@ -47,11 +47,11 @@ bool setNarrowed(String8* s, const FrameText& text) {
     return true;
 }
 
-// The same for whole code units.
-bool setUtf16(String8* s, const FrameText& text) {
+// Sets nothing without memory.
+void setUtf16(String8* s, const FrameText& text) {
     const size_t count = text.bytes.size() / 2;
     Scratch<char16_t> units(count);
-    if (units.get() == nullptr) return false;
+    if (units.get() == nullptr) return;
     const bool bigEndian = text.form == TextForm::kUtf16BigEndian;
     for (size_t i = 0; i < count; ++i) {
         units.get()[i] =
@@ -59,7 +59,6 @@ bool setUtf16(String8* s, const FrameText& text) {
                                                 : base::littleEndianAt(text.bytes, 2 * i, 2));
     }
     s->setTo(units.get(), count);
-    return true;
 }
 
 void setV1Field(String8* s, size_t offset, Bytes field) {
@@ -72,23 +71,24 @@ void setV1Field(String8* s, size_t offset, Bytes field) {
     s->setTo(number);
 }
 
-bool setDecoded(String8* s, const FrameText& text) {
-    if (text.bytes.empty()) return false;
-    if (text.form != TextForm::kEightBit) {
-        return (text.narrow && setNarrowed(s, text)) || setUtf16(s, text);
+void setDecoded(String8* s, const FrameText& text) {
+    if (text.bytes.empty()) return;
+    if (text.form == TextForm::kEightBit) {
+        setEightBit(s, text.bytes);
+    } else if (!text.narrow || !setNarrowed(s, text)) {
+        setUtf16(s, text);
     }
-    setEightBit(s, text.bytes);
-    return true;
 }
 
 }  // namespace
 
 void setFrameText(String8* s, const TagView& tag, size_t offset, size_t size, TextPart part) {
+    s->setTo("");
     const Bytes data = frameData(tag, offset, size);
     if (isV1(tag.version)) {
         setV1Field(s, offset, data);
-    } else if (!setDecoded(s, readFrameText(data, part.secondHalf, part.isLyrics))) {
-        s->setTo("");
+    } else {
+        setDecoded(s, readFrameText(data, part.secondHalf, part.isLyrics));
     }
 }
 
