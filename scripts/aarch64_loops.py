@@ -66,14 +66,15 @@ def loops_of(code):
 
 def conversions(library, names, objdump=OBJDUMP):
     """The loop over blocks of samples of each conversion, by its name in Helper/pcm/Convert.h, and
-    the samples of a pass: the last blocks have a loop of their own where a pass takes several."""
+    the samples of a pass, which reads one block or several."""
+    sizes = dict(re.findall(r"^ *\{k(\w+), +k\w+, +k\w+, +(\d), \d,",
+                            names.with_name("Samples.h").read_text(), re.M))
     enumerators = re.search(r"enum class Conversion \{(.*?)\}", names.read_text(), re.S).group(1)
     order = re.findall(r"^ *k(\w+),", enumerators, re.M)
     found = {}
     for function, code in functions(library, objdump):
         number = re.search(r"android::pcm::convertBlocks<.*Conversion\)(\d+)>", function)
         if number:
-            loops = [loop for loop in loops_of(code) if vectors_read(loop)] or [[]]
-            blocks = vectors_read(loops[-1]) // max(vectors_read(loops[0]), 1)
-            found[order[int(number.group(1))]] = loops[-1], BLOCK * blocks
+            name, loop = order[int(number.group(1))], (loops_of(code) or [[]])[-1]
+            found[name] = loop, max(16 * vectors_read(loop) // int(sizes[name]), BLOCK)
     return {name: found.get(name, ([], BLOCK)) for name in order}
